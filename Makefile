@@ -1,0 +1,31 @@
+# The commands of this project; each installs what it needs first. See README.md.
+
+.PHONY: run build test lint bench clean
+
+run: build
+	build/tarnwick
+
+build:
+	scripts/install-packages build
+	cmake --preset release
+	cmake --build --preset release
+
+test:
+	scripts/install-packages build test
+	cmake --preset test
+	cmake --build --preset test
+	ctest --preset test
+
+lint:
+	scripts/install-packages build test lint
+	cmake --preset test
+	scripts/lint
+
+bench:
+	scripts/install-packages build bench
+	cmake --preset bench
+	cmake --build --preset bench
+	scripts/bench
+
+clean:
+	rm -rf build build-test build-bench

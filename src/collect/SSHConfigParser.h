@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringView>
+
+#include <optional>
+
+namespace tarnwick {
+
+/// One concrete `Host` block of the user's ssh configuration. Its identity is `alias`.
+struct SSHConfigHost {
+    QString alias;                       ///< the text after the `Host` keyword, whole
+    QString hostname;                    ///< the alias when the block has no `HostName`
+    QString user;                        ///< "root" when the block has no `User`
+    qint64 port = 22;                    ///< not range-checked
+    std::optional<QString> identityFile; ///< leading "~" expanded
+    friend bool operator==(const SSHConfigHost&, const SSHConfigHost&) = default;
+};
+
+namespace SSHConfigParser {
+
+/// Reads `~/.ssh/config` afresh; blocks in file order. A file that is missing, unreadable or not UTF-8 gives none.
+[[nodiscard]] QList<SSHConfigHost> parseUserConfig();
+/// The line rules on a text in hand. `homeFolder` takes the place of a leading "~".
+[[nodiscard]] QList<SSHConfigHost> parse(QStringView text, const QString& homeFolder);
+
+} // namespace SSHConfigParser
+
+} // namespace tarnwick

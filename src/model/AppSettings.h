@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Instant.h"
+#include "MenuBarItem.h"
+
+namespace tarnwick {
+
+/// The user's preferences. A plain value; the store owns the live copy.
+struct AppSettings {
+    qint64 refreshIntervalSeconds = 30;      ///< seconds between full refreshes; the timer has a floor of 10
+    double alertDiskThresholdPercent = 90.0; ///< disk use at which an alert is raised
+    double alertRamThresholdPercent = 95.0;  ///< memory use at which an alert is raised
+    bool showMenuBarLabel = true;            ///< text beside the status item's icon
+    MenuBarItemSet pinnedMenuBarItems = PinPreset::standard(); ///< may be empty
+    bool soundAlerts = true;
+    bool launchAtLogin = false;               ///< stored only
+    Instant firstLaunchDate = Instant::now(); ///< stored only
+    bool hasCompletedOnboarding = false;      ///< whether the welcome tour was completed
+
+    [[nodiscard]] bool isPinned(MenuBarItem item) const { return pinnedMenuBarItems.contains(item); }
+    /// Removes the item when pinned, else pins it. Unpinning the last one leaves an empty set.
+    void togglePinned(MenuBarItem item);
+
+    friend bool operator==(const AppSettings&, const AppSettings&) = default;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "AppSettings.h"
+#include "Server.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+#include <optional>
+#include <variant>
+
+namespace tarnwick {
+
+/// Why a stored record could not be read: one line, naming the key where there is one.
+struct DecodingError {
+    QString description;
+};
+
+template <typename T>
+using Decoded = std::variant<T, DecodingError>;
+
+/// `servers.json`: one array of servers in fleet order. Every key of a record is required but `customSshKeyPath`,
+/// `metrics`, `gpuPercent` and `errorMessage`; a missing key, a wrong type, or a number that its field cannot hold
+/// makes the whole file unreadable. Unknown keys are ignored.
+[[nodiscard]] Decoded<QList<Server>> decodeServers(const QByteArray& json);
+/// Compact JSON, forward slashes escaped. Absent when a number anywhere is not finite: such a fleet cannot be written.
+[[nodiscard]] std::optional<QByteArray> encodeServers(const QList<Server>& servers);
+
+/// `settings.json`: one object. A key that is absent or null takes its default; a wrong type or an unknown pin fails
+/// the whole.
+[[nodiscard]] Decoded<AppSettings> decodeSettings(const QByteArray& json);
+/// All nine keys, always. Absent when a number is not finite.
+[[nodiscard]] std::optional<QByteArray> encodeSettings(const AppSettings& settings);
+
+} // namespace tarnwick

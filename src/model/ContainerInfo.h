@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QMetaType>
+#include <QString>
+
+namespace tarnwick {
+
+/// One row of `docker ps -a`, as the probe listed it.
+struct ContainerInfo {
+    QString id;     ///< the container ID as Docker prints it
+    QString name;   ///< display name
+    QString image;  ///< image reference
+    QString status; ///< Docker's human-readable status phrase
+    QString state;  ///< Docker's one-word state
+    QString ports;  ///< Docker's port summary; empty when none
+
+    ContainerInfo() = default;
+    /// Stores the fields unchanged, except that `name` loses every leading and trailing "/": Docker may print names
+    /// with a leading slash. (Reading a stored record does not pass here and keeps the name as written.)
+    ContainerInfo(QString id, QString name, QString image, QString status, QString state, QString ports);
+
+    /// `state` is "running", in any letter case.
+    [[nodiscard]] bool isRunning() const;
+
+    friend bool operator==(const ContainerInfo&, const ContainerInfo&) = default;
+};
+
+[[nodiscard]] size_t qHash(const ContainerInfo& container, size_t seed = 0) noexcept;
+
+} // namespace tarnwick

@@ -1,0 +1,27 @@
+#include "Instant.h"
+
+#include <cmath>
+
+namespace tarnwick {
+
+namespace {
+/// 2001-01-01T00:00:00Z in milliseconds since 1970.
+constexpr qint64 referenceDateMs = 978'307'200'000;
+} // namespace
+
+Instant Instant::now() {
+    return {static_cast<double>(QDateTime::currentMSecsSinceEpoch() - referenceDateMs) / 1000.0};
+}
+
+QDateTime Instant::toDateTime() const {
+    // QDateTime's own range is a little smaller than that of qint64 milliseconds; a stored number can be anything.
+    constexpr double limitMs = 8.64e15;
+    const double ms = std::fmin(std::fmax(std::round(secondsSinceReferenceDate * 1000.0), -limitMs), limitMs);
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(ms) + referenceDateMs);
+}
+
+size_t qHash(const Instant& instant, size_t seed) noexcept {
+    return ::qHash(instant.secondsSinceReferenceDate, seed);
+}
+
+} // namespace tarnwick

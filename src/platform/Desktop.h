@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace tarnwick {
+
+struct DesktopNotification {
+    QString title;                    ///< the product's name
+    QString subtitle;                 ///< the alert's title
+    QString body;                     ///< plain text; quoted here for what the notification service reads as markup
+    std::optional<QString> soundName; ///< absent: silent
+};
+
+/// What the user's desktop does for us. Main thread only; nothing here waits, and nothing reports failure: where the
+/// service is missing, nothing happens.
+namespace Desktop {
+
+/// Shows a notification through the session's notification service.
+void post(const DesktopNotification& notification);
+/// Runs one command line in a shell in a new terminal window, which stays open afterwards.
+void openTerminal(const QString& commandLine);
+/// Opens a web address in the default browser.
+void openUrl(const QString& address);
+/// The computer's user-visible name; absent when the system has none.
+[[nodiscard]] std::optional<QString> computerName();
+
+} // namespace Desktop
+
+} // namespace tarnwick

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QVariantMap>
+
+#include <cstdint>
+#include <optional>
+
+namespace tarnwick {
+
+/// Host-wide processor time since boot, in ticks, summed over all cores. The counters wrap.
+struct CpuTicks {
+    std::uint32_t user = 0;
+    std::uint32_t system = 0;
+    std::uint32_t idle = 0;
+    std::uint32_t nice = 0;
+    friend bool operator==(const CpuTicks&, const CpuTicks&) = default;
+};
+
+/// Page counts of the virtual-memory system: what counts as used memory.
+struct MemoryPages {
+    std::uint32_t active = 0;
+    std::uint32_t wired = 0;
+    std::uint32_t compressed = 0;
+    std::uint64_t pageSize = 0; ///< bytes
+};
+
+struct VolumeSpace {
+    std::optional<qint64> size; ///< bytes
+    std::optional<qint64> free; ///< bytes
+};
+
+struct OperatingSystem {
+    QString name; ///< "macOS", or the Linux distribution's own name
+    int majorVersion = 0;
+    int minorVersion = 0;
+    QString versionText; ///< the system's own human-readable version text
+};
+
+enum class ThermalState { nominal, fair, serious, critical, unknown };
+
+/// What the kernel and the hardware registry tell about this computer. Each is a reading and changes nothing; a
+/// reading that cannot be taken is absent. Any thread.
+class KernelReadings {
+public:
+    virtual ~KernelReadings() = default;
+
+    /// A named kernel value as raw bytes, as `sysctlbyname` gives them: text as UTF-8 (a trailing NUL or not), integers
+    /// in this machine's byte order and the width of the named value: "machdep.cpu.brand_string", "hw.model",
+    /// "hw.perflevel0.physicalcpu" and "hw.perflevel1.physicalcpu" (4 bytes), "hw.memsize" (8 bytes),
+    /// "kern.osrelease", "kern.boottime" (two 8-byte integers: seconds, microseconds).
+    [[nodiscard]] virtual std::optional<QByteArray> value(const char* name) = 0;
+    [[nodiscard]] virtual std::optional<CpuTicks> cpuTicks() = 0;
+    [[nodiscard]] virtual std::optional<MemoryPages> memoryPages() = 0;
+    /// One property dictionary per accelerator, in registry order. Utilisation, where one tells it, is the number
+    /// "Device Utilization %" in the dictionary "PerformanceStatistics".
+    [[nodiscard]] virtual QList<QVariantMap> accelerators() = 0;
+    [[nodiscard]] virtual OperatingSystem operatingSystem() = 0;
+    [[nodiscard]] virtual ThermalState thermalState() = 0;
+    /// The volume that holds the user's home directory.
+    [[nodiscard]] virtual std::optional<VolumeSpace> homeVolume() = 0;
+    /// Whole seconds since 1970.
+    [[nodiscard]] virtual qint64 wallClockSeconds() = 0;
+
+    /// The readings of this computer, made on first use and kept for the life of the process.
+    [[nodiscard]] static KernelReadings& system();
+};
+
+} // namespace tarnwick

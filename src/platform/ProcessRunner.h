@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFuture>
+#include <QString>
+#include <QStringList>
+
+#include <chrono>
+
+namespace tarnwick {
+
+/// One run of one program, without a shell in between.
+struct ProcessRequest {
+    QString executable;                          ///< absolute path
+    QStringList arguments;                       ///< without the program's own name
+    std::chrono::milliseconds timeLimit{30'000}; ///< from launch; then the child's process group is killed
+    qint64 standardOutputLimit = 0; ///< bytes; 0: not captured (null device); one byte more kills the process group
+    qint64 standardErrorKept = 0;   ///< bytes kept, the rest is read and dropped; 0: not captured, goes where ours goes
+};
+
+/// How a run ended.
+struct ProcessOutcome {
+    enum class End {
+        failedToStart,  ///< `launchError` says why
+        exited,         ///< `status` is the exit status
+        signalled,      ///< `status` is the signal's number
+        timedOut,       ///< killed at the time limit
+        outputTooLarge, ///< killed for exceeding the limit on standard output
+    };
+    End end = End::failedToStart;
+    int status = 0;
+    QString launchError; ///< the operating system's reason, one line
+    QByteArray standardOutput;
+    QByteArray standardError;
+    /// Monotonic time from the call of run() to the child's exit.
+    std::chrono::nanoseconds elapsed{0};
+
+    [[nodiscard]] bool succeeded() const { return end == End::exited && status == 0; }
+};
+
+/// Starts programs and watches them from one worker thread that owns them all; nothing waits on the caller's thread.
+///
+/// Each child leads its own process group, reads the null device on standard input, runs under `LC_ALL=C` and with the
+/// limit on open files that this process was started with. Both pipes are drained while it runs. Its exit ends the
+/// run even when a grandchild still holds a pipe open: what has arrived by then is the output.
+namespace ProcessRunner {
+
+/// Any thread. The future always finishes with exactly one outcome; at application exit children that still run are
+/// killed and their futures finish cancelled.
+[[nodiscard]] QFuture<ProcessOutcome> run(const ProcessRequest& request);
+
+/// Starts a program and forgets it: own session, null device on all three streams, our environment. Any thread.
+/// False when it could not be started.
+bool startDetached(const QString& executable, const QStringList& arguments);
+
+/// Raises the soft limit on open files to the hard limit: a fleet of a thousand is a thousand processes at once.
+/// Call once, before the first run(); children get the old limit back.
+void raiseOpenFileLimit();
+
+} // namespace ProcessRunner
+
+} // namespace tarnwick

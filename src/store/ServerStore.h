@@ -1,0 +1,104 @@
+#pragma once
+
+#include "AlertRules.h"
+#include "AppSettings.h"
+#include "SSHConfigParser.h"
+#include "Server.h"
+
+#include <QFuture>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+#include <functional>
+#include <optional>
+
+namespace tarnwick {
+
+/// What the store works with; the defaults are the real ones.
+struct StoreCollaborators {
+    std::function<QFuture<ServerMetrics>(const Server&)> collect;
+    std::function<Instant()> clock;
+    std::function<void(const Alert&, bool withSound, Instant now)> notify;
+    std::function<QList<SSHConfigHost>()> sshHosts;
+    std::function<std::optional<QString>()> computerName;
+    /// Holds `servers.json` and `settings.json`; made when missing.
+    QString folder;
+
+    [[nodiscard]] static StoreCollaborators real();
+};
+
+/// The one owner of the fleet and of the settings, persisted as two JSON files. It refreshes the fleet periodically
+/// and raises alerts. Main thread only.
+///
+/// Observers: objectWillChange() is emitted before any published value changes, then the value's own signal after.
+class ServerStore : public QObject {
+    Q_OBJECT
+
+public:
+    /// The start-up sequence: loads or seeds the fleet, starts the timer and, from the event loop, a first refresh.
+    explicit ServerStore(StoreCollaborators collaborators = StoreCollaborators::real(), QObject* parent = nullptr);
+    ~ServerStore() override;
+
+    /// The standard folder of the two files: `Tarnwick` in the user's generic data location.
+    [[nodiscard]] static QString standardFolder();
+
+    [[nodiscard]] const QList<Server>& servers() const { return servers_; }
+    [[nodiscard]] const AppSettings& settings() const { return settings_; }
+    [[nodiscard]] bool isRefreshing() const { return isRefreshing_; }
+    /// When the latest full refresh ended; absent until one has.
+    [[nodiscard]] std::optional<Instant> lastRefreshedAll() const { return lastRefreshedAll_; }
+    /// The first entry with that id; null when there is none. Valid until the next change.
+    [[nodiscard]] const Server* server(const QUuid& id) const;
+
+    /// Replaces the published list (a live reorder). Does not save.
+    void setServers(QList<Server> servers);
+    /// Replaces the published settings. Does not save and does not restart the timer.
+    void setSettings(const AppSettings& settings);
+
+    /// Appends, saves, and starts a refresh of the new entry.
+    void addServer(const Server& server);
+    /// Replaces the entry with the same id and saves; nothing when there is none.
+    void updateServer(const Server& server);
+    /// Removes every entry with that id; saves always.
+    void removeServer(const QUuid& id);
+    /// Swaps with the entry before, and saves; nothing when first or unknown.
+    void moveServerUp(const QUuid& id);
+    /// Swaps with the entry after, and saves; nothing when last or unknown.
+    void moveServerDown(const QUuid& id);
+    /// Moves the entry at `from` to `to` (its index after removal of the entry at `from`). Does not save: a live drag.
+    void moveServer(qsizetype from, qsizetype to);
+    /// Writes both files, each atomically; the first failure ends it silently.
+    void save();
+
+    /// (Re)starts the periodic refresh: the settings' interval, at least 10 seconds, first tick one period from now.
+    void setupTimer();
+    /// Probes every enabled server at once and applies each result as it arrives; saves at the end. Dropped while one
+    /// runs. The future finishes when the cycle has ended.
+    QFuture<void> refreshAll();
+    /// Probes one server, paused or not; applies and saves the result unless the server is gone by then.
+    QFuture<void> refreshServer(const Server& server);
+
+Q_SIGNALS:
+    void objectWillChange();
+    void serversChanged();               ///< the list: entries added, removed, moved, or replaced as a whole
+    void serverChanged(const QUuid& id); ///< one entry's fields; its place in the list is the same
+    void settingsChanged();
+    void isRefreshingChanged();
+    void lastRefreshedAllChanged();
+
+private:
+    void load();
+    void seedDefaults();
+    bool apply(const QUuid& id, const ServerMetrics& metrics);
+
+    StoreCollaborators collaborators_;
+    QList<Server> servers_;
+    AppSettings settings_;
+    bool isRefreshing_ = false;
+    std::optional<Instant> lastRefreshedAll_;
+    QTimer refreshTimer_;
+};
+
+} // namespace tarnwick
