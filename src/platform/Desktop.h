@@ -21,8 +21,6 @@ namespace Desktop {
 void post(const DesktopNotification& notification);
 /// Runs one command line in a shell in a new terminal window, which stays open afterwards.
 void openTerminal(const QString& commandLine);
-/// Opens a web address in the default browser.
-void openUrl(const QString& address);
 /// The computer's user-visible name; absent when the system has none.
 [[nodiscard]] std::optional<QString> computerName();
 
