@@ -1,0 +1,105 @@
+#include "StatusItemLabel.h"
+
+#include "FixedPoint.h"
+
+#include <QStringList>
+
+#include <array>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Which pinned item gives the icon while the fleet is well: the first pinned one, in this order.
+struct ItemSymbol {
+    MenuBarItem item;
+    QStringView symbolName;
+};
+constexpr std::array itemSymbols{
+    ItemSymbol{MenuBarItem::socTemp, u"thermometer.medium"}, ItemSymbol{MenuBarItem::peakTemp, u"flame.fill"},
+    ItemSymbol{MenuBarItem::ssdTemp, u"internaldrive"},      ItemSymbol{MenuBarItem::cpuUsage, u"cpu"},
+    ItemSymbol{MenuBarItem::gpuUsage, u"square.grid.2x2"},   ItemSymbol{MenuBarItem::ramUsage, u"memorychip"},
+};
+
+QString temperatureText(std::optional<double> celsius) {
+    return (celsius ? fixedPoint(*celsius, 0) : u"--"_s) + u"\u00b0C"_s;
+}
+
+/// The survey says 0 where it has no such reading.
+std::optional<double> presentReading(double celsius) {
+    return celsius > 0 ? std::optional(celsius) : std::nullopt;
+}
+
+QString loadText(const QString& name, double percent) {
+    return name + u' ' + fixedPoint(percent, 0) + u'%';
+}
+
+QString partText(MenuBarItem item, FleetCounts counts, const ThermalSummary& thermals, const LoadReadings& loads) {
+    switch (item) {
+    case MenuBarItem::socTemp:
+        return temperatureText(presentReading(thermals.avgSoc));
+    case MenuBarItem::peakTemp:
+        return u"Peak "_s + temperatureText(presentReading(thermals.peak));
+    case MenuBarItem::ssdTemp:
+        return u"SSD "_s + temperatureText(thermals.ssd);
+    case MenuBarItem::cpuUsage:
+        return loadText(u"CPU"_s, loads.cpu());
+    case MenuBarItem::gpuUsage:
+        return loadText(u"GPU"_s, loads.gpu());
+    case MenuBarItem::ramUsage:
+        return loadText(u"RAM"_s, loads.ram());
+    case MenuBarItem::serverStatus:
+        return fleetSummary(counts);
+    }
+    Q_UNREACHABLE();
+}
+
+QString symbolName(FleetCounts counts, const AppSettings& settings) {
+    if (counts.online < counts.total)
+        return u"exclamationmark.triangle.fill"_s;
+    for (const ItemSymbol& candidate : itemSymbols) {
+        if (settings.isPinned(candidate.item))
+            return candidate.symbolName.toString();
+    }
+    return u"waveform.path.ecg"_s;
+}
+
+} // namespace
+
+FleetCounts fleetCounts(const QList<Server>& servers) {
+    FleetCounts counts;
+    for (const Server& server : servers) {
+        if (!server.isEnabled)
+            continue;
+        ++counts.total;
+        if (server.metrics && server.metrics->status() != ServerHealthStatus::offline)
+            ++counts.online;
+    }
+    return counts;
+}
+
+QString fleetSummary(FleetCounts counts) {
+    if (counts.total == 0)
+        return u"0"_s;
+    if (counts.online == 0)
+        return u"ALL OFF"_s;
+    if (counts.online == counts.total)
+        return QString::number(counts.total) + u" OK"_s;
+    return QString::number(counts.online) + u'/' + QString::number(counts.total) + u" OK"_s;
+}
+
+StatusItemLabel composeStatusItemLabel(const QList<Server>& servers, const AppSettings& settings,
+                                       const ThermalSummary& thermals, const LoadReadings& loads) {
+    const FleetCounts counts = fleetCounts(servers);
+    QStringList parts;
+    for (const MenuBarItem item : allMenuBarItems) {
+        if (settings.isPinned(item))
+            parts += partText(item, counts, thermals, loads);
+    }
+    const bool showsText = settings.showMenuBarLabel && !parts.isEmpty();
+    return {symbolName(counts, settings), showsText ? u' ' + parts.join(u" \u2022 ") : QString()};
+}
+
+} // namespace tarnwick

@@ -1,0 +1,82 @@
+#include "UIState.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace tarnwick;
+using namespace Qt::StringLiterals;
+
+class TestUIState : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void announcesBeforeAndAfter() {
+        UIState ui;
+        QStringList seen;
+        connect(&ui, &UIState::objectWillChange, this, [&] { seen += u"will:"_s + ui.newServerHost(); });
+        connect(&ui, &UIState::newServerHostChanged, this, [&] { seen += u"did:"_s + ui.newServerHost(); });
+        ui.setNewServerHost(u"db.example"_s);
+        ui.setNewServerHost(u"db.example"_s);
+        QCOMPARE(seen, (QStringList{u"will:"_s, u"did:db.example"_s}));
+    }
+
+    /// Every property that QML binds to: a new value is stored and announced by that property's own signal alone.
+    void everyPropertyAnnouncesItself() {
+        UIState ui;
+        const QMetaObject* meta = ui.metaObject();
+        QVERIFY(meta->propertyCount() > meta->propertyOffset());
+        for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i) {
+            const QMetaProperty property = meta->property(i);
+            const QVariant old = property.read(&ui);
+            const QVariant value = old.typeId() == QMetaType::Bool  ? QVariant(!old.toBool())
+                                   : old.typeId() == QMetaType::Int ? QVariant(old.toInt() + 1)
+                                                                    : QVariant(old.toString() + u'x');
+            const QSignalSpy will(&ui, &UIState::objectWillChange);
+            const QSignalSpy did(&ui, property.notifySignal());
+            QVERIFY2(property.write(&ui, value), property.name());
+            QCOMPARE(property.read(&ui), value);
+            QCOMPARE(will.count(), 1);
+            QCOMPARE(did.count(), 1);
+            QVERIFY(property.write(&ui, value));
+            QCOMPARE(will.count(), 1);
+        }
+    }
+
+    void resetRestoresTheFormAlone() {
+        UIState ui;
+        const auto form = [&] {
+            return std::tuple(ui.addServerTab(), ui.newServerName(), ui.newServerHost(), ui.newServerUser(),
+                              ui.newServerPort(), ui.newServerKey(), ui.newServerDocker());
+        };
+        QVERIFY(form() == std::tuple(0, u""_s, u""_s, u"root"_s, u"22"_s, u""_s, true));
+        ui.setShowingAddServer(true);
+        ui.setOnboardingStep(3);
+        ui.setAddServerTab(1);
+        ui.setNewServerName(u"web"_s);
+        ui.setNewServerHost(u"192.0.2.1"_s);
+        ui.setNewServerUser(u""_s);
+        ui.setNewServerPort(u"2222"_s);
+        ui.setNewServerKey(u"~/.ssh/id"_s);
+        ui.setNewServerDocker(false);
+        ui.resetAddServerForm();
+        QVERIFY(form() == std::tuple(0, u""_s, u""_s, u"root"_s, u"22"_s, u""_s, true));
+        QVERIFY(ui.showingAddServer());
+        QCOMPARE(ui.onboardingStep(), 3);
+    }
+
+    void togglesCards() {
+        UIState ui;
+        const QUuid a = QUuid::createUuid();
+        const QUuid b = QUuid::createUuid();
+        ui.toggleExpanded(a);
+        ui.toggleExpanded(b);
+        QVERIFY(ui.isExpanded(a) && ui.isExpanded(b));
+        const QSignalSpy changed(&ui, &UIState::expandedServersChanged);
+        ui.toggleExpanded(a);
+        QVERIFY(!ui.isExpanded(a) && ui.isExpanded(b));
+        QCOMPARE(changed.count(), 1);
+    }
+};
+
+QTEST_APPLESS_MAIN(TestUIState)
+#include "tst_uistate.moc"
