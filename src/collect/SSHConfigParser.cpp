@@ -1,0 +1,118 @@
+#include "SSHConfigParser.h"
+
+#include "TildeExpansion.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+bool isLineBreak(QChar c) {
+    return (c >= u'\n' && c <= u'\r') || c == QChar(0x85) || c == QChar::LineSeparator ||
+           c == QChar::ParagraphSeparator;
+}
+
+bool isBlank(QChar c) {
+    return c == u' ' || c == u'\t';
+}
+
+QStringView withoutBlanks(QStringView text) {
+    while (!text.isEmpty() && isBlank(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isBlank(text.back()))
+        text.chop(1);
+    return text;
+}
+
+/// Decimal digits with an optional sign, in 64 bits; 22 for anything else.
+qint64 portFrom(QStringView value) {
+    const bool isSigned = value.startsWith(u'+') || value.startsWith(u'-');
+    const QStringView digits = value.sliced(isSigned ? 1 : 0);
+    bool fits = std::all_of(digits.begin(), digits.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    const qint64 port = fits ? value.toLongLong(&fits) : 0;
+    return fits ? port : 22;
+}
+
+/// The blocks read so far, and the one that the lines now apply to.
+class HostBlocks {
+public:
+    explicit HostBlocks(QString homeFolder) : homeFolder_(std::move(homeFolder)) {}
+
+    void readLine(QStringView line) {
+        line = withoutBlanks(line);
+        if (line.startsWith(u'#'))
+            return;
+        const auto isSeparator = [](QChar c) {
+            return c.isSpace() || c == u'=';
+        };
+        const qsizetype separator = std::find_if(line.begin(), line.end(), isSeparator) - line.begin();
+        if (separator + 1 < line.size())
+            apply(line.first(separator).toString().toLower(), withoutBlanks(line.sliced(separator + 1)));
+    }
+
+    QList<SSHConfigHost> take() {
+        close();
+        return std::exchange(hosts_, {});
+    }
+
+private:
+    void apply(const QString& keyword, QStringView value) {
+        if (keyword == "host"_L1) {
+            close();
+            current_ = SSHConfigHost{.alias = value.toString(), .hostname = {}, .user = u"root"_s, .identityFile = {}};
+        } else if (!current_) {
+            return; // defaults before the first block
+        } else if (keyword == "hostname"_L1) {
+            current_->hostname = value.toString();
+        } else if (keyword == "user"_L1) {
+            current_->user = value.toString();
+        } else if (keyword == "port"_L1) {
+            current_->port = portFrom(value);
+        } else if (keyword == "identityfile"_L1) {
+            current_->identityFile = expandingTilde(value.toString(), homeFolder_);
+        }
+    }
+
+    void close() {
+        if (!current_ || current_->alias.contains(u'*')) // a pattern is no server
+            return;
+        if (current_->hostname.isEmpty())
+            current_->hostname = current_->alias;
+        hosts_.append(*std::exchange(current_, std::nullopt));
+    }
+
+    QString homeFolder_;
+    QList<SSHConfigHost> hosts_;
+    std::optional<SSHConfigHost> current_;
+};
+
+} // namespace
+
+QList<SSHConfigHost> SSHConfigParser::parse(QStringView text, const QString& homeFolder) {
+    HostBlocks blocks(homeFolder);
+    for (auto begin = text.begin(); begin != text.end();) {
+        const auto end = std::find_if(begin, text.end(), isLineBreak);
+        blocks.readLine(QStringView(begin, end));
+        begin = end == text.end() ? end : end + 1;
+    }
+    return blocks.take();
+}
+
+QList<SSHConfigHost> SSHConfigParser::parseUserConfig() {
+    QFile file(expandingTilde(u"~/.ssh/config"_s));
+    // Only a regular file: opening a pipe would wait for its writer.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray bytes = file.readAll();
+    return bytes.isValidUtf8() ? parse(QString::fromUtf8(bytes), QDir::homePath()) : QList<SSHConfigHost>();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace tarnwick {
+
+/// A folder of executables that take the place of a host's own: for the front of its search path.
+class StandIns {
+public:
+    [[nodiscard]] QString folder() const { return folder_.path(); }
+    /// This folder, then the system's.
+    [[nodiscard]] QString searchPath() const;
+
+    /// An executable with these contents; false when it cannot be written.
+    [[nodiscard]] bool add(const QString& name, const QByteArray& script);
+    /// An executable that prints a recorded output, whatever it is asked.
+    [[nodiscard]] bool addRecording(const QString& name, const QByteArray& output);
+    /// A `docker` whose containers are `rows`, one a line: id, names, image, status, state and ports, separated by
+    /// tabs. It fills the template of `ps --format` with them; `restart` notes the words after it, and fails for a
+    /// container that has no row.
+    [[nodiscard]] bool addDocker(const QByteArray& rows);
+    /// One entry for each `docker restart`, oldest first.
+    [[nodiscard]] QStringList restarts() const;
+
+private:
+    QTemporaryDir folder_;
+};
+
+} // namespace tarnwick
