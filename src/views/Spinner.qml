@@ -1,0 +1,20 @@
+import QtQuick
+
+/// A small turning progress indicator. It stands still, and costs nothing, while it is not visible.
+ProgressArc {
+    id: root
+
+    implicitWidth: 14
+    implicitHeight: 14
+    color: Theme.secondary
+    Accessible.role: Accessible.Animation
+    Accessible.name: qsTr("In progress")
+
+    NumberAnimation on rotation {
+        from: 0
+        to: 360
+        duration: 900
+        loops: Animation.Infinite
+        running: root.visible
+    }
+}
