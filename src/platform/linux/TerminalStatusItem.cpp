@@ -1,0 +1,104 @@
+#include "TerminalStatusItem.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <utility>
+
+#include <poll.h>
+#include <unistd.h>
+
+namespace tarnwick {
+
+namespace {
+
+struct SymbolCharacter {
+    QStringView symbolName;
+    QStringView character;
+};
+/// Characters that common fonts have, one column wide where there is one that fits.
+constexpr std::array symbolCharacters{
+    SymbolCharacter{u"exclamationmark.triangle.fill", u"\u26a0"},
+    SymbolCharacter{u"thermometer.medium", u"\U0001f321"},
+    SymbolCharacter{u"flame.fill", u"\U0001f525"},
+    SymbolCharacter{u"internaldrive", u"\u26c1"},
+    SymbolCharacter{u"cpu", u"\u2699"},
+    SymbolCharacter{u"square.grid.2x2", u"\u229e"},
+    SymbolCharacter{u"memorychip", u"\u25a6"},
+    SymbolCharacter{u"waveform.path.ecg", u"\u223f"},
+};
+constexpr QStringView otherSymbol = u"\u25cf";
+
+QByteArray lineOf(const StatusItemContent& content) {
+    const auto* known = std::ranges::find(symbolCharacters, content.symbolName, &SymbolCharacter::symbolName);
+    QString line = (known == symbolCharacters.end() ? otherSymbol : known->character).toString() + content.title;
+    for (QChar& c : line) {
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            c = QChar::ReplacementCharacter;
+    }
+    return line.toUtf8() + '\n';
+}
+
+/// Whether PIPE_BUF bytes can be written without blocking, or an error is to be had.
+bool isReady(int descriptor) {
+    pollfd state{descriptor, POLLOUT, 0};
+    return poll(&state, 1, 0) == 1;
+}
+
+} // namespace
+
+TerminalStatusItem::TerminalStatusItem(int descriptor, QObject* parent)
+    : StatusItem(parent)
+    , descriptor_(descriptor)
+    , room_(descriptor, QSocketNotifier::Write)
+    , hangUp_(descriptor, QSocketNotifier::Exception) {
+    std::signal(SIGPIPE, SIG_IGN);
+    room_.setEnabled(false);
+    connect(&room_, &QSocketNotifier::activated, this, &TerminalStatusItem::write);
+    connect(&hangUp_, &QSocketNotifier::activated, this, &TerminalStatusItem::close);
+}
+
+void TerminalStatusItem::setContent(const StatusItemContent& content) {
+    const QByteArray line = lineOf(content);
+    if (closed_ || line == latest_)
+        return;
+    latest_ = line;
+    (begun_ ? next_ : unsent_) = line;
+    write();
+}
+
+// The descriptor's blocking mode is shared with whoever else holds it (the user's shell), so it is not changed:
+// readiness is asked before each piece instead.
+void TerminalStatusItem::write() {
+    while (!unsent_.isEmpty() && isReady(descriptor_)) {
+        const ssize_t written = ::write(descriptor_, unsent_.constData(),
+                                        static_cast<size_t>(std::min<qsizetype>(unsent_.size(), PIPE_BUF)));
+        if (written < 0) {
+            if (errno == EINTR)
+                continue;
+            if (errno == EAGAIN)
+                break;
+            close();
+            return;
+        }
+        unsent_.remove(0, written);
+        begun_ = !unsent_.isEmpty();
+        if (!begun_)
+            unsent_ = std::exchange(next_, {});
+    }
+    room_.setEnabled(!unsent_.isEmpty());
+}
+
+void TerminalStatusItem::close() {
+    if (closed_)
+        return;
+    closed_ = true;
+    unsent_.clear();
+    room_.setEnabled(false);
+    hangUp_.setEnabled(false);
+    QMetaObject::invokeMethod(this, &TerminalStatusItem::outputClosed, Qt::QueuedConnection);
+}
+
+} // namespace tarnwick

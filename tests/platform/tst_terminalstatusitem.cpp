@@ -1,0 +1,135 @@
+#include "linux/TerminalStatusItem.h"
+
+#include <QSignalSpy>
+#include <QTemporaryFile>
+#include <QTest>
+
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+using namespace tarnwick;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A connection whose reading end is the test's, and never blocks it.
+struct Connection {
+    enum class Kind { pipe, socket };
+    int ends[2] = {-1, -1};
+
+    explicit Connection(Kind kind) {
+        const int failed = kind == Kind::pipe ? pipe(ends) : socketpair(AF_UNIX, SOCK_STREAM, 0, ends);
+        if (failed != 0)
+            qFatal("No pipe to test with");
+        fcntl(ends[0], F_SETFL, O_NONBLOCK);
+    }
+    ~Connection() {
+        closeReader();
+        ::close(ends[1]);
+    }
+    void closeReader() {
+        if (ends[0] >= 0)
+            ::close(std::exchange(ends[0], -1));
+    }
+    QByteArray readAll() const {
+        QByteArray all;
+        char piece[4096];
+        for (ssize_t n; (n = read(ends[0], piece, sizeof piece)) > 0;)
+            all.append(piece, n);
+        return all;
+    }
+};
+
+StatusItemContent content(const QString& title, const QString& symbol = u"exclamationmark.triangle.fill"_s) {
+    return {symbol, title, u"Tarnwick"_s};
+}
+
+} // namespace
+
+class TestTerminalStatusItem : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void printsChangedContents() {
+        const Connection pipe(Connection::Kind::pipe);
+        TerminalStatusItem item(pipe.ends[1]);
+        item.setContent(content(u" 41°C • ALL OFF"_s));
+        QCOMPARE(pipe.readAll(), "⚠ 41°C • ALL OFF\n"); // at once: the loop has not turned
+        item.setContent(content(u" 41°C • ALL OFF"_s));
+        item.setContent(content(u" 41°C • 1 OK"_s, u"thermometer.medium"_s));
+        item.setContent(content(u""_s, u"waveform.path.ecg"_s));
+        item.setContent(content(u" x\x1b[31m\n\u009b\u2028y"_s, u"unheard.of"_s));
+        QCOMPARE(pipe.readAll(), "🌡 41°C • 1 OK\n∿\n● x\uFFFD[31m\uFFFD\uFFFD\uFFFDy\n");
+    }
+
+    void slowReader_data() {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<bool>("nonBlocking");
+        QTest::newRow("pipe") << 0 << false;
+        QTest::newRow("pipe that does not block") << 0 << true;
+        QTest::newRow("socket that does not block") << 1 << true;
+    }
+    /// The first line is longer than what fits, so it is stuck in its middle: it is completed, and of those that came
+    /// meanwhile only the last follows.
+    void slowReader() {
+        QFETCH(const int, kind);
+        QFETCH(const bool, nonBlocking);
+        const Connection connection(static_cast<Connection::Kind>(kind));
+        if (nonBlocking)
+            fcntl(connection.ends[1], F_SETFL, O_NONBLOCK);
+        TerminalStatusItem item(connection.ends[1]);
+        const QString longTitle(100'000, u'•');
+        item.setContent(content(longTitle));
+        for (int i = 0; i < 100; ++i)
+            item.setContent(content(QString::number(i)));
+
+        const QByteArray expected = "⚠" + longTitle.toUtf8() + "\n⚠99\n";
+        QByteArray received;
+        QTRY_VERIFY((received += connection.readAll()).size() >= expected.size());
+        QVERIFY(received == expected);
+        item.setContent(content(u" later"_s));
+        QCOMPARE(connection.readAll(), "⚠ later\n");
+    }
+
+    void closedReader() {
+        Connection pipe(Connection::Kind::pipe);
+        TerminalStatusItem item(pipe.ends[1]);
+        QSignalSpy closed(&item, &TerminalStatusItem::outputClosed);
+        item.setContent(content(u" 1"_s));
+        QCoreApplication::processEvents();
+        QCOMPARE(closed.count(), 0);
+        pipe.closeReader();
+        item.setContent(content(u" 2"_s)); // SIGPIPE would end the test here
+        QCOMPARE(closed.count(), 0);       // not from within the call
+        QTRY_COMPARE(closed.count(), 1);
+        item.setContent(content(u" 3"_s));
+        QCoreApplication::processEvents();
+        QCOMPARE(closed.count(), 1);
+    }
+
+    void closedReaderOfAnUnchangedLabel() {
+        Connection pipe(Connection::Kind::pipe);
+        TerminalStatusItem item(pipe.ends[1]);
+        QSignalSpy closed(&item, &TerminalStatusItem::outputClosed);
+        item.setContent(content(u" 1"_s));
+        pipe.closeReader();
+        QTRY_COMPARE(closed.count(), 1);
+    }
+
+    void regularFileStaysOpen() {
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        TerminalStatusItem item(file.handle());
+        const QSignalSpy closed(&item, &TerminalStatusItem::outputClosed);
+        item.setContent(content(u" 1"_s));
+        QCoreApplication::processEvents();
+        item.setContent(content(u" 2"_s));
+        file.seek(0);
+        QCOMPARE(file.readAll(), "⚠ 1\n⚠ 2\n");
+        QCOMPARE(closed.count(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTerminalStatusItem)
+#include "tst_terminalstatusitem.moc"
