@@ -1,0 +1,132 @@
+#include "ProcessRun.h"
+
+#include "ChildSetup.h"
+
+#include <QProcessEnvironment>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <utility>
+
+#include <sys/types.h>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+QProcessEnvironment childEnvironment() {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LC_ALL"_s, u"C"_s);
+    return environment;
+}
+
+bool hasNul(const ProcessRequest& request) {
+    return request.executable.contains(QChar::Null) ||
+           std::any_of(request.arguments.begin(), request.arguments.end(),
+                       [](const QString& argument) { return argument.contains(QChar::Null); });
+}
+
+/// Appends at most so much that `kept` holds `limit` bytes; false when that was not all of `arrived`.
+bool appendWithin(QByteArray& kept, const QByteArray& arrived, qint64 limit) {
+    const qint64 room = std::max<qint64>(0, limit - kept.size());
+    kept.append(arrived.constData(), std::min<qint64>(room, arrived.size()));
+    return arrived.size() <= room;
+}
+
+} // namespace
+
+ProcessRun::ProcessRun(ProcessRequest request, QPromise<ProcessOutcome> promise, QElapsedTimer sinceRequest,
+                       QObject* parent)
+    : QObject(parent), request_(std::move(request)), promise_(std::move(promise)), sinceRequest_(sinceRequest) {
+    process_.setProgram(request_.executable);
+    process_.setArguments(request_.arguments);
+    process_.setProcessEnvironment(childEnvironment());
+    process_.setStandardInputFile(QProcess::nullDevice());
+    if (request_.standardOutputLimit == 0)
+        process_.setStandardOutputFile(QProcess::nullDevice());
+    if (request_.standardErrorKept == 0)
+        process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process_.setChildProcessModifier(&ChildSetup::enter);
+    connect(&process_, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            failToStart(process_.errorString());
+    });
+    connect(&process_, &QProcess::readyReadStandardOutput, this, &ProcessRun::readStandardOutput);
+    connect(&process_, &QProcess::readyReadStandardError, this, &ProcessRun::readStandardError);
+    connect(&process_, &QProcess::finished, this, &ProcessRun::processFinished);
+
+    timeLimit_.setSingleShot(true);
+    timeLimit_.setTimerType(Qt::PreciseTimer);
+    connect(&timeLimit_, &QTimer::timeout, this, [this] {
+        killGroup();
+        settle(ProcessOutcome::End::timedOut);
+    });
+}
+
+ProcessRun::~ProcessRun() {
+    process_.disconnect(this);
+    killGroup();
+    process_.waitForFinished();
+}
+
+void ProcessRun::start() {
+    // The system ends an argument at its first NUL: what it would then run is not what was asked for.
+    if (hasNul(request_))
+        return failToStart(qt_error_string(EINVAL));
+    process_.start(QIODevice::ReadOnly);
+    if (!settled_)
+        timeLimit_.start(request_.timeLimit);
+}
+
+void ProcessRun::killGroup() {
+    const auto child = static_cast<pid_t>(process_.processId());
+    if (child <= 0)
+        return;
+    // A child that has not been scheduled since the fork leads no group yet.
+    if (::kill(-child, SIGKILL) != 0)
+        ::kill(child, SIGKILL);
+}
+
+void ProcessRun::readStandardOutput() {
+    const QByteArray arrived = process_.readAllStandardOutput();
+    if (settled_ || appendWithin(outcome_.standardOutput, arrived, request_.standardOutputLimit))
+        return;
+    killGroup();
+    settle(ProcessOutcome::End::outputTooLarge);
+}
+
+void ProcessRun::readStandardError() {
+    appendWithin(outcome_.standardError, process_.readAllStandardError(), request_.standardErrorKept);
+}
+
+void ProcessRun::processFinished(int status, QProcess::ExitStatus exitStatus) {
+    readStandardOutput();
+    readStandardError();
+    outcome_.status = status;
+    settle(exitStatus == QProcess::NormalExit ? ProcessOutcome::End::exited : ProcessOutcome::End::signalled);
+    deleteLater();
+}
+
+void ProcessRun::failToStart(const QString& reason) {
+    // The toolkit puts the name of the failed call before the system's own words.
+    outcome_.launchError = reason.section(u": "_s, -1).simplified();
+    settle(ProcessOutcome::End::failedToStart);
+    deleteLater();
+}
+
+void ProcessRun::settle(ProcessOutcome::End end) {
+    if (settled_)
+        return;
+    settled_ = true;
+    timeLimit_.stop();
+    outcome_.end = end;
+    outcome_.elapsed = std::chrono::nanoseconds(sinceRequest_.nsecsElapsed());
+    promise_.addResult(std::move(outcome_));
+    promise_.finish();
+    outcome_ = {};
+}
+
+} // namespace tarnwick

@@ -1,0 +1,44 @@
+#include "ChildSetup.h"
+
+#include <csignal>
+#include <optional>
+
+#include <linux/close_range.h>
+#include <unistd.h>
+
+namespace tarnwick::ChildSetup {
+
+namespace {
+
+std::optional<rlimit> original;
+
+}
+
+void raiseOpenFileLimit() {
+    rlimit limit{};
+    if (original || ::getrlimit(RLIMIT_NOFILE, &limit) != 0)
+        return;
+    const rlimit before = limit;
+    limit.rlim_cur = limit.rlim_max;
+    if (::setrlimit(RLIMIT_NOFILE, &limit) == 0)
+        original = before;
+}
+
+rlim_t openFileLimit() {
+    rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    return original.value_or(limit).rlim_cur;
+}
+
+void enter() {
+    ::setpgid(0, 0);
+    if (original)
+        ::setrlimit(RLIMIT_NOFILE, &*original);
+    // Libraries and whoever started this process may have left files open; a child that outlives us must not hold them.
+    ::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
+    sigset_t none;
+    ::sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+} // namespace tarnwick::ChildSetup

@@ -1,0 +1,314 @@
+#include "ProcessRunner.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using namespace tarnwick;
+using End = ProcessOutcome::End;
+
+Q_DECLARE_METATYPE(tarnwick::ProcessOutcome::End)
+
+namespace {
+
+constexpr qint64 mebibyte = qint64{1024} * 1024;
+
+ProcessRequest shell(const QString& script) {
+    return {.executable = u"/bin/sh"_s,
+            .arguments = {u"-c"_s, script},
+            .standardOutputLimit = 8 * mebibyte,
+            .standardErrorKept = 65536};
+}
+
+ProcessOutcome outcomeOf(const ProcessRequest& request) {
+    return ProcessRunner::run(request).result();
+}
+
+QByteArray outputOf(const QString& script) {
+    return outcomeOf(shell(script)).standardOutput;
+}
+
+/// Whether the process has ended, be it that nobody has asked for its status yet.
+bool isGone(const QByteArray& process) {
+    QFile file(u"/proc/%1/stat"_s.arg(process.toInt()));
+    return !file.open(QIODevice::ReadOnly) || file.readAll().contains(") Z ");
+}
+
+} // namespace
+
+class ProcessRunnerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    static void initTestCase() {
+        // A soft limit below the hard one, to see it raised here and given back to children.
+        rlimit limit{};
+        QCOMPARE(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+        QVERIFY2(limit.rlim_max >= 5000, "a thousand children need 5000 open files");
+        limit.rlim_cur = 256;
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+        ProcessRunner::raiseOpenFileLimit();
+        QCOMPARE(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+        QCOMPARE(limit.rlim_cur, limit.rlim_max);
+    }
+
+    static void end_data() {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<End>("end");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<QByteArray>("error");
+        QTest::newRow("success") << u"echo a; echo b >&2"_s << End::exited << 0 << "a\n"_ba
+                                 << "b\n"_ba;
+        QTest::newRow("status") << u"echo a; exit 255"_s << End::exited << 255 << "a\n"_ba
+                                << ""_ba;
+        QTest::newRow("a status like a signal's") << u"exit 137"_s << End::exited << 137 << ""_ba
+                                                  << ""_ba;
+        QTest::newRow("SIGTERM") << u"printf a; kill -TERM $$"_s << End::signalled << int{SIGTERM} << "a"_ba
+                                 << ""_ba;
+        QTest::newRow("SIGSEGV") << u"kill -SEGV $$"_s << End::signalled << int{SIGSEGV} << ""_ba
+                                 << ""_ba;
+        QTest::newRow("SIGPIPE") << u"kill -PIPE $$; exit 3"_s << End::signalled << int{SIGPIPE} << ""_ba
+                                 << ""_ba;
+        QTest::newRow("bytes that are no text")
+            << uR"(printf '\377\000\303x')"_s << End::exited << 0 << QByteArray("\xff\0\xc3x", 4) << ""_ba;
+        QTest::newRow("nothing to read") << u"cat; echo $?"_s << End::exited << 0 << "0\n"_ba
+                                         << ""_ba;
+        QTest::newRow("a grandchild keeps the pipes")
+            << u"sleep 30 & echo a; echo b >&2"_s << End::exited << 0 << "a\n"_ba
+            << "b\n"_ba;
+    }
+
+    static void end() {
+        QFETCH(const QString, script);
+        QElapsedTimer clock;
+        clock.start();
+        const ProcessOutcome outcome = outcomeOf(shell(script));
+        QVERIFY(outcome.elapsed > 0ns);
+        QVERIFY(outcome.elapsed < 20s);
+        QVERIFY(outcome.elapsed <= std::chrono::nanoseconds(clock.nsecsElapsed()));
+        QTEST(outcome.end, "end");
+        QTEST(outcome.status, "status");
+        QTEST(outcome.standardOutput, "output");
+        QTEST(outcome.standardError, "error");
+    }
+
+    static void launchFailure_data() {
+        QTest::addColumn<QString>("executable");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("missing") << u"/no/such: file"_s << QStringList{} << u"No such file or directory"_s;
+        QTest::newRow("not executable") << u"/etc/passwd"_s << QStringList{} << u"Permission denied"_s;
+        QTest::newRow("a folder") << u"/tmp"_s << QStringList{} << u"Permission denied"_s;
+        QTest::newRow("NUL inside") << u"/bin/sh"_s << QStringList{u"-c"_s, u"echo a"_s + QChar(0)}
+                                    << u"Invalid argument"_s;
+        QTest::newRow("too long") << u"/bin/true"_s << QStringList{QString(mebibyte, u'a')}
+                                  << u"Argument list too long"_s;
+    }
+
+    static void launchFailure() {
+        QFETCH(const QString, executable);
+        QFETCH(const QStringList, arguments);
+        const ProcessOutcome outcome = outcomeOf({.executable = executable, .arguments = arguments});
+        QCOMPARE(outcome.end, End::failedToStart);
+        QVERIFY(!outcome.succeeded());
+        QTEST(outcome.launchError, "reason");
+    }
+
+    static void noFilesLeft() {
+        // The worker is there, and the sanitizer, which needs files itself for that, has seen how a launch fails.
+        QCOMPARE(outcomeOf({}).end, End::failedToStart);
+        rlimit limit{};
+        QCOMPARE(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+        const rlimit before = limit;
+        limit.rlim_cur = 3;
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+        const ProcessOutcome outcome = outcomeOf(shell(u"echo a"_s));
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &before), 0);
+        QCOMPARE(outcome.end, End::failedToStart);
+        QVERIFY(!outcome.launchError.isEmpty());
+    }
+
+    static void childSetUp() {
+        qputenv("LC_ALL", "de_DE.UTF-8");
+        qputenv("TARNWICK_TEST", "kept");
+        QCOMPARE(outputOf(u"echo $LC_ALL $TARNWICK_TEST"_s), "C kept\n");
+        QCOMPARE(outputOf(u"ulimit -Sn"_s), "256\n");
+
+        // pid = process group, and no signal blocked or ignored.
+        QCOMPARE(outputOf(u"set -- $(cat /proc/$$/stat); [ $1 = $5 ] && echo leader"_s), "leader\n");
+        QCOMPARE(outputOf(u"exec grep -E '^Sig(Blk|Ign)' /proc/self/status"_s),
+                 "SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n");
+    }
+
+    static void onlyStandardStreamsAreOpen() {
+        const int leak = ::open("/dev/zero", O_RDONLY); // NOLINT(android-cloexec-open): as careless libraries do
+        const QFuture<ProcessOutcome> other = ProcessRunner::run(shell(u"exec sleep 0.5"_s));
+        const QByteArrayList open = outputOf(u"for f in /proc/$$/fd/*; do readlink $f; done"_s).trimmed().split('\n');
+        ::close(leak);
+        QVERIFY2(open.size() == 3, open.join(' '));
+        QCOMPARE(open.at(0), "/dev/null");
+        QVERIFY2(open.at(1).startsWith("pipe:") && open.at(2).startsWith("pipe:"), open.join(' '));
+    }
+
+    static void notCaptured() {
+        const ProcessOutcome outcome = outcomeOf(
+            {.executable = u"/bin/sh"_s, .arguments = {u"-c"_s, u"readlink /proc/$$/fd/1 | grep -qx /dev/null"_s}});
+        QVERIFY(outcome.succeeded());
+        QVERIFY(outcome.standardOutput.isEmpty());
+    }
+
+    static void outputLimits() {
+        ProcessRequest request = shell(u"head -c 8388608 /dev/zero; head -c 100000 /dev/zero >&2"_s);
+        ProcessOutcome outcome = outcomeOf(request);
+        QVERIFY(outcome.succeeded());
+        QCOMPARE(outcome.standardOutput.size(), 8 * mebibyte);
+        QCOMPARE(outcome.standardError.size(), 65536);
+
+        request = shell(u"head -c 8388609 /dev/zero; exec sleep 30"_s);
+        outcome = outcomeOf(request);
+        QCOMPARE(outcome.end, End::outputTooLarge);
+        QVERIFY(outcome.elapsed < 20s);
+        QCOMPARE(outcome.standardOutput.size(), 8 * mebibyte);
+    }
+
+    /// Both limits kill what the child started, too.
+    static void limitKillsTheGroup_data() {
+        QTest::addColumn<QString>("flood");
+        QTest::addColumn<End>("end");
+        QTest::newRow("time") << u":"_s << End::timedOut;
+        QTest::newRow("output") << u"yes"_s << End::outputTooLarge;
+    }
+
+    static void limitKillsTheGroup() {
+        QFETCH(const QString, flood);
+        QFETCH(const End, end);
+        ProcessRequest request = shell(u"trap '' TERM; sleep 300 & echo $$ $!; %1; wait"_s.arg(flood));
+        request.timeLimit = end == End::timedOut ? 300ms : 30s;
+        const ProcessOutcome outcome = outcomeOf(request);
+        QCOMPARE(outcome.end, end);
+        if (end == End::timedOut) {
+            QVERIFY(outcome.elapsed >= 300ms);
+            QVERIFY(outcome.elapsed < 5s);
+        }
+        const QByteArrayList processes = outcome.standardOutput.left(outcome.standardOutput.indexOf('\n')).split(' ');
+        QCOMPARE(processes.size(), 2);
+        for (const QByteArray& process : processes)
+            QTRY_VERIFY(isGone(process));
+    }
+
+    static void aThousandAtOnce() {
+        constexpr int count = 1000;
+        const QTemporaryDir folder;
+        const QByteArray gate = QFile::encodeName(folder.filePath(u"gate"_s));
+        QCOMPARE(::mkfifo(gate.constData(), 0600), 0);
+        const int opened = ::open(gate.constData(), O_RDWR | O_CLOEXEC);
+        QVERIFY(opened >= 0);
+        const ProcessRequest request = shell(u"cd %1; echo >> here; read line < gate; echo x"_s.arg(folder.path()));
+        QList<QFuture<ProcessOutcome>> futures;
+        QElapsedTimer clock;
+        clock.start();
+        for (int i = 0; i < count; ++i)
+            futures.append(ProcessRunner::run(request));
+        QVERIFY2(clock.elapsed() < 1000, "the caller waited for its children");
+        QTRY_COMPARE_WITH_TIMEOUT(QFileInfo(folder.filePath(u"here"_s)).size(), count, 25'000);
+
+        QCOMPARE(::write(opened, QByteArray(count, '\n').constData(), count), count);
+        for (const QFuture<ProcessOutcome>& future : futures) {
+            QVERIFY(future.result().succeeded());
+            QCOMPARE(future.result().standardOutput, "x\n");
+        }
+        ::close(opened);
+    }
+
+    static void detached() {
+        const QTemporaryDir folder;
+        const QString script =
+            u"open=$(readlink /proc/$$/fd/[012]); { cut -d' ' -f6 /proc/$$/stat; "
+            "echo $1 $LC_ALL; ulimit -Sn; echo $open; } > %1/new; mv %1/new %1/done"_s.arg(folder.path());
+        qputenv("LC_ALL", "C.UTF-8");
+        QVERIFY(ProcessRunner::startDetached(u"/bin/sh"_s, {u"-c"_s, script, u"sh"_s, u"a 'b\"$c"_s}));
+        QFile done(folder.filePath(u"done"_s));
+        QTRY_VERIFY(done.exists());
+        QVERIFY(done.open(QIODevice::ReadOnly));
+        QVERIFY2(done.readLine().toInt() != ::getsid(0), "the same session");
+        QCOMPARE(done.readAll(), "a 'b\"$c C.UTF-8\n256\n/dev/null /dev/null /dev/null\n");
+        QVERIFY(!ProcessRunner::startDetached(u"/no/such/file"_s, {}));
+    }
+
+    static void applicationExit_data() {
+        QTest::addColumn<QString>("way");
+        QTest::addColumn<QByteArray>("output");
+        QTest::newRow("application destroyed") << u"destroy"_s << "11"_ba;
+        QTest::newRow("exit() with the application alive") << u"exit"_s << ""_ba;
+    }
+
+    /// A second copy of this program ends while children run, and leaves none behind.
+    static void applicationExit() {
+        QFETCH(const QString, way);
+        const QTemporaryDir folder;
+        QProcess program;
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.start(QCoreApplication::applicationFilePath(), {u"--end"_s, way, folder.filePath(u"ids"_s)});
+        QVERIFY(program.waitForFinished());
+        const QByteArray output = program.readAll();
+        QVERIFY2(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0, output);
+        QTEST(output, "output");
+        QFile ids(folder.filePath(u"ids"_s));
+        QVERIFY(ids.open(QIODevice::ReadOnly));
+        const QByteArrayList children = ids.readAll().simplified().split(' ');
+        QCOMPARE(children.size(), 4);
+        for (const QByteArray& child : children)
+            QTRY_VERIFY(isGone(child));
+    }
+};
+
+namespace {
+
+/// Ends the application in this way while two children run, and says which futures were cancelled.
+int endApplication(int& argc, char** argv) {
+    const QByteArray way = argv[2];
+    const QString ids = QFile::decodeName(argv[3]);
+    auto application = std::make_unique<QCoreApplication>(argc, argv);
+    const ProcessRequest request = shell(u"sleep 300 & echo $$ $! >> %1; wait"_s.arg(ids));
+    const QList<QFuture<ProcessOutcome>> running{ProcessRunner::run(request), ProcessRunner::run(request)};
+    const bool started = QTest::qWaitFor([&] {
+        QFile file(ids);
+        return file.open(QIODevice::ReadOnly) && file.readAll().count('\n') == 2;
+    });
+    if (!started)
+        return 1;
+    if (way == "exit")
+        std::exit(0); // NOLINT(concurrency-mt-unsafe)
+    application.reset();
+    for (const QFuture<ProcessOutcome>& future : running)
+        std::printf("%d", future.isFinished() && future.isCanceled());
+    return ProcessRunner::run(request).isCanceled() ? 0 : 2;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc == 4 && qstrcmp(argv[1], "--end") == 0)
+        return endApplication(argc, argv);
+    const QCoreApplication application(argc, argv);
+    ProcessRunnerTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_processrunner.moc"
