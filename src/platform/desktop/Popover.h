@@ -22,12 +22,16 @@ public:
     /// Closes it when it is shown.
     virtual void close() = 0;
     [[nodiscard]] virtual bool isShown() const = 0;
+    /// Content shown now may be translucent: its owner leaves its background clear and draws rounded corners. Without
+    /// it what is clear would be black, so content fills its rectangle.
+    [[nodiscard]] virtual bool isTranslucent() const { return false; }
 
 Q_SIGNALS:
     /// A mouse button went down outside, or the program lost the keyboard: the owner decides what that means.
     void pressedOutside();
     void lostFocus();
-    /// It is closed, by whatever path; the content is gone.
+    /// It is closed, by whatever path; the content is gone. close() may be called from inside the content, which then
+    /// goes, and this is said, on return to the event loop.
     void didClose();
 };
 

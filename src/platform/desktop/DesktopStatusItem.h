@@ -1,0 +1,42 @@
+#pragma once
+
+#include "ColorScheme.h"
+#include "FloatingStatusItem.h"
+#include "StatusItem.h"
+#include "StatusNotifierItem.h"
+
+#include <QDBusConnection>
+#include <QTimer>
+
+#include <chrono>
+#include <memory>
+
+namespace tarnwick {
+
+/// The status item of a graphical desktop: in its status area where it has one, else as a floating strip. It changes
+/// over whenever a host of status items comes or goes.
+class DesktopStatusItem : public StatusItem {
+    Q_OBJECT
+
+public:
+    /// `patience`: how long the desktop may be without a host before the strip appears; a panel that starts with the
+    /// session, or anew, needs a moment.
+    explicit DesktopStatusItem(const QDBusConnection& bus = QDBusConnection::sessionBus(),
+                               std::chrono::milliseconds patience = std::chrono::seconds(2), QObject* parent = nullptr);
+
+    void setContent(const StatusItemContent& content) override;
+    /// The strip is what the user sees.
+    [[nodiscard]] bool isFloating() const { return strip_ != nullptr; }
+
+private:
+    void hostChanged(bool present);
+    void showStrip();
+
+    ColorScheme colors_;
+    StatusNotifierItem notifier_;
+    std::unique_ptr<FloatingStatusItem> strip_;
+    QTimer patience_;
+    StatusItemContent content_;
+};
+
+} // namespace tarnwick

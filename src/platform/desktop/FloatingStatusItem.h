@@ -1,0 +1,27 @@
+#pragma once
+
+#include "ColorScheme.h"
+#include "StatusItem.h"
+
+#include <memory>
+
+namespace tarnwick {
+
+/// The status item of a desktop without a status area: a small strip at the top right of the primary screen, above all
+/// windows, that never takes the focus. It can be dragged elsewhere; a change of the screen puts it back.
+class FloatingStatusItem : public StatusItem {
+    Q_OBJECT
+
+public:
+    /// `colors` must outlive the item. Nothing is shown before the first content.
+    explicit FloatingStatusItem(const ColorScheme& colors, QObject* parent = nullptr);
+    ~FloatingStatusItem() override;
+
+    void setContent(const StatusItemContent& content) override;
+
+private:
+    class Strip;
+    std::unique_ptr<Strip> strip_;
+};
+
+} // namespace tarnwick

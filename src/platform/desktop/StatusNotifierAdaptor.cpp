@@ -1,0 +1,48 @@
+#include "StatusNotifierAdaptor.h"
+
+#include <QDBusMessage>
+#include <QStringList>
+#include <QVariantMap>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+StatusNotifierAdaptor::StatusNotifierAdaptor(StatusNotifierItem* item, const QDBusConnection& bus)
+    : QDBusAbstractAdaptor(item), item_(*item), bus_(bus) {
+    connect(item, &StatusNotifierItem::textChanged, this, &StatusNotifierAdaptor::sendText);
+    connect(item, &StatusNotifierItem::iconChanged, this, &StatusNotifierAdaptor::NewIcon);
+}
+
+void StatusNotifierAdaptor::sendText() {
+    Q_EMIT NewTitle();
+    Q_EMIT NewToolTip();
+    Q_EMIT XAyatanaNewLabel(label(), labelGuide());
+    // Hosts that keep a cache of properties learn of the label only by the standard signal.
+    QDBusMessage changed = QDBusMessage::createSignal(u"/StatusNotifierItem"_s, u"org.freedesktop.DBus.Properties"_s,
+                                                      u"PropertiesChanged"_s);
+    changed << u"org.kde.StatusNotifierItem"_s
+            << QVariantMap{{u"XAyatanaLabel"_s, label()}, {u"XAyatanaLabelGuide"_s, labelGuide()}} << QStringList();
+    bus_.send(changed);
+}
+
+void StatusNotifierAdaptor::Activate(int x, int y) {
+    item_.click(x, y);
+}
+
+void StatusNotifierAdaptor::SecondaryActivate(int x, int y) {
+    item_.click(x, y);
+}
+
+void StatusNotifierAdaptor::ContextMenu(int x, int y) {
+    item_.click(x, y);
+}
+
+void StatusNotifierAdaptor::Scroll(int /*delta*/, const QString& /*orientation*/) {}
+
+void StatusNotifierAdaptor::ProvideXdgActivationToken(const QString& token) {
+    // Where Qt looks for it when a window asks for the focus; it clears it then.
+    qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+}
+
+} // namespace tarnwick

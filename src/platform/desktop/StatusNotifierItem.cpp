@@ -1,0 +1,122 @@
+#include "StatusNotifierItem.h"
+
+#include "StatusItemIcon.h"
+#include "StatusNotifierAdaptor.h"
+
+#include <QCursor>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+#include <QGuiApplication>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+const auto watcherService = u"org.kde.StatusNotifierWatcher"_s;
+const auto watcherPath = u"/StatusNotifierWatcher"_s;
+const auto itemPath = u"/StatusNotifierItem"_s;
+
+/// Hosts take the size that fits their panel; these are the usual ones, at one and two pixels to the point.
+constexpr std::array iconSizes{16, 22, 24, 32, 44, 48};
+
+/// GNOME's panel is dark under the light scheme too.
+bool panelIsDark(const ColorScheme& colors) {
+    return colors.isDark() || qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(u"GNOME"_s);
+}
+} // namespace
+
+StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, const ColorScheme& colors, QObject* parent)
+    : StatusItem(parent)
+    , bus_(bus)
+    , colors_(colors)
+    , watcher_(watcherService, bus, QDBusServiceWatcher::WatchForOwnerChange) {
+    registerStatusNotifierTypes();
+    new StatusNotifierAdaptor(this, bus);
+    bus_.registerObject(itemPath, this);
+    connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& newOwner) {
+                if (newOwner.isEmpty())
+                    setHost(false);
+                else
+                    registerItem();
+            });
+    for (const auto& change : {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s})
+        bus_.connect(watcherService, watcherPath, watcherService, change, this, SLOT(askForHost()));
+    connect(&colors_, &ColorScheme::changed, this, &StatusNotifierItem::refreshIcon);
+    registerItem();
+}
+
+void StatusNotifierItem::setContent(const StatusItemContent& content) {
+    if (content == content_)
+        return;
+    const bool sameIcon = content.symbolName == content_.symbolName && content.description == content_.description;
+    content_ = content;
+    const QString text = content.title.trimmed();
+    if (text != text_) {
+        text_ = text;
+        Q_EMIT textChanged();
+    }
+    if (!sameIcon)
+        refreshIcon();
+}
+
+QString StatusNotifierItem::title() const {
+    return text_.isEmpty() ? content_.description : text_;
+}
+
+StatusNotifierToolTip StatusNotifierItem::toolTip() const {
+    return {{}, {}, content_.description, text_.toHtmlEscaped()};
+}
+
+void StatusNotifierItem::click(int x, int y) {
+    // On a scaled screen hosts disagree whether they count device pixels; the pointer is where the click was.
+    Q_EMIT clicked(qGuiApp->devicePixelRatio() > 1.0 ? QCursor::pos() : QPoint(x, y));
+}
+
+void StatusNotifierItem::refreshIcon() {
+    icon_.clear();
+    for (const int size : iconSizes)
+        icon_ << statusNotifierPixmap(
+            statusItemIcon(content_.symbolName, size, panelIsDark(colors_) ? QColor(0xf2f2f2) : QColor(0x2b2b2b)));
+    Q_EMIT iconChanged();
+}
+
+void StatusNotifierItem::registerItem() {
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(watcherService, watcherPath, watcherService, u"RegisterStatusNotifierItem"_s);
+    call << bus_.baseService();
+    auto* const reply = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
+    connect(reply, &QDBusPendingCallWatcher::finished, this, [this, reply] {
+        reply->deleteLater();
+        if (reply->isError())
+            setHost(false);
+        else
+            askForHost();
+    });
+}
+
+void StatusNotifierItem::askForHost() {
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(watcherService, watcherPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    call << watcherService << u"IsStatusNotifierHostRegistered"_s;
+    auto* const watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        const QDBusPendingReply<QDBusVariant> reply = *watcher;
+        setHost(!reply.isError() && reply.value().variant().toBool());
+    });
+}
+
+void StatusNotifierItem::setHost(bool present) {
+    if (host_ == present)
+        return;
+    host_ = present;
+    Q_EMIT hostChanged(present);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "ColorScheme.h"
+#include "StatusItem.h"
+#include "StatusNotifierTypes.h"
+
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+
+#include <optional>
+
+namespace tarnwick {
+
+/// The status item in the desktop's own status area: an org.kde.StatusNotifierItem under this program's unique bus
+/// name. It keeps itself registered with whatever watcher the session has, and says whether a host shows it.
+/// Nothing goes over the bus while text and icon stay the same.
+class StatusNotifierItem : public StatusItem {
+    Q_OBJECT
+
+public:
+    /// `colors` must outlive the item.
+    StatusNotifierItem(const QDBusConnection& bus, const ColorScheme& colors, QObject* parent = nullptr);
+
+    void setContent(const StatusItemContent& content) override;
+
+    [[nodiscard]] QString text() const { return text_; } ///< the title without the space before it
+    [[nodiscard]] QString title() const;                 ///< the text, or the description without one
+    [[nodiscard]] QString description() const { return content_.description; }
+    [[nodiscard]] QList<StatusNotifierPixmap> icon() const { return icon_; }
+    [[nodiscard]] StatusNotifierToolTip toolTip() const;
+    /// A click at a point of the screen as the host counts it.
+    void click(int x, int y);
+
+Q_SIGNALS:
+    /// A host shows the item, or none does (any more). Said once soon after construction, then at each change.
+    void hostChanged(bool present);
+    void textChanged();
+    void iconChanged();
+
+private Q_SLOTS:
+    void askForHost();
+
+private:
+    void registerItem();
+    void refreshIcon();
+    void setHost(bool present);
+
+    QDBusConnection bus_;
+    const ColorScheme& colors_;
+    QDBusServiceWatcher watcher_;
+    StatusItemContent content_;
+    QString text_;
+    QList<StatusNotifierPixmap> icon_;
+    std::optional<bool> host_;
+};
+
+} // namespace tarnwick
