@@ -1,0 +1,162 @@
+#include "SymbolImage.h"
+
+#include <QFile>
+#include <QTest>
+#include <QThreadPool>
+#include <QXmlStreamReader>
+
+#include <atomic>
+
+using namespace Qt::StringLiterals;
+using namespace tarnwick;
+
+namespace {
+
+constexpr int unit = 4; // pixels per grid unit, where a drawing is measured
+constexpr int grid = 24;
+
+/// Every name the program asks for.
+const QStringList used = uR"(apple.logo arrow.clockwise arrow.counterclockwise arrow.down arrow.right.circle.fill
+        arrow.triangle.2.circlepath arrow.up checkmark checkmark.circle.fill checkmark.seal.fill chevron.down
+        chevron.down.circle.fill chevron.right chevron.up chevron.up.circle.fill circle clock cpu cup.and.saucer.fill
+        desktopcomputer doc.text.magnifyingglass exclamationmark.triangle.fill flame flame.fill gearshape globe
+        heart.circle.fill heart.fill info.circle internaldrive line.3.horizontal macmini macmini.fill memorychip
+        menubar.rectangle network pause.circle pin.fill play.circle plus sensor.tag.radiowaves.forward server.rack
+        shippingbox.fill slash.circle.fill sparkle sparkles square.grid.2x2 terminal terminal.fill
+        thermometer.medium trash waveform.path.ecg xmark.octagon.fill)"_s.simplified()
+                             .split(u' ');
+
+struct Ink {
+    QRect box;        // around every pixel at least half covered
+    double share = 0; // of the whole square
+    int strongest = 0;
+};
+
+Ink inkOf(const QImage& image) {
+    Ink ink;
+    int sum = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const int alpha = image.pixelColor(x, y).alpha();
+            sum += alpha;
+            ink.strongest = qMax(ink.strongest, alpha);
+            if (alpha >= 128)
+                ink.box |= QRect(x, y, 1, 1);
+        }
+    }
+    ink.share = sum / (255. * image.width() * image.height());
+    return ink;
+}
+
+void oneRowPerSymbol() {
+    QTest::addColumn<QString>("name");
+    for (const QString& name : used)
+        QTest::newRow(qPrintable(name)) << name;
+}
+
+} // namespace
+
+class TestSymbols : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyNameHasADrawing() {
+        QStringList drawn = SymbolImage::names();
+        drawn.sort();
+        QCOMPARE(drawn, used);
+    }
+
+    void hasTheFamilysSizeAndWeight_data() { oneRowPerSymbol(); }
+
+    void hasTheFamilysSizeAndWeight() {
+        QFETCH(const QString, name);
+        const Ink ink = inkOf(SymbolImage::render(name, grid * unit, Qt::black));
+        const QRect live(unit, unit, (grid - 2) * unit, (grid - 2) * unit);
+        QVERIFY2(live.contains(ink.box), "reaches into the margin of one unit");
+        QVERIFY2(qMax(ink.box.width(), ink.box.height()) >= 14 * unit, "smaller than its fellows");
+        const QPoint offset = ink.box.center() - live.center();
+        QVERIFY2(qMax(qAbs(offset.x()), qAbs(offset.y())) <= unit, "off centre");
+
+        const bool solid = name.endsWith(u".fill");
+        QVERIFY2(ink.share >= (solid ? 0.25 : 0.06), qPrintable(u"too light: %1"_s.arg(ink.share)));
+        QVERIFY2(ink.share <= (solid ? 0.60 : 0.36), qPrintable(u"too heavy: %1"_s.arg(ink.share)));
+        for (const int pixels : {12, 14, 16, 22}) {
+            const int strongest = inkOf(SymbolImage::render(name, pixels, Qt::black)).strongest;
+            QVERIFY2(strongest >= 150, qPrintable(u"faint at %1 px: %2"_s.arg(pixels).arg(strongest)));
+        }
+    }
+
+    void isDrawnWithOnePen_data() { oneRowPerSymbol(); }
+
+    /// Tinting keeps only the coverage: a second colour in a drawing would silently be lost.
+    void isDrawnWithOnePen() {
+        QFETCH(const QString, name);
+        QFile file(u":/symbols/%1.svg"_s.arg(name));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QXmlStreamReader reader(&file);
+        while (!reader.atEnd()) {
+            if (reader.readNext() != QXmlStreamReader::StartElement)
+                continue;
+            const QXmlStreamAttributes attributes = reader.attributes();
+            if (reader.name() == u"svg")
+                QCOMPARE(attributes.value(u"viewBox"_s), u"0 0 24 24");
+            for (const QXmlStreamAttribute& attribute : attributes) {
+                const auto value = attribute.value();
+                if (attribute.name() == u"fill" || attribute.name() == u"stroke")
+                    QVERIFY2(value == u"none" || value == u"#000", qPrintable(value.toString()));
+                if (attribute.name() == u"stroke-width")
+                    QCOMPARE(value, u"1.75");
+                QVERIFY2(!attribute.name().contains(u"opacity") && attribute.name() != u"style", "more than one pen");
+            }
+        }
+        QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
+    }
+
+    void tintKeepsColourAndOpacity() {
+        const QImage image = SymbolImage::render(u"heart.fill"_s, 48, QColor(217, 45, 32, 128));
+        const QColor middle = image.pixelColor(24, 24);
+        QCOMPARE(middle.alpha(), 128);
+        QVERIFY(qAbs(middle.red() - 217) <= 2 && qAbs(middle.green() - 45) <= 2 && qAbs(middle.blue() - 32) <= 2);
+        QCOMPARE(image.pixelColor(0, 0).alpha(), 0);
+    }
+
+    void unknownNameIsTransparent() {
+        for (const QString& name : {u"no.such.symbol"_s, QString()}) {
+            const QImage image = SymbolImage::render(name, 22, Qt::black);
+            QCOMPARE(image.size(), QSize(22, 22));
+            QCOMPARE(inkOf(image).strongest, 0);
+        }
+    }
+
+    void rendersTheSameOnEveryThread() {
+        QList<QImage> expected;
+        for (const QString& name : used)
+            expected.append(SymbolImage::render(name, 22, Qt::white));
+        std::atomic<int> same = 0;
+        QThreadPool threads;
+        threads.setMaxThreadCount(4);
+        for (int thread = 0; thread < 4; ++thread) {
+            threads.start([&] {
+                for (qsizetype i = 0; i < used.size(); ++i)
+                    same += SymbolImage::render(used.at(i), 22, Qt::white) == expected.at(i) ? 1 : 0;
+            });
+        }
+        QVERIFY(threads.waitForDone(60'000));
+        QCOMPARE(same.load(), 4 * static_cast<int>(used.size()));
+    }
+
+    void applicationIconKeepsItsColours() {
+        for (const int pixels : {16, 48, 256}) {
+            const QImage icon = SymbolImage::applicationIcon(pixels);
+            QCOMPARE(icon.size(), QSize(pixels, pixels));
+            QCOMPARE(icon.pixelColor(0, 0).alpha(), 0);
+            const QColor ground = icon.pixelColor(pixels / 2, pixels / 8);
+            QVERIFY2(ground.alpha() == 255 && ground.blue() > 2 * ground.red(), qPrintable(ground.name()));
+            const QColor waveform = icon.pixelColor(pixels / 2, pixels / 2);
+            QVERIFY2(waveform.red() > 150, qPrintable(waveform.name()));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSymbols)
+#include "tst_symbols.moc"
