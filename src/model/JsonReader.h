@@ -31,7 +31,7 @@ template <typename T>
     }
     const QJsonArray array = value.toArray();
     field.reserve(array.size());
-    for (const QJsonValue& element : array) {
+    for (const QJsonValue element : array) {
         if (!readJson(element, field.emplaceBack(), error)) {
             error.prepend(QStringLiteral("[%1] ").arg(field.size() - 1));
             return false;

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "AlertRules.h"
 #include "AppSettings.h"
-#include "SSHConfigParser.h"
 #include "Server.h"
+#include "StoreCollaborators.h"
+#include "StoredFile.h"
 
 #include <QFuture>
 #include <QList>
@@ -15,19 +15,6 @@
 #include <optional>
 
 namespace tarnwick {
-
-/// What the store works with; the defaults are the real ones.
-struct StoreCollaborators {
-    std::function<QFuture<ServerMetrics>(const Server&)> collect;
-    std::function<Instant()> clock;
-    std::function<void(const Alert&, bool withSound, Instant now)> notify;
-    std::function<QList<SSHConfigHost>()> sshHosts;
-    std::function<std::optional<QString>()> computerName;
-    /// Holds `servers.json` and `settings.json`; made when missing.
-    QString folder;
-
-    [[nodiscard]] static StoreCollaborators real();
-};
 
 /// The one owner of the fleet and of the settings, persisted as two JSON files. It refreshes the fleet periodically
 /// and raises alerts. Main thread only.
@@ -91,9 +78,18 @@ Q_SIGNALS:
 private:
     void load();
     void seedDefaults();
+    [[nodiscard]] qsizetype indexOf(const QUuid& id) const;
+    void swapWithNext(qsizetype index);
+    /// Announces, assigns, announces.
+    template <typename T>
+    void assign(T& property, T value, void (ServerStore::*changed)());
+    /// Probes one server and applies the result; `done` is called with whether an entry took it.
+    void probe(const Server& server, const std::function<void(bool applied)>& done);
     bool apply(const QUuid& id, const ServerMetrics& metrics);
 
     StoreCollaborators collaborators_;
+    StoredFile serversFile_;
+    StoredFile settingsFile_;
     QList<Server> servers_;
     AppSettings settings_;
     bool isRefreshing_ = false;

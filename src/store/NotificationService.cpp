@@ -1,0 +1,43 @@
+#include "NotificationService.h"
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick::NotificationService {
+
+namespace {
+
+constexpr double quietSeconds = 300;
+
+QHash<QString, Instant>& sent() {
+    static QHash<QString, Instant> times;
+    return times;
+}
+
+QString quotesEscaped(QString text) {
+    return text.replace(u'"', u"\\\""_s);
+}
+
+} // namespace
+
+void sendAlert(const QString& title, const QString& message, const QString& key, bool withSound, Instant now,
+               const std::function<void(const DesktopNotification&)>& post) {
+    // A post that lies ahead was made before the clock was set back: it must not silence the key until then.
+    if (const auto last = sent().constFind(key);
+        last != sent().constEnd() && std::abs(now.secondsSince(*last)) < quietSeconds)
+        return;
+    sent().insert(key, now);
+    post(notification(title, message, withSound));
+}
+
+DesktopNotification notification(const QString& title, const QString& message, bool withSound) {
+    return {u"Tarnwick"_s, title, message, withSound ? std::optional(u"Hero"_s) : std::nullopt};
+}
+
+QString appleScriptLine(const QString& title, const QString& message, bool withSound) {
+    return u"display notification \""_s + quotesEscaped(message) + u"\" with title \"Tarnwick\" subtitle \""_s +
+           quotesEscaped(title) + (withSound ? u"\" sound name \"Hero\""_s : u"\""_s);
+}
+
+} // namespace tarnwick::NotificationService

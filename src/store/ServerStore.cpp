@@ -1,0 +1,249 @@
+#include "ServerStore.h"
+
+#include "Coding.h"
+
+#include <QDir>
+#include <QPromise>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <chrono>
+#include <limits>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+QString ServerStore::standardFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Tarnwick"_s;
+}
+
+ServerStore::ServerStore(StoreCollaborators collaborators, QObject* parent)
+    : QObject(parent)
+    , collaborators_(std::move(collaborators))
+    , serversFile_(collaborators_.folder + u"/servers.json"_s)
+    , settingsFile_(collaborators_.folder + u"/settings.json"_s)
+    , refreshTimer_(this) {
+    refreshTimer_.setTimerType(Qt::PreciseTimer);
+    connect(&refreshTimer_, &QTimer::timeout, this, &ServerStore::refreshAll);
+
+    load();
+    if (servers_.isEmpty())
+        seedDefaults();
+    setupTimer();
+    QMetaObject::invokeMethod(
+        this, [this] { refreshAll(); }, Qt::QueuedConnection);
+}
+
+ServerStore::~ServerStore() = default;
+
+template <typename T>
+void ServerStore::assign(T& property, T value, void (ServerStore::*changed)()) {
+    Q_EMIT objectWillChange();
+    property = std::move(value);
+    Q_EMIT(this->*changed)();
+}
+
+// ---- Loading and saving
+
+void ServerStore::load() {
+    const QFileInfo folder(collaborators_.folder);
+    QDir().mkpath(folder.path());
+    QDir().mkdir(folder.filePath(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+
+    if (const auto json = serversFile_.read()) {
+        auto decoded = decodeServers(*json);
+        if (auto* servers = std::get_if<QList<Server>>(&decoded))
+            servers_ = std::move(*servers);
+        else
+            serversFile_.reject();
+    }
+    if (const auto json = settingsFile_.read()) {
+        const auto decoded = decodeSettings(*json);
+        if (const auto* settings = std::get_if<AppSettings>(&decoded))
+            settings_ = *settings;
+        else
+            settingsFile_.reject();
+    }
+}
+
+void ServerStore::seedDefaults() {
+    Server local;
+    local.id = QUuid::createUuid();
+    local.name = collaborators_.computerName().value_or(u"Local Machine"_s);
+    local.host = u"localhost"_s;
+    local.user = u"root"_s;
+    local.isLocal = true;
+    QList<Server> servers{local};
+    const QList<SSHConfigHost> hosts = collaborators_.sshHosts();
+    for (const SSHConfigHost& host : hosts) {
+        Server server;
+        server.id = QUuid::createUuid();
+        server.name = host.alias;
+        server.host = host.hostname;
+        server.user = host.user;
+        server.port = host.port;
+        server.customSshKeyPath = host.identityFile;
+        servers.append(server);
+    }
+    setServers(std::move(servers));
+    save();
+}
+
+void ServerStore::save() {
+    const Instant now = collaborators_.clock();
+    const auto servers = encodeServers(servers_);
+    if (!servers || !serversFile_.write(*servers, now))
+        return;
+    if (const auto settings = encodeSettings(settings_))
+        settingsFile_.write(*settings, now);
+}
+
+// ---- Editing
+
+qsizetype ServerStore::indexOf(const QUuid& id) const {
+    const auto entry =
+        std::find_if(servers_.cbegin(), servers_.cend(), [&id](const Server& server) { return server.id == id; });
+    return entry == servers_.cend() ? -1 : entry - servers_.cbegin();
+}
+
+const Server* ServerStore::server(const QUuid& id) const {
+    const qsizetype index = indexOf(id);
+    return index < 0 ? nullptr : &servers_.at(index);
+}
+
+void ServerStore::setServers(QList<Server> servers) {
+    assign(servers_, std::move(servers), &ServerStore::serversChanged);
+}
+
+void ServerStore::setSettings(const AppSettings& settings) {
+    assign(settings_, settings, &ServerStore::settingsChanged);
+}
+
+void ServerStore::addServer(const Server& server) {
+    Q_EMIT objectWillChange();
+    servers_.append(server);
+    Q_EMIT serversChanged();
+    save();
+    QMetaObject::invokeMethod(
+        this, [this, server] { refreshServer(server); }, Qt::QueuedConnection);
+}
+
+void ServerStore::updateServer(const Server& server) {
+    const qsizetype index = indexOf(server.id);
+    if (index < 0)
+        return;
+    Q_EMIT objectWillChange();
+    servers_[index] = server;
+    Q_EMIT serverChanged(server.id);
+    save();
+}
+
+void ServerStore::removeServer(const QUuid& id) {
+    if (indexOf(id) >= 0) {
+        Q_EMIT objectWillChange();
+        servers_.removeIf([id](const Server& server) { return server.id == id; });
+        Q_EMIT serversChanged();
+    }
+    save();
+}
+
+void ServerStore::moveServerUp(const QUuid& id) {
+    swapWithNext(indexOf(id) - 1);
+}
+
+void ServerStore::moveServerDown(const QUuid& id) {
+    swapWithNext(indexOf(id));
+}
+
+void ServerStore::swapWithNext(qsizetype index) {
+    if (index < 0 || index + 1 >= servers_.size())
+        return;
+    moveServer(index, index + 1);
+    save();
+}
+
+void ServerStore::moveServer(qsizetype from, qsizetype to) {
+    const qsizetype size = servers_.size();
+    if (from == to || from < 0 || from >= size || to < 0 || to >= size)
+        return;
+    Q_EMIT objectWillChange();
+    servers_.move(from, to);
+    Q_EMIT serversChanged();
+}
+
+// ---- Refreshing
+
+void ServerStore::setupTimer() {
+    constexpr qint64 shortest = 10;
+    // A QTimer counts to 24 days: a period beyond that is not waited for in full.
+    constexpr qint64 longest = std::numeric_limits<int>::max() / 1000;
+    refreshTimer_.start(std::chrono::seconds(std::clamp(settings_.refreshIntervalSeconds, shortest, longest)));
+}
+
+QFuture<void> ServerStore::refreshAll() {
+    if (isRefreshing_)
+        return QtFuture::makeReadyFuture();
+    assign(isRefreshing_, true, &ServerStore::isRefreshingChanged);
+
+    struct Cycle {
+        QPromise<void> promise;
+        qsizetype unfinished = 1; // the launch itself: a probe may answer before the last one is started
+    };
+    const auto cycle = std::make_shared<Cycle>();
+    cycle->promise.start();
+    QFuture<void> future = cycle->promise.future();
+    const auto finishOne = [this, cycle](bool) {
+        if (--cycle->unfinished > 0)
+            return;
+        assign(lastRefreshedAll_, std::optional(collaborators_.clock()), &ServerStore::lastRefreshedAllChanged);
+        save();
+        assign(isRefreshing_, false, &ServerStore::isRefreshingChanged);
+        cycle->promise.finish();
+    };
+    const QList<Server> servers = servers_;
+    for (const Server& server : servers) {
+        if (!server.isEnabled)
+            continue;
+        ++cycle->unfinished;
+        probe(server, finishOne);
+    }
+    finishOne(false);
+    return future;
+}
+
+QFuture<void> ServerStore::refreshServer(const Server& server) {
+    const auto promise = std::make_shared<QPromise<void>>();
+    promise->start();
+    QFuture<void> future = promise->future();
+    probe(server, [this, promise](bool applied) {
+        if (applied)
+            save();
+        promise->finish();
+    });
+    return future;
+}
+
+void ServerStore::probe(const Server& server, const std::function<void(bool applied)>& done) {
+    collaborators_.collect(server).then(this, [this, id = server.id, done](const QFuture<ServerMetrics>& result) {
+        // A probe that was cancelled, at application exit, has no result.
+        done(result.resultCount() > 0 && apply(id, result.result()));
+    });
+}
+
+bool ServerStore::apply(const QUuid& id, const ServerMetrics& metrics) {
+    const qsizetype index = indexOf(id);
+    if (index < 0)
+        return false;
+    Q_EMIT objectWillChange();
+    servers_[index].metrics = metrics;
+    const Server server = servers_.at(index);
+    Q_EMIT serverChanged(id);
+    const QList<Alert> alerts = alertsFor(server, metrics, settings_);
+    for (const Alert& alert : alerts)
+        collaborators_.notify(alert, settings_.soundAlerts, collaborators_.clock());
+    return true;
+}
+
+} // namespace tarnwick

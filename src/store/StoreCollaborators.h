@@ -1,0 +1,31 @@
+#pragma once
+
+#include "AlertRules.h"
+#include "Instant.h"
+#include "SSHConfigParser.h"
+#include "Server.h"
+
+#include <QFuture>
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace tarnwick {
+
+/// What the store works with. All are called on the main thread.
+struct StoreCollaborators {
+    std::function<QFuture<ServerMetrics>(const Server&)> collect;
+    std::function<Instant()> clock;
+    std::function<void(const Alert&, bool withSound, Instant now)> notify;
+    std::function<QList<SSHConfigHost>()> sshHosts;
+    std::function<std::optional<QString>()> computerName;
+    /// Holds `servers.json` and `settings.json`; made when missing.
+    QString folder;
+
+    /// The real ones: probes over ssh, the wall clock, the desktop's notifications, the standard folder.
+    [[nodiscard]] static StoreCollaborators real();
+};
+
+} // namespace tarnwick
