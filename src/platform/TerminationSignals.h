@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+
+#include <array>
+#include <csignal>
+
+class QSocketNotifier;
+
+namespace tarnwick {
+
+/// SIGTERM, SIGINT and SIGHUP as a Qt signal in this object's thread, and no death by SIGPIPE. A signal that was
+/// ignored when the program started (nohup, a job in the background) stays ignored. One object at a time; its end
+/// restores what the three signals did before.
+class TerminationSignals : public QObject {
+    Q_OBJECT
+
+public:
+    explicit TerminationSignals(QObject* parent = nullptr);
+    ~TerminationSignals() override;
+
+    static constexpr std::array numbers{SIGTERM, SIGINT, SIGHUP};
+
+Q_SIGNALS:
+    /// Once for all the signals that arrived since the event loop last looked.
+    void terminationRequested();
+
+private:
+    void drain();
+
+    std::array<int, 2> pipe_{-1, -1};
+    QSocketNotifier* notifier_ = nullptr;
+    std::array<struct sigaction, numbers.size()> before_{};
+};
+
+} // namespace tarnwick

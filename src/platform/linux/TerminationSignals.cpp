@@ -1,0 +1,63 @@
+#include "TerminationSignals.h"
+
+#include <QSocketNotifier>
+
+#include <atomic>
+#include <cerrno>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace tarnwick {
+
+namespace {
+
+std::atomic<int> wakeUp{-1};
+static_assert(std::atomic<int>::is_always_lock_free, "read by a signal handler");
+
+void wakeEventLoop(int /*signalNumber*/) {
+    const int before = errno;
+    // A full pipe has woken the loop already.
+    [[maybe_unused]] const ssize_t written = ::write(wakeUp, "", 1);
+    errno = before;
+}
+
+} // namespace
+
+TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent) {
+    ::signal(SIGPIPE, SIG_IGN);
+    if (::pipe2(pipe_.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+        return; // no file left: the signals keep ending the program as they always do
+    notifier_ = new QSocketNotifier(pipe_[0], QSocketNotifier::Read, this);
+    connect(notifier_, &QSocketNotifier::activated, this, &TerminationSignals::drain);
+    wakeUp = pipe_[1];
+
+    struct sigaction action {};
+    action.sa_handler = wakeEventLoop;
+    action.sa_flags = SA_RESTART;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        ::sigaction(numbers[i], nullptr, &before_[i]);
+        if (before_[i].sa_handler != SIG_IGN)
+            ::sigaction(numbers[i], &action, nullptr);
+    }
+}
+
+TerminationSignals::~TerminationSignals() {
+    if (!notifier_)
+        return;
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        ::sigaction(numbers[i], &before_[i], nullptr);
+    wakeUp = -1;
+    delete notifier_;
+    ::close(pipe_[0]);
+    ::close(pipe_[1]);
+}
+
+void TerminationSignals::drain() {
+    std::array<char, 256> bytes{};
+    while (::read(pipe_[0], bytes.data(), bytes.size()) > 0) {
+    }
+    Q_EMIT terminationRequested();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,148 @@
+#include "ProcessRunner.h"
+#include "SingleInstance.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarnwick;
+
+namespace {
+
+QByteArray firstLine(QProcess& process) {
+    while (!process.canReadLine() && process.waitForReadyRead()) {
+    }
+    return process.readLine().trimmed();
+}
+
+} // namespace
+
+class SingleInstanceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    static void activation() {
+        const QTemporaryDir home;
+        const QString folder = home.filePath(u"a/b"_s);
+        SingleInstance first(folder);
+        QVERIFY(first.isFirst());
+        QVERIFY(!first.requestActivation());
+        QCOMPARE(QFileInfo(folder).permissions() &
+                     (QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther),
+                 QFile::Permissions{});
+
+        QSignalSpy spy(&first, &SingleInstance::activationRequested);
+        for (int i = 0; i < 2; ++i) {
+            SingleInstance second(folder);
+            QVERIFY(!second.isFirst());
+            QVERIFY(second.requestActivation());
+        }
+        QVERIFY(spy.wait());
+        QCOMPARE(spy.size(), 1);
+        QVERIFY(SingleInstance(folder).requestActivation());
+        QVERIFY(spy.wait());
+        QVERIFY(SingleInstance(home.filePath(u"c"_s)).isFirst());
+    }
+
+    static void freedByItsEnd() {
+        const QTemporaryDir home;
+        const auto isFree = [&home] {
+            return SingleInstance(home.path()).isFirst();
+        };
+        QVERIFY(isFree());
+        QVERIFY(isFree());
+        QProcess owner;
+        owner.start(QCoreApplication::applicationFilePath(), {u"--own"_s, home.path()});
+        QCOMPARE(firstLine(owner), "first");
+        QVERIFY(!isFree());
+        owner.kill(); // its child lives on, and owns nothing
+        QVERIFY(owner.waitForFinished());
+        QVERIFY(isFree());
+    }
+
+    static void requestedByAnotherProcess() {
+        const QTemporaryDir home;
+        SingleInstance first(home.path());
+        QSignalSpy spy(&first, &SingleInstance::activationRequested);
+        QProcess other;
+        other.start(QCoreApplication::applicationFilePath(), {u"--own"_s, home.path()});
+        QVERIFY(spy.wait());
+        QVERIFY(other.waitForFinished());
+        QCOMPARE(other.readAll(), "second\n");
+    }
+
+    /// Whatever else stands in the way is left alone, and the program runs.
+    static void nothingToLock_data() {
+        QTest::addColumn<QString>("obstacle");
+        QTest::newRow("no such folder can be made") << u"file"_s;
+        QTest::newRow("a regular file") << u"regular"_s;
+        QTest::newRow("a link to another pipe") << u"link"_s;
+        QTest::newRow("a folder") << u"folder"_s;
+    }
+
+    static void nothingToLock() {
+        QFETCH(const QString, obstacle);
+        const QTemporaryDir home;
+        const QString inTheWay = home.filePath(u"instance"_s);
+        const QByteArray pipe = QFile::encodeName(home.filePath(u"pipe"_s));
+        QString folder = home.path();
+        if (obstacle == u"folder") {
+            QVERIFY(QDir().mkdir(inTheWay));
+        } else if (obstacle == u"link") {
+            QCOMPARE(::mkfifo(pipe.constData(), 0600), 0);
+            QVERIFY(QFile::link(QFile::decodeName(pipe), inTheWay));
+        } else {
+            QFile file(inTheWay);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("kept") == 4);
+            if (obstacle == u"file")
+                folder = inTheWay + u"/below"_s;
+        }
+        const QFileInfo before(inTheWay);
+        const SingleInstance one(folder);
+        SingleInstance another(folder);
+        QVERIFY(one.isFirst());
+        QVERIFY(another.isFirst());
+        QVERIFY(!another.requestActivation());
+        const QFileInfo after(inTheWay);
+        QCOMPARE(after.isSymLink(), before.isSymLink());
+        QCOMPARE(after.isDir(), before.isDir());
+        if (after.isFile())
+            QCOMPARE(after.size(), 4);
+    }
+};
+
+namespace {
+
+/// As the program does it: the first stays, a second one asks it to come forward and ends.
+int own(const QString& folder) {
+    SingleInstance instance(folder);
+    if (instance.isFirst() && !ProcessRunner::startDetached(u"/bin/sleep"_s, {u"3"_s}))
+        return 2;
+    std::puts(instance.isFirst() ? "first" : "second");
+    std::fflush(stdout);
+    if (instance.isFirst())
+        return QCoreApplication::exec();
+    return instance.requestActivation() ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    if (argc == 3 && qstrcmp(argv[1], "--own") == 0)
+        return own(QFile::decodeName(argv[2]));
+    SingleInstanceTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_singleinstance.moc"

@@ -1,0 +1,71 @@
+#include "ProcessRunner.h"
+#include "TerminationSignals.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using namespace tarnwick;
+
+class TerminationSignalsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    static void eachSignal_data() {
+        QTest::addColumn<int>("number");
+        QTest::newRow("SIGTERM") << SIGTERM;
+        QTest::newRow("SIGINT") << SIGINT;
+        QTest::newRow("SIGHUP") << SIGHUP;
+    }
+
+    static void eachSignal() {
+        QFETCH(const int, number);
+        const TerminationSignals signalsToQt;
+        QSignalSpy spy(&signalsToQt, &TerminationSignals::terminationRequested);
+        std::thread([number] { ::raise(number); }).join();
+        QCOMPARE(spy.size(), 0); // never inside the handler
+        QVERIFY(spy.wait());
+        QCOMPARE(::raise(SIGPIPE), 0);
+
+        // The program that a child becomes dies of it as always.
+        const ProcessOutcome outcome =
+            ProcessRunner::run({.executable = u"/bin/sh"_s, .arguments = {u"-c"_s, u"kill -%1 $$"_s.arg(number)}})
+                .result();
+        QCOMPARE(outcome.end, ProcessOutcome::End::signalled);
+        QCOMPARE(outcome.status, number);
+        QCOMPARE(spy.size(), 1);
+    }
+
+    /// More signals than the pipe holds neither block the program nor are told one by one.
+    static void flood() {
+        const TerminationSignals signalsToQt;
+        QSignalSpy spy(&signalsToQt, &TerminationSignals::terminationRequested);
+        for (int i = 0; i < 70'000; ++i)
+            ::raise(SIGTERM);
+        QVERIFY(spy.wait());
+        QCoreApplication::processEvents();
+        QCOMPARE(spy.size(), 1);
+    }
+
+    static void dispositions() {
+        const auto handlerOf = [](int number) {
+            struct sigaction action {};
+            ::sigaction(number, nullptr, &action);
+            return action.sa_handler;
+        };
+        const auto before = handlerOf(SIGTERM);
+        ::signal(SIGHUP, SIG_IGN);
+        {
+            const TerminationSignals signalsToQt;
+            QVERIFY(handlerOf(SIGTERM) != before);
+            QVERIFY(handlerOf(SIGHUP) == SIG_IGN);
+        }
+        QVERIFY(handlerOf(SIGTERM) == before);
+        ::signal(SIGHUP, SIG_DFL);
+    }
+};
+
+QTEST_GUILESS_MAIN(TerminationSignalsTest)
+#include "tst_terminationsignals.moc"
