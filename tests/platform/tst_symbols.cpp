@@ -60,11 +60,7 @@ class TestSymbols : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyNameHasADrawing() {
-        QStringList drawn = SymbolImage::names();
-        drawn.sort();
-        QCOMPARE(drawn, used);
-    }
+    void everyNameHasADrawing() { QCOMPARE(SymbolImage::names(), used); }
 
     void hasTheFamilysSizeAndWeight_data() { oneRowPerSymbol(); }
 

@@ -41,9 +41,10 @@ QImage SymbolImage::applicationIcon(int pixels) {
 }
 
 QStringList SymbolImage::names() {
-    QStringList names = QDir(u":/symbols"_s).entryList({u"*.svg"_s}, QDir::Files, QDir::Name);
+    QStringList names = QDir(u":/symbols"_s).entryList({u"*.svg"_s}, QDir::Files);
     for (QString& name : names)
         name.chop(4);
+    names.sort();
     return names;
 }
 
