@@ -33,9 +33,8 @@ struct VolumeSpace {
 };
 
 struct OperatingSystem {
-    QString name; ///< "macOS", or the Linux distribution's own name
-    int majorVersion = 0;
-    int minorVersion = 0;
+    QString name;        ///< "macOS", or the Linux distribution's own name
+    QString version;     ///< "14.5", "22.04", "12"; empty for a system that publishes none, as rolling releases do
     QString versionText; ///< the system's own human-readable version text
 };
 
@@ -52,10 +51,13 @@ public:
     /// "hw.perflevel0.physicalcpu" and "hw.perflevel1.physicalcpu" (4 bytes), "hw.memsize" (8 bytes),
     /// "kern.osrelease", "kern.boottime" (two 8-byte integers: seconds, microseconds).
     [[nodiscard]] virtual std::optional<QByteArray> value(const char* name) = 0;
+    /// The computer's name in its maker's own words, where the system knows it; absent where it has to be derived from
+    /// the model identifier.
+    [[nodiscard]] virtual std::optional<QString> makersModelName() { return std::nullopt; }
     [[nodiscard]] virtual std::optional<CpuTicks> cpuTicks() = 0;
     [[nodiscard]] virtual std::optional<MemoryPages> memoryPages() = 0;
-    /// One property dictionary per accelerator, in registry order. Utilisation, where one tells it, is the number
-    /// "Device Utilization %" in the dictionary "PerformanceStatistics".
+    /// One property dictionary per accelerator, in registry order. Never wakes one that sleeps. Utilisation, where one
+    /// tells it, is the number "Device Utilization %" in the dictionary "PerformanceStatistics".
     [[nodiscard]] virtual QList<QVariantMap> accelerators() = 0;
     [[nodiscard]] virtual OperatingSystem operatingSystem() = 0;
     [[nodiscard]] virtual ThermalState thermalState() = 0;

@@ -1,0 +1,218 @@
+#include "LinuxKernelReadings.h"
+
+#include "KernelFiles.h"
+#include "LinuxMachine.h"
+#include "LinuxThermalState.h"
+
+#include <QDir>
+#include <QStorageInfo>
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+#include <limits>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+template <typename Integer>
+QByteArray bytesOf(Integer number) {
+    return {reinterpret_cast<const char*>(&number), static_cast<qsizetype>(sizeof number)};
+}
+
+std::optional<QByteArray> textValue(const QByteArray& text) {
+    return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+template <typename Integer>
+std::optional<QByteArray> intValue(std::optional<Integer> number) {
+    return number ? std::optional(bytesOf(*number)) : std::nullopt;
+}
+
+/// The number that the text begins with, and the text moved past it; absent when something else comes first.
+std::optional<quint64> takeNumber(QByteArrayView& text) {
+    text = text.trimmed();
+    const auto end = std::find_if(text.begin(), text.end(), [](char c) { return c < '0' || c > '9'; });
+    bool isNumber = false;
+    const quint64 number = text.first(end - text.begin()).toULongLong(&isNumber);
+    text = text.sliced(end - text.begin());
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+std::optional<quint64> numberAfter(QByteArrayView text, QByteArrayView key) {
+    QByteArrayView rest = restOfLine(text, key);
+    return takeNumber(rest);
+}
+
+struct Memory {
+    quint64 totalKiB = 0;
+    quint64 availableKiB = 0;
+};
+
+std::optional<Memory> readMemory(const KeptFile& file) {
+    std::array<char, 512> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
+    const QByteArrayView text = file.read(buffer).text;
+    const auto total = numberAfter(text, "MemTotal:");
+    auto available = numberAfter(text, "MemAvailable:");
+    if (!available) { // a kernel before 3.14
+        const auto free = numberAfter(text, "MemFree:");
+        if (!free) {
+            return std::nullopt;
+        }
+        available = *free + numberAfter(text, "Buffers:").value_or(0) + numberAfter(text, "Cached:").value_or(0);
+    }
+    if (!total) {
+        return std::nullopt;
+    }
+    return Memory{.totalKiB = *total, .availableKiB = std::min(*available, *total)};
+}
+
+/// The value of a shell-style assignment in os-release, unquoted.
+QString assignedValue(const QByteArray& text, QByteArrayView key) {
+    QByteArrayView line = restOfLine(text, key);
+    if (line.size() >= 2 && (line.front() == '"' || line.front() == '\'') && line.back() == line.front()) {
+        line = line.sliced(1, line.size() - 2);
+    }
+    QString value = QString::fromUtf8(line);
+    for (const QChar escaped : u"\"$`\\"_s) {
+        value.replace(QString(u'\\') + escaped, QString(escaped));
+    }
+    return value;
+}
+
+} // namespace
+
+LinuxKernelReadings::LinuxKernelReadings(const QString& root, const QString& nvidiaLibrary)
+    : root_(root.endsWith(u'/') ? root : root + u'/')
+    , stat_(root_ + u"proc/stat"_s)
+    , memory_(root_ + u"proc/meminfo"_s)
+    , accelerators_(root_, nvidiaLibrary) {}
+
+std::optional<QByteArray> LinuxKernelReadings::value(const char* name) {
+    const QByteArrayView wanted(name);
+    if (wanted == "hw.memsize") {
+        const auto memory = readMemory(memory_);
+        return memory ? std::optional(bytesOf(static_cast<qint64>(memory->totalKiB * 1024))) : std::nullopt;
+    }
+    if (wanted == "kern.boottime") {
+        return bootTime();
+    }
+    if (wanted == "kern.osrelease") {
+        return textValue(readSmallFile(root_ + u"proc/sys/kernel/osrelease"_s));
+    }
+    if (wanted == "machdep.cpu.brand_string") {
+        return textValue(LinuxMachine::processorName(root_));
+    }
+    if (wanted == "hw.model") {
+        return textValue(LinuxMachine::modelIdentifier(root_));
+    }
+    const auto cores = LinuxMachine::physicalCores(root_);
+    if (wanted == "hw.perflevel0.physicalcpu" && cores) {
+        return bytesOf(cores->performance);
+    }
+    if (wanted == "hw.perflevel1.physicalcpu" && cores) {
+        return bytesOf(cores->efficiency);
+    }
+    return std::nullopt;
+}
+
+std::optional<QString> LinuxKernelReadings::makersModelName() {
+    return LinuxMachine::makersModelName(root_);
+}
+
+std::optional<CpuTicks> LinuxKernelReadings::cpuTicks() {
+    std::array<char, 512> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
+    const std::lock_guard lock(idleMutex_);
+    QByteArrayView line = restOfLine(stat_.read(buffer).text, "cpu ");
+    enum Column { user, nice, system, idle, ioWait, interrupts, softInterrupts, stolen, columnCount };
+    std::array<quint64, columnCount> ticks{};
+    for (std::size_t column = 0; column < columnCount; ++column) {
+        const std::optional<quint64> number = takeNumber(line);
+        if (!number && column <= idle) {
+            return std::nullopt;
+        }
+        ticks.at(column) = number.value_or(0); // early kernels end with idle
+    }
+    // Waiting for a disk is idle time. The kernel may take a little of it back (proc(5)); a counter that runs backwards
+    // would look like one that wrapped.
+    idleSeen_ = std::max(idleSeen_, ticks[idle] + ticks[ioWait]);
+    const auto wrapped = [](quint64 count) {
+        return static_cast<std::uint32_t>(count);
+    };
+    return CpuTicks{
+        .user = wrapped(ticks[user]), // guests included
+        .system = wrapped(ticks[system] + ticks[interrupts] + ticks[softInterrupts] + ticks[stolen]),
+        .idle = wrapped(idleSeen_),
+        .nice = wrapped(ticks[nice]),
+    };
+}
+
+std::optional<MemoryPages> LinuxKernelReadings::memoryPages() {
+    const auto memory = readMemory(memory_);
+    if (!memory) {
+        return std::nullopt;
+    }
+    // Linux has no page lists that add up to "in use"; all that is not available is, as `free` counts it.
+    const auto pageSize = static_cast<quint64>(::sysconf(_SC_PAGESIZE));
+    const quint64 pages = (memory->totalKiB - memory->availableKiB) * 1024 / pageSize;
+    const quint64 countable = std::min<quint64>(pages, std::numeric_limits<std::uint32_t>::max());
+    return MemoryPages{.active = static_cast<std::uint32_t>(countable), .pageSize = pageSize};
+}
+
+QList<QVariantMap> LinuxKernelReadings::accelerators() {
+    return accelerators_.read();
+}
+
+OperatingSystem LinuxKernelReadings::operatingSystem() {
+    QByteArray text = readSmallFile(root_ + u"etc/os-release"_s);
+    if (text.isEmpty()) {
+        text = readSmallFile(root_ + u"usr/lib/os-release"_s);
+    }
+    OperatingSystem system{
+        .name = assignedValue(text, "NAME="),
+        .version = assignedValue(text, "VERSION_ID="),
+        .versionText = assignedValue(text, "PRETTY_NAME="),
+    };
+    if (system.name.isEmpty()) {
+        system.name = u"Linux"_s; // os-release(5) sets this default
+    }
+    if (system.versionText.isEmpty()) {
+        system.versionText = u"%1 %2"_s.arg(system.name, system.version).trimmed();
+    }
+    return system;
+}
+
+ThermalState LinuxKernelReadings::thermalState() {
+    return readLinuxThermalState(root_);
+}
+
+std::optional<VolumeSpace> LinuxKernelReadings::homeVolume() {
+    const QStorageInfo volume(QDir::homePath());
+    if (!volume.isValid() || !volume.isReady() || volume.bytesTotal() <= 0) {
+        return std::nullopt;
+    }
+    // Free, not available: what is kept back for root is not used, as `df` counts it.
+    return VolumeSpace{.size = volume.bytesTotal(), .free = volume.bytesFree()};
+}
+
+qint64 LinuxKernelReadings::wallClockSeconds() {
+    return std::time(nullptr);
+}
+
+std::optional<QByteArray> LinuxKernelReadings::bootTime() const {
+    // Read anew each time: the kernel moves it when the clock is set.
+    const auto seconds = numberAfter(readSmallFile(root_ + u"proc/stat"_s), "btime ");
+    return seconds ? std::optional(bytesOf(static_cast<qint64>(*seconds)) + bytesOf(qint64{0})) : std::nullopt;
+}
+
+KernelReadings& KernelReadings::system() {
+    static LinuxKernelReadings readings;
+    return readings;
+}
+
+} // namespace tarnwick

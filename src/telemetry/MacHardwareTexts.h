@@ -1,0 +1,38 @@
+#pragma once
+
+#include "KernelReadings.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+namespace tarnwick {
+
+/// From raw readings to the texts that describe the computer. Pure; any thread. An absent reading gives the text's
+/// fixed default.
+namespace MacHardwareTexts {
+
+/// A kernel value as text: up to the first NUL, trimmed. Absent for an absent or empty value.
+[[nodiscard]] std::optional<QString> kernelText(const std::optional<QByteArray>& value);
+/// A kernel value as a 4-byte integer; absent for any other width.
+[[nodiscard]] std::optional<qint64> kernelInt(const std::optional<QByteArray>& value);
+/// A kernel value as an 8-byte integer; absent for any other width.
+[[nodiscard]] std::optional<qint64> kernelInt64(const std::optional<QByteArray>& value);
+
+/// The family name that a model identifier belongs to: "Mac mini" for "Mac14,12".
+[[nodiscard]] QString friendlyModelName(const QString& modelIdentifier);
+/// "10 Cores (4 Performance + 6 Efficiency)"
+[[nodiscard]] QString coreText(std::optional<qint64> performance, std::optional<qint64> efficiency);
+/// "16 GB Unified Memory"
+[[nodiscard]] QString memoryText(std::optional<qint64> bytes);
+/// "macOS 14.5", "Debian GNU/Linux 12": name, major and minor version, as far as the system has them.
+[[nodiscard]] QString systemText(const OperatingSystem& system);
+/// "5h 7m" or "14d 6h 0m" from "kern.boottime" (seconds, microseconds) and the wall clock; "Unknown" for a value that
+/// is absent or of another width. A clock set back before the boot counts as no time passed.
+[[nodiscard]] QString uptimeText(const std::optional<QByteArray>& bootTime, qint64 wallClockSeconds);
+[[nodiscard]] QString thermalStateText(ThermalState state);
+
+} // namespace MacHardwareTexts
+
+} // namespace tarnwick

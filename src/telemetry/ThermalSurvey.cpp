@@ -1,0 +1,73 @@
+#include "ThermalSurvey.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+constexpr double lowestPlausible = 15.0;   // °C, itself not plausible
+constexpr double highestPlausible = 125.0; // °C, itself not plausible
+
+struct CategoryRule {
+    QStringView part; ///< of the lowercased sensor name
+    QStringView category;
+};
+
+/// The first rule that matches decides; storage comes first.
+constexpr std::array categoryRules{
+    CategoryRule{u"nand", ThermalCategory::storage},
+    CategoryRule{u"ssd", ThermalCategory::storage},
+    CategoryRule{u"tdie", ThermalCategory::socDie},
+    CategoryRule{u"tdev", ThermalCategory::powerDelivery},
+};
+
+QStringView categoryOf(const QString& sensorName) {
+    const QString lowercased = sensorName.toLower();
+    for (const CategoryRule& rule : categoryRules) {
+        if (lowercased.contains(rule.part)) {
+            return rule.category;
+        }
+    }
+    return ThermalCategory::thermalZone;
+}
+
+} // namespace
+
+ThermalSummary surveyThermals(const std::optional<QList<TemperatureReading>>& readings) {
+    ThermalSummary summary;
+    if (!readings) {
+        return summary;
+    }
+    double socSum = 0;
+    int socCount = 0;
+    for (const TemperatureReading& reading : *readings) {
+        // Written so that a value that is not a number fails.
+        if (!reading.celsius || !(*reading.celsius > lowestPlausible && *reading.celsius < highestPlausible)) {
+            continue;
+        }
+        const double celsius = *reading.celsius;
+        const QString name = reading.product.value_or(u"Sensor"_s);
+        const QStringView category = categoryOf(name);
+        if (category == ThermalCategory::storage) {
+            summary.ssd = celsius;
+        } else if (category != ThermalCategory::thermalZone) {
+            socSum += celsius;
+            ++socCount;
+            summary.peak = std::max(summary.peak, celsius);
+        }
+        summary.sensors.append({name, celsius, category.toString()});
+    }
+    if (socCount > 0) {
+        summary.avgSoc = socSum / socCount;
+    }
+    std::stable_sort(
+        summary.sensors.begin(), summary.sensors.end(),
+        [](const MacThermalSensor& a, const MacThermalSensor& b) { return a.tempCelsius > b.tempCelsius; });
+    return summary;
+}
+
+} // namespace tarnwick
