@@ -1,0 +1,92 @@
+#include "TerminalLauncher.h"
+
+#include "Desktop.h"
+
+#include <algorithm>
+
+namespace tarnwick::TerminalLauncher {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Runs bash in the container when it has it, else sh. Free of what needs quoting in the double quotes around it.
+constexpr QStringView containerShell = u"sh -c 'if command -v bash >/dev/null 2>&1; then exec bash; else exec sh; fi'";
+
+/// One word for any shell. What some shell reads even inside single quotes stands escaped between them: besides the
+/// quote the backslash (fish) and the exclamation mark (csh). A control character would be a keystroke where the line
+/// is typed and a command to the terminal where it is printed; no valid value has one, and "?" takes its place.
+QString quoted(const QString& value) {
+    QString escaped = u"'"_s;
+    for (const QChar c : value) {
+        if (c.category() == QChar::Other_Control)
+            escaped += u'?';
+        else if (c == u'\'' || c == u'\\' || c == u'!')
+            escaped += u"'\\"_s + c + u'\'';
+        else
+            escaped += c;
+    }
+    return escaped + u'\'';
+}
+
+/// Whether the value stands for itself, unquoted, at every level of every shell.
+bool isPlain(const QString& value) {
+    constexpr QStringView plainMarks = u"@%+:,./_-";
+    return !value.isEmpty() && std::ranges::all_of(value, [=](QChar c) {
+        return c.unicode() < 0x80 && (c.isLetterOrNumber() || plainMarks.contains(c));
+    });
+}
+
+QString word(const QString& value) {
+    return isPlain(value) ? value : quoted(value);
+}
+
+/// An operand that begins with "-" must not be read as an option.
+QString operand(const QString& value) {
+    return (value.startsWith(u'-') ? u"-- "_s : QString()) + word(value);
+}
+
+/// Prints the text. Where a shell's echo would turn backslash sequences into control characters, printf does not.
+QString greeting(const QString& text) {
+    return (text.contains(u'\\') ? u"printf '%s\\n' "_s : u"echo "_s) + quoted(text);
+}
+
+/// From the key option to the target.
+QString sshOperands(const Server& server) {
+    const QString key = server.customSshKeyPath ? u"-i "_s + quoted(*server.customSshKeyPath) + u' ' : QString();
+    return key + u"-p "_s + QString::number(server.port) + u' ' + operand(server.user + u'@' + server.host);
+}
+
+} // namespace
+
+QString serverCommandLine(const Server& server) {
+    if (server.isLocal)
+        return u"echo 'Tarnwick: Connected to local machine'; echo ''"_s;
+    return greeting(u"Tarnwick: Connecting to "_s + server.name + u"..."_s) + u"; ssh "_s + sshOperands(server);
+}
+
+QString containerCommandLine(const Server& server, const ContainerInfo& container) {
+    const QString& target = container.name.isEmpty() ? container.id : container.name;
+    const QString place = server.isLocal ? QString() : u" on "_s + server.name;
+    const QString hello = greeting(u"Tarnwick: Connecting to container ["_s + target + u']' + place + u"..."_s);
+    const QString enter = u"docker exec -it "_s + operand(target) + u' ' + containerShell.toString();
+    if (server.isLocal)
+        return hello + u"; "_s + enter;
+    // Double quotes hold plain text only: what they leave special is for quoted() to make harmless.
+    const QString remoteCommand = isPlain(target) ? u'"' + enter + u'"' : quoted(enter);
+    return hello + u"; ssh -t "_s + sshOperands(server) + u' ' + remoteCommand;
+}
+
+void openInTerminal(const QString& command) {
+    Desktop::openTerminal(command);
+}
+
+void openServerSSH(const Server& server) {
+    openInTerminal(serverCommandLine(server));
+}
+
+void openDockerContainer(const Server& server, const ContainerInfo& container) {
+    openInTerminal(containerCommandLine(server, container));
+}
+
+} // namespace tarnwick::TerminalLauncher
