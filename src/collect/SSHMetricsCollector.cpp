@@ -1,0 +1,178 @@
+#include "SSHMetricsCollector.h"
+
+#include "LocalShell.h"
+#include "MacHardwareCollector.h"
+#include "ProbePayload.h"
+#include "TildeExpansion.h"
+
+#include <QElapsedTimer>
+#include <QStringDecoder>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace tarnwick {
+
+namespace {
+
+constexpr QLatin1StringView sshClient = "/usr/bin/ssh"_L1;
+constexpr QLatin1StringView localShell = "/bin/sh"_L1;
+constexpr std::chrono::seconds probeTimeLimit = 30s;
+constexpr std::chrono::seconds restartTimeLimit = 120s;
+constexpr qint64 probeLineLimit = 8LL * 1024 * 1024;
+constexpr qint64 standardErrorKept = 64LL * 1024;
+
+/// Port, key and target: the end of every ssh command line before the remote command.
+QStringList connectionArguments(const Server& server) {
+    QStringList arguments{u"-p"_s, QString::number(server.port)};
+    if (server.customSshKeyPath && !server.customSshKeyPath->isEmpty())
+        arguments << u"-i"_s << expandingTilde(*server.customSshKeyPath);
+    const QString target = server.user + u'@' + server.host;
+    if (target.startsWith(u'-')) // ssh would read it as an option
+        arguments << u"--"_s;
+    return arguments << target;
+}
+
+/// Why the run gave nothing to look at; absent when the process came to its own end.
+std::optional<QString> runFailure(const ProcessOutcome& outcome, QLatin1StringView executable) {
+    switch (outcome.end) {
+    case ProcessOutcome::End::failedToStart:
+        return u"Cannot start %1: %2"_s.arg(executable, outcome.launchError);
+    case ProcessOutcome::End::timedOut:
+        return u"No answer within %1 seconds"_s.arg(probeTimeLimit.count());
+    case ProcessOutcome::End::outputTooLarge:
+        return u"Response too large"_s;
+    case ProcessOutcome::End::exited:
+    case ProcessOutcome::End::signalled:
+        break;
+    }
+    return std::nullopt;
+}
+
+/// Absent when the bytes are not UTF-8. A byte order mark stays.
+std::optional<QString> decodedUtf8(const QByteArray& bytes) {
+    if (!bytes.isValidUtf8())
+        return std::nullopt;
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return QString(decoder(bytes));
+}
+
+/// The text without its last character, which the limit may have cut through.
+QByteArray withoutCutCharacter(QByteArray text) {
+    while (!text.isEmpty() && (text.back() & 0xC0) == 0x80)
+        text.chop(1);
+    text.chop(1);
+    return text;
+}
+
+QString reasonOfFailedClient(const ProcessOutcome& outcome) {
+    const bool isCut = outcome.standardError.size() >= standardErrorKept;
+    const std::optional<QString> text =
+        decodedUtf8(isCut ? withoutCutCharacter(outcome.standardError) : outcome.standardError);
+    if (!text)
+        return u"SSH exited with code %1"_s.arg(outcome.status);
+    const QString reason = text->trimmed();
+    return reason.isEmpty() ? u"Connection refused / timeout"_s : reason;
+}
+
+qint64 wholeMilliseconds(std::chrono::nanoseconds duration) {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(duration).count();
+}
+
+LocalMeasurements measureThisComputer() {
+    const double cpu = MacHardwareCollector::queryCpuUsage();
+    const double gpu = MacHardwareCollector::queryGpuUsage();
+    const MacHardwareCollector::RamUsage memory = MacHardwareCollector::queryRamUsage();
+    const MacHardwareCollector::DiskUsage disk = MacHardwareCollector::queryDiskUsage();
+    return {.cpuPercent = cpu,
+            .gpuPercent = gpu,
+            .memoryUsedMB = memory.usedGB * 1024,
+            .memoryTotalMB = memory.totalGB * 1024,
+            .diskUsedGB = disk.usedGB,
+            .diskTotalGB = disk.totalGB};
+}
+
+// Outcomes are turned into results on the thread pool: the thread that watches the processes only watches.
+
+QFuture<ServerMetrics> collectRemote(const Server& server) {
+    return ProcessRunner::run(SSHMetricsCollector::remoteProbeRequest(server))
+        .then(QtFuture::Launch::Async, &SSHMetricsCollector::remoteMetrics);
+}
+
+QFuture<ServerMetrics> collectLocal() {
+    const auto probe = [] {
+        QElapsedTimer clock;
+        clock.start();
+        const ProcessRequest request = SSHMetricsCollector::localProbeRequest(measureThisComputer());
+        const std::chrono::nanoseconds beforeLaunch(clock.nsecsElapsed());
+        return ProcessRunner::run(request).then(QtFuture::Launch::Async, [beforeLaunch](const ProcessOutcome& outcome) {
+            return SSHMetricsCollector::localMetrics(outcome, beforeLaunch);
+        });
+    };
+    return QtFuture::makeReadyFuture().then(QtFuture::Launch::Async, probe).unwrap();
+}
+
+} // namespace
+
+QFuture<ServerMetrics> SSHMetricsCollector::collect(const Server& server) {
+    return server.isLocal ? collectLocal() : collectRemote(server);
+}
+
+QFuture<bool> SSHMetricsCollector::restartContainer(const Server& server, const QString& containerId) {
+    return ProcessRunner::run(restartRequest(server, containerId)).then([](const ProcessOutcome& outcome) {
+        return outcome.succeeded();
+    });
+}
+
+ProcessRequest SSHMetricsCollector::remoteProbeRequest(const Server& server) {
+    // No prompts, any host key accepted and none recorded, and no warnings among the reasons.
+    QStringList arguments{u"-o"_s, u"BatchMode=yes"_s,
+                          u"-o"_s, u"ConnectTimeout=5"_s,
+                          u"-o"_s, u"StrictHostKeyChecking=no"_s,
+                          u"-o"_s, u"UserKnownHostsFile=/dev/null"_s,
+                          u"-o"_s, u"LogLevel=ERROR"_s};
+    arguments << connectionArguments(server) << ProbeScripts::remote();
+    return {.executable = sshClient,
+            .arguments = arguments,
+            .timeLimit = probeTimeLimit,
+            .standardOutputLimit = probeLineLimit,
+            .standardErrorKept = standardErrorKept};
+}
+
+ProcessRequest SSHMetricsCollector::localProbeRequest(const LocalMeasurements& now) {
+    return {.executable = localShell,
+            .arguments = {u"-c"_s, LocalShell::preamble() + ProbeScripts::local(now)},
+            .timeLimit = probeTimeLimit,
+            .standardOutputLimit = probeLineLimit};
+}
+
+ProcessRequest SSHMetricsCollector::restartRequest(const Server& server, const QString& containerId) {
+    const QString command = u"docker restart "_s + containerId;
+    if (server.isLocal)
+        return {.executable = localShell,
+                .arguments = {u"-c"_s, command + u" 2>/dev/null || ~/.orbstack/bin/"_s + command},
+                .timeLimit = restartTimeLimit};
+    QStringList arguments{u"-o"_s, u"BatchMode=yes"_s, u"-o"_s, u"ConnectTimeout=5"_s};
+    arguments << connectionArguments(server) << command;
+    return {.executable = sshClient, .arguments = arguments, .timeLimit = restartTimeLimit};
+}
+
+ServerMetrics SSHMetricsCollector::remoteMetrics(const ProcessOutcome& outcome) {
+    if (const auto failure = runFailure(outcome, sshClient))
+        return ServerMetrics::offline(*failure);
+    if (!outcome.succeeded())
+        return ServerMetrics::offline(reasonOfFailedClient(outcome));
+    const std::optional<QString> line = decodedUtf8(outcome.standardOutput);
+    if (!line)
+        return ServerMetrics::offline(u"Invalid response from server"_s);
+    return parseMetrics(line->trimmed().toUtf8(), wholeMilliseconds(outcome.elapsed));
+}
+
+ServerMetrics SSHMetricsCollector::localMetrics(const ProcessOutcome& outcome, std::chrono::nanoseconds beforeLaunch) {
+    if (const auto failure = runFailure(outcome, localShell))
+        return ServerMetrics::offline(*failure);
+    // Whatever the exit status: what the shell printed counts.
+    return parseMetrics(outcome.standardOutput, wholeMilliseconds(beforeLaunch + outcome.elapsed));
+}
+
+} // namespace tarnwick

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "StandIns.h"
+
+#include <QByteArray>
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+
+namespace tarnwick {
+
+/// What a session of the server runs in place of the client's command.
+namespace HostBehaviour {
+/// Says nothing until the connection is gone.
+inline constexpr QStringView hangs = u"while kill -0 $PPID 2>/dev/null; do sleep 0.1; done";
+/// A login shell that greets on standard output.
+inline constexpr QStringView greets = u"echo Welcome to db1; exec /bin/sh -c \"$SSH_ORIGINAL_COMMAND\"";
+/// Never stops printing.
+inline constexpr QStringView floods = u"exec yes";
+/// The connection breaks in the middle of the line.
+inline constexpr QStringView losesConnection = u"printf '{\"cpu\":12,\"mem_'; sleep 0.1; kill -9 $PPID";
+} // namespace HostBehaviour
+
+/// A real OpenSSH server on a free port of the loopback interface, for the user who runs it, root or not. Keys,
+/// configuration and log are its own and go with it.
+class OpenSshServer {
+public:
+    OpenSshServer() = default;
+    ~OpenSshServer();
+    OpenSshServer(const OpenSshServer&) = delete;
+    OpenSshServer& operator=(const OpenSshServer&) = delete;
+
+    /// Starts the server, and returns when it takes connections. `forceCommand` runs in every session instead of the
+    /// client's command, which is then in SSH_ORIGINAL_COMMAND. Empty on success, else why it does not run.
+    [[nodiscard]] QString start(QStringView forceCommand = {});
+    /// Takes no more connections; open ones last as long as their clients.
+    void stop();
+
+    [[nodiscard]] QString address() const { return QStringLiteral("127.0.0.1"); }
+    [[nodiscard]] quint16 port() const { return port_; }
+    /// The only user that may log in, with the key of `keyPath`.
+    [[nodiscard]] QString user() const { return user_; }
+    [[nodiscard]] QString keyPath() const { return folder_.filePath(QStringLiteral("user_key")); }
+    /// The line by which a client's known-hosts file knows this server.
+    [[nodiscard]] QByteArray knownHostsLine() const;
+    /// What comes first on the search path of its sessions.
+    [[nodiscard]] StandIns& standIns() { return standIns_; }
+
+private:
+    [[nodiscard]] bool writeFiles(QStringView forceCommand) const;
+    [[nodiscard]] QString waitUntilListening();
+
+    QTemporaryDir folder_;
+    StandIns standIns_;
+    QString user_;
+    quint16 port_ = 0;
+    QProcess process_;
+};
+
+} // namespace tarnwick
