@@ -3,6 +3,7 @@
 #include "Coding.h"
 
 #include <QDir>
+#include <QFutureWatcher>
 #include <QPromise>
 #include <QStandardPaths>
 
@@ -189,7 +190,7 @@ QFuture<void> ServerStore::refreshAll() {
 
     struct Cycle {
         QPromise<void> promise;
-        qsizetype unfinished = 1; // the launch itself: a probe may answer before the last one is started
+        qsizetype unfinished = 1; // the launch counts as one: without any probe, the cycle ends with it
     };
     const auto cycle = std::make_shared<Cycle>();
     cycle->promise.start();
@@ -226,10 +227,14 @@ QFuture<void> ServerStore::refreshServer(const Server& server) {
 }
 
 void ServerStore::probe(const Server& server, const std::function<void(bool applied)>& done) {
-    collaborators_.collect(server).then(this, [this, id = server.id, done](const QFuture<ServerMetrics>& result) {
+    // A watcher of our own, not a continuation: it may go, with us, while the probe still runs.
+    auto* watcher = new QFutureWatcher<ServerMetrics>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, id = server.id, done] {
+        watcher->deleteLater();
         // A probe that was cancelled, at application exit, has no result.
-        done(result.resultCount() > 0 && apply(id, result.result()));
+        done(watcher->future().resultCount() > 0 && apply(id, watcher->result()));
     });
+    watcher->setFuture(collaborators_.collect(server));
 }
 
 bool ServerStore::apply(const QUuid& id, const ServerMetrics& metrics) {

@@ -2,8 +2,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
@@ -22,6 +25,14 @@ QByteArrayView restOfLine(QByteArrayView text, QByteArrayView key) {
     }
     const qsizetype lineEnd = text.indexOf('\n');
     return (lineEnd < 0 ? text : text.first(lineEnd)).sliced(key.size()).trimmed();
+}
+
+QString assignedValue(QByteArrayView text, QByteArrayView key) {
+    QByteArrayView line = restOfLine(text, key);
+    if (line.size() >= 2 && (line.front() == '"' || line.front() == '\'') && line.back() == line.front())
+        line = line.sliced(1, line.size() - 2);
+    static const QRegularExpression escaped(u"\\\\([\"$`\\\\])"_s);
+    return QString::fromUtf8(line).replace(escaped, u"\\1"_s);
 }
 
 QStringList foldersByNumber(const QString& folder, const QString& pattern) {

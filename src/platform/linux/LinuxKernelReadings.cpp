@@ -72,19 +72,6 @@ std::optional<Memory> readMemory(const KeptFile& file) {
     return Memory{.totalKiB = *total, .availableKiB = std::min(*available, *total)};
 }
 
-/// The value of a shell-style assignment in os-release, unquoted.
-QString assignedValue(const QByteArray& text, QByteArrayView key) {
-    QByteArrayView line = restOfLine(text, key);
-    if (line.size() >= 2 && (line.front() == '"' || line.front() == '\'') && line.back() == line.front()) {
-        line = line.sliced(1, line.size() - 2);
-    }
-    QString value = QString::fromUtf8(line);
-    for (const QChar escaped : u"\"$`\\"_s) {
-        value.replace(QString(u'\\') + escaped, QString(escaped));
-    }
-    return value;
-}
-
 } // namespace
 
 LinuxKernelReadings::LinuxKernelReadings(const QString& root, const QString& nvidiaLibrary)

@@ -1,0 +1,94 @@
+#include "Desktop.h"
+#include "KernelFiles.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QFileInfo>
+#include <QStringList>
+#include <QSysInfo>
+#include <QVariantMap>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick::Desktop {
+
+namespace {
+
+/// Where there is no bus, libdbus would try to start one; we leave that to the desktop.
+bool hasSessionBus() {
+    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
+           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s);
+}
+
+QDBusMessage notificationsCall(const QString& method) {
+    return QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
+                                          u"org.freedesktop.Notifications"_s, method);
+}
+
+/// Without control characters, save line ends: they show nothing, and markup may not hold them.
+QString displayable(QString text) {
+    for (QChar& c : text) {
+        if (c.category() == QChar::Other_Control && c != u'\n')
+            c = u' ';
+    }
+    return text;
+}
+
+/// The arguments of `Notify`. `bodyMarkup`: the service reads the body as markup; no service does so with the summary.
+QVariantList notifyArguments(const DesktopNotification& notification, bool bodyMarkup) {
+    QVariantMap hints{
+        {u"urgency"_s, QVariant::fromValue(uchar(1))}, // normal: a critical one would stay until it is dismissed
+        {u"desktop-entry"_s, u"tarnwick"_s},
+    };
+    // Sounds have other names here; this is the one for a warning in the sound naming scheme.
+    if (notification.soundName)
+        hints.insert(u"sound-name"_s, u"dialog-warning"_s);
+    else
+        hints.insert(u"suppress-sound"_s, true);
+    const QString body = displayable(notification.body);
+    constexpr quint32 replacesNone = 0;
+    constexpr qint32 serviceDecidesHowLong = -1;
+    return {notification.title,
+            replacesNone,
+            u"tarnwick"_s,
+            displayable(notification.subtitle),
+            bodyMarkup ? body.toHtmlEscaped() : body,
+            QStringList(),
+            hints,
+            serviceDecidesHowLong};
+}
+
+} // namespace
+
+void post(const DesktopNotification& notification) {
+    if (!hasSessionBus())
+        return;
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return;
+    // Asked each time: the service may be another one by now.
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(notificationsCall(u"GetCapabilities"_s)),
+                                                QCoreApplication::instance());
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, bus, notification] {
+        watcher->deleteLater();
+        const QDBusPendingReply<QStringList> capabilities = *watcher;
+        if (capabilities.isError())
+            return;
+        QDBusMessage notify = notificationsCall(u"Notify"_s);
+        notify.setArguments(notifyArguments(notification, capabilities.value().contains(u"body-markup"_s)));
+        bus.send(notify);
+    });
+}
+
+std::optional<QString> computerName() {
+    // What the user called the computer, as hostnamed stores it; else its name in the network.
+    QString name = assignedValue(readSmallFile(u"/etc/machine-info"_s), "PRETTY_HOSTNAME=");
+    if (name.isEmpty())
+        name = QSysInfo::machineHostName();
+    return name.isEmpty() ? std::nullopt : std::optional(name);
+}
+
+} // namespace tarnwick::Desktop

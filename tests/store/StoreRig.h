@@ -1,0 +1,120 @@
+#pragma once
+
+#include "Coding.h"
+#include "ServerStore.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QPromise>
+#include <QTemporaryDir>
+
+#include <map>
+#include <memory>
+#include <utility>
+
+namespace tarnwick {
+
+/// A store on a folder of its own, with probes, clock and notifications in the test's hands.
+class StoreRig {
+public:
+    struct Probe {
+        Server server;
+        QPromise<ServerMetrics> promise;
+
+        void answer(const ServerMetrics& metrics) {
+            promise.addResult(metrics);
+            promise.finish();
+            QCoreApplication::processEvents();
+        }
+    };
+
+    QTemporaryDir home;
+    QString folder = home.filePath(QStringLiteral("a/b/Tarnwick"));
+    Instant now{1000};
+    QList<SSHConfigHost> sshHosts;
+    std::optional<QString> computerName;
+    std::map<QString, Probe> probes; ///< running or answered, by the server's name; the latest of each
+    QStringList probed;              ///< names, in the order of launch
+    QStringList alerts;              ///< keys' suffixes and whether with sound, in the order of posting
+    std::unique_ptr<ServerStore> store;
+
+    /// Constructs the store; its start-up refresh waits in the event loop.
+    void start() {
+        store = std::make_unique<ServerStore>(StoreCollaborators{
+            .collect =
+                [this](const Server& server) {
+                    probed.append(server.name);
+                    Probe& probe = probes[server.name] = {server, QPromise<ServerMetrics>()};
+                    probe.promise.start();
+                    return probe.promise.future();
+                },
+            .clock = [this] { return now; },
+            .notify =
+                [this](const Alert& alert, bool withSound, Instant) {
+                    alerts.append(alert.key.mid(36) + (withSound ? QStringLiteral(" loud") : QString()));
+                },
+            .sshHosts = [this] { return sshHosts; },
+            .computerName = [this] { return computerName; },
+            .folder = folder,
+        });
+    }
+
+    /// A store with these servers; its start-up refresh is over, and nothing of it is left in the records.
+    void startWith(const QList<Server>& servers) {
+        write(QStringLiteral("servers.json"), encodeServers(servers).value());
+        start();
+        QCoreApplication::processEvents();
+        for (auto& [name, probe] : probes)
+            probe.answer(ServerMetrics());
+        probed.clear();
+        alerts.clear();
+        store->setServers(servers);
+    }
+
+    [[nodiscard]] static Server server(const QString& name) {
+        Server server;
+        server.id = QUuid::createUuid();
+        server.name = name;
+        return server;
+    }
+
+    [[nodiscard]] QStringList names() const {
+        QStringList names;
+        for (const Server& server : store->servers())
+            names.append(server.name);
+        return names;
+    }
+
+    [[nodiscard]] QString path(const QString& name) const { return folder + u'/' + name; }
+
+    void write(const QString& name, const QByteArray& content) const {
+        QDir().mkpath(folder);
+        QFile file(path(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot write the test's file");
+    }
+
+    [[nodiscard]] QByteArray read(const QString& name) const {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    [[nodiscard]] QStringList files() const {
+        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    }
+
+    /// Whether `operation` writes: both files, or neither.
+    template <typename Operation>
+    [[nodiscard]] bool saves(Operation operation) const {
+        QFile::remove(path(QStringLiteral("servers.json")));
+        QFile::remove(path(QStringLiteral("settings.json")));
+        operation();
+        const qsizetype count = files().size();
+        if (count == 1)
+            qFatal("one file of two was written");
+        return count == 2;
+    }
+};
+
+} // namespace tarnwick

@@ -1,0 +1,60 @@
+#include "StoreRig.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTest>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarnwick;
+
+/// Saves over and over, a small and a large fleet in turns, and says so once at the beginning.
+static int saveForever(const QString& folder) {
+    StoreRig rig;
+    rig.folder = folder;
+    rig.start();
+    for (bool large = true;; large = !large) {
+        rig.store->setServers(QList<Server>(large ? 300 : 1, StoreRig::server(QString(50, u'x'))));
+        rig.store->save();
+        if (large)
+            write(1, "s", 1);
+    }
+}
+
+class CrashTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void filesAreWholeWheneverTheProgramIsKilled() {
+        StoreRig rig;
+        for (int round = 0; round < 25; ++round) {
+            QProcess child;
+            child.start(QCoreApplication::applicationFilePath(), {u"save"_s, rig.folder});
+            QVERIFY(child.waitForReadyRead(20'000));
+            QElapsedTimer time; // a moment of its own in each round
+            for (time.start(); time.nsecsElapsed() < round * 300'000;) {
+            }
+            child.kill();
+            QVERIFY(child.waitForFinished(20'000));
+            QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+
+            const auto servers = decodeServers(rig.read(u"servers.json"_s));
+            QVERIFY(std::holds_alternative<QList<Server>>(servers));
+            const qsizetype count = std::get<QList<Server>>(servers).size();
+            QVERIFY2(count == 1 || count == 300, qPrintable(QString::number(count)));
+            QVERIFY(std::holds_alternative<AppSettings>(decodeSettings(rig.read(u"settings.json"_s))));
+            QVERIFY(rig.files().filter(u"unreadable"_s).isEmpty());
+        }
+    }
+};
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    if (argc == 3 && application.arguments().at(1) == u"save")
+        return saveForever(application.arguments().at(2));
+    CrashTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_crash.moc"
