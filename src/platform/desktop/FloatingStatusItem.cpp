@@ -85,8 +85,9 @@ void FloatingStatusItem::Strip::setContent(const StatusItemContent& content) {
     update();
     if (!isVisible())
         show();
-    // Without a window manager nothing else keeps it in front of newer windows.
-    raise();
+    // Without a window manager nothing else keeps it in front of newer windows; only X11 lets windows do this.
+    if (QGuiApplication::platformName() == "xcb"_L1)
+        raise();
 }
 
 void FloatingStatusItem::Strip::fit() {
