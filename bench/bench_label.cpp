@@ -1,0 +1,82 @@
+// One tick of the status item's label with all seven metrics pinned, on a machine with 20 temperature sensors.
+
+#include "Figures.h"
+#include "LinuxKernelReadings.h"
+#include "LinuxTemperatureSensors.h"
+#include "MacHardwareCollector.h"
+#include "StatusItemLabel.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+using namespace tarnwick;
+
+namespace {
+
+/// A folder that stands for the root of a machine: its temperature sensors are ordinary files.
+bool writeSensors(const QString& root, int count) {
+    for (int i = 0; i < count; ++i) {
+        const QString device = QStringLiteral("%1/sys/class/hwmon/hwmon%2").arg(root).arg(i / 5);
+        const auto write = [&](const QString& name, const QByteArray& text) {
+            QFile file(device + u'/' + name);
+            return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+        };
+        const QString sensor = QStringLiteral("temp%1").arg(i % 5 + 1);
+        if (!QDir().mkpath(device) || !write(QStringLiteral("name"), i / 5 == 3 ? "nvme\n" : "coretemp\n") ||
+            !write(sensor + QStringLiteral("_input"), QByteArray::number(40'000 + i * 500) + '\n') ||
+            !write(sensor + QStringLiteral("_label"), "Core " + QByteArray::number(i) + '\n'))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QCoreApplication app(argc, argv);
+    const QTemporaryDir root;
+    if (!writeSensors(root.path(), 20))
+        return 2;
+    LinuxTemperatureSensors sensors(root.path());
+    KernelReadings& kernel = KernelReadings::system();
+    QList<Server> servers(10);
+    AppSettings settings;
+    settings.pinnedMenuBarItems = PinPreset::all();
+
+    const auto tick = [&] {
+        return composeStatusItemLabel(servers, settings, MacHardwareCollector::queryQuickThermals(sensors),
+                                      {[&] { return MacHardwareCollector::queryCpuUsage(kernel); },
+                                       [&] { return MacHardwareCollector::queryGpuUsage(kernel); },
+                                       [&] {
+                                           return MacHardwareCollector::queryRamUsage(kernel).percent;
+                                       }});
+    };
+    if (const StatusItemLabel label = tick(); !label.title.contains(QStringLiteral("SSD 5"))) {
+        std::fprintf(stderr, "unexpected label: %s\n", qPrintable(label.title));
+        return 2;
+    }
+    constexpr int ticks = 2000;
+    double start = figures::cpuMilliseconds();
+    for (int i = 0; i < ticks; ++i)
+        static_cast<void>(tick());
+    const double perTick = (figures::cpuMilliseconds() - start) / ticks;
+
+    // Beside it: opening and reading the same 20 files, without anything else.
+    start = figures::cpuMilliseconds();
+    for (int i = 0; i < ticks; ++i) {
+        for (int sensor = 0; sensor < 20; ++sensor) {
+            QFile file(QStringLiteral("%1/sys/class/hwmon/hwmon%2/temp%3_input")
+                           .arg(root.path())
+                           .arg(sensor / 5)
+                           .arg(sensor % 5 + 1));
+            if (!file.open(QIODevice::ReadOnly) || file.readAll().isEmpty())
+                return 2;
+        }
+    }
+    const double opening = (figures::cpuMilliseconds() - start) / ticks;
+    figures::report("label tick, seven pins, 20 sensors", perTick, "ms", 0.3,
+                    QStringLiteral("(opening and reading the 20 files: %1 ms)").arg(opening, 0, 'f', 3));
+    figures::report("an hour of label ticks, CPU", perTick * 3600 / 1000, "s", 2);
+    return figures::exitStatus();
+}

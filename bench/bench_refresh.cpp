@@ -1,0 +1,107 @@
+// A refresh of 50 hosts against one OpenSSH server, beside the same 50 ssh command lines started by xargs.
+
+#include "Figures.h"
+#include "OpenSshServer.h"
+#include "ProcessRunner.h"
+#include "SSHMetricsCollector.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QProcess>
+
+#include <algorithm>
+#include <vector>
+
+using namespace tarnwick;
+
+namespace {
+
+constexpr int hosts = 50;
+constexpr int rounds = 5;
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values.at(values.size() / 2);
+}
+
+/// Wall time in ms of one probe of every server at once; negative when a probe failed.
+double refresh(const QList<Server>& servers) {
+    const double start = figures::wallMilliseconds();
+    QList<QFuture<ServerMetrics>> probes;
+    for (const Server& server : servers)
+        probes.append(SSHMetricsCollector::collect(server));
+    QEventLoop loop;
+    QtFuture::whenAll(probes.begin(), probes.end()).then(&loop, [&loop](const auto&) { loop.quit(); });
+    loop.exec();
+    const double elapsed = figures::wallMilliseconds() - start;
+    for (const auto& probe : probes) {
+        if (const ServerMetrics metrics = probe.result(); metrics.errorMessage) {
+            std::fprintf(stderr, "probe failed: %s\n", qPrintable(*metrics.errorMessage));
+            return -1;
+        }
+    }
+    return elapsed;
+}
+
+/// Wall time in ms of the same command lines under xargs; its input has NUL between the arguments.
+double underXargs(const ProcessRequest& request) {
+    QProcess xargs;
+    xargs.setStandardOutputFile(QProcess::nullDevice());
+    QByteArray input;
+    for (int i = 0; i < hosts; ++i) {
+        for (const QString& argument : request.arguments)
+            input += argument.toUtf8() + '\0';
+    }
+    const double start = figures::wallMilliseconds();
+    xargs.start(QStringLiteral("xargs"),
+                {QStringLiteral("-0"), QStringLiteral("-P"), QString::number(hosts), QStringLiteral("-n"),
+                 QString::number(request.arguments.size()), request.executable});
+    xargs.write(input);
+    xargs.closeWriteChannel();
+    if (!xargs.waitForFinished(60'000) || xargs.exitCode() != 0)
+        return -1;
+    return figures::wallMilliseconds() - start;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    ProcessRunner::raiseOpenFileLimit();
+    QCoreApplication app(argc, argv);
+    OpenSshServer host;
+    if (const QString problem = host.start(); !problem.isEmpty()) {
+        std::fprintf(stderr, "%s\n", qPrintable(problem));
+        return 2;
+    }
+    Server server;
+    server.host = host.address();
+    server.port = host.port();
+    server.user = host.user();
+    server.customSshKeyPath = host.keyPath();
+    QList<Server> servers;
+    for (int i = 0; i < hosts; ++i) {
+        server.id = QUuid::createUuid();
+        servers.append(server);
+    }
+
+    std::vector<double> ours;
+    std::vector<double> theirs;
+    double cpu = 0;
+    if (refresh(servers.first(5)) < 0)
+        return 2;
+    for (int round = 0; round < rounds; ++round) {
+        const double before = figures::cpuMilliseconds();
+        ours.push_back(refresh(servers));
+        cpu += figures::cpuMilliseconds() - before;
+        theirs.push_back(underXargs(SSHMetricsCollector::remoteProbeRequest(server)));
+        if (ours.back() < 0 || theirs.back() < 0)
+            return 2;
+    }
+    figures::report("refresh of 50 hosts, wall time, share of xargs -P 50", median(ours) / median(theirs), "x", 1.10,
+                    QStringLiteral("(%1 ms, xargs %2 ms; medians of %3)")
+                        .arg(median(ours), 0, 'f', 0)
+                        .arg(median(theirs), 0, 'f', 0)
+                        .arg(rounds));
+    figures::report("own CPU time per probe", cpu / (rounds * hosts), "ms", 3);
+    return figures::exitStatus();
+}

@@ -1,0 +1,58 @@
+#include "DisplayServer.h"
+
+#include <QByteArray>
+#include <QFile>
+#include <QLibrary>
+
+#include <algorithm>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace tarnwick {
+
+namespace {
+
+/// Asks the X server for a connection through libxcb, as the toolkit does afterwards: that covers every way of naming
+/// a display, and the permission to use it.
+bool x11Answers() {
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        return false;
+    QLibrary xcb(QStringLiteral("xcb"), 1);
+    const auto connect = reinterpret_cast<void* (*)(const char*, int*)>(xcb.resolve("xcb_connect"));
+    const auto hasError = reinterpret_cast<int (*)(void*)>(xcb.resolve("xcb_connection_has_error"));
+    const auto disconnect = reinterpret_cast<void (*)(void*)>(xcb.resolve("xcb_disconnect"));
+    if (!connect || !hasError || !disconnect)
+        return false;
+    void* connection = connect(nullptr, nullptr); // never null
+    const bool answers = hasError(connection) == 0;
+    disconnect(connection);
+    return answers;
+}
+
+bool waylandAnswers() {
+    const QByteArray name = qgetenv("WAYLAND_DISPLAY");
+    if (name.isEmpty())
+        return false;
+    const QByteArray path = name.startsWith('/') ? name : qgetenv("XDG_RUNTIME_DIR") + '/' + name;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (static_cast<size_t>(path.size()) >= sizeof address.sun_path)
+        return false;
+    std::copy(path.cbegin(), path.cend(), address.sun_path);
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (socket < 0)
+        return false;
+    const bool answers = ::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    ::close(socket);
+    return answers;
+}
+
+} // namespace
+
+bool DisplayServer::isReachable() {
+    return x11Answers() || waylandAnswers();
+}
+
+} // namespace tarnwick

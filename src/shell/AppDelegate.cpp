@@ -1,0 +1,119 @@
+#include "AppDelegate.h"
+
+#include <QEvent>
+
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+/// The click that closes the popover by pressing outside of it also reaches the status item: it must not reopen it.
+constexpr auto reopenDelay = 250ms;
+} // namespace
+
+AppDelegate::AppDelegate(AppSurroundings surroundings, QObject* parent)
+    : QObject(parent), surroundings_(std::move(surroundings)) {}
+
+AppDelegate::~AppDelegate() {
+    // Windows show the store and the UI state: they go first.
+    if (surroundings_.popover)
+        surroundings_.popover->close();
+    onboardingWindow_.reset();
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    store_ = std::make_unique<ServerStore>(surroundings_.store);
+    ui_ = std::make_unique<UIState>();
+
+    connect(surroundings_.statusItem.get(), &StatusItem::clicked, this, &AppDelegate::statusBarButtonClicked);
+    if (Popover* popover = surroundings_.popover.get()) {
+        connect(popover, &Popover::pressedOutside, this, &AppDelegate::closePopover, Qt::QueuedConnection);
+        connect(popover, &Popover::lostFocus, this, &AppDelegate::closePopover, Qt::QueuedConnection);
+    }
+    updateStatusBarButton();
+
+    connect(store_.get(), &ServerStore::objectWillChange, this, &AppDelegate::updateSoon);
+    connect(&labelTimer_, &QTimer::timeout, this, &AppDelegate::updateStatusBarButton);
+    labelTimer_.start(1s);
+
+    if (!store_->settings().hasCompletedOnboarding)
+        showOnboardingWindow();
+}
+
+void AppDelegate::applicationWillTerminate() {
+    if (store_)
+        store_->save();
+}
+
+void AppDelegate::updateSoon() {
+    if (updatePending_)
+        return;
+    updatePending_ = true;
+    QMetaObject::invokeMethod(this, &AppDelegate::updateStatusBarButton, Qt::QueuedConnection);
+}
+
+void AppDelegate::updateStatusBarButton() {
+    updatePending_ = false;
+    const StatusItemLabel label =
+        composeStatusItemLabel(store_->servers(), store_->settings(), surroundings_.thermals(), surroundings_.loads);
+    surroundings_.statusItem->setContent({label.symbolName, label.title, u"Tarnwick"_s});
+}
+
+void AppDelegate::statusBarButtonClicked(QPoint position) {
+    if (lastClosedTime_ && surroundings_.clock() - *lastClosedTime_ < reopenDelay)
+        return;
+    if (!surroundings_.popover)
+        return;
+    if (surroundings_.popover->isShown()) {
+        closePopover();
+        return;
+    }
+    anchor_ = position;
+    showPopover();
+}
+
+void AppDelegate::showPopover() {
+    if (!surroundings_.popover || surroundings_.popover->isShown())
+        return;
+    Popover& popover = *surroundings_.popover;
+    if (auto content =
+            surroundings_.makePopoverContent(*store_, *ui_, popover.isTranslucent(), [this] { closePopover(); }))
+        popover.show(std::move(content), anchor_);
+}
+
+void AppDelegate::closePopover() {
+    lastClosedTime_ = surroundings_.clock();
+    ui_->setShowingAddServer(false);
+    ui_->setShowingSettings(false);
+    ui_->setShowingMacInfoSheet(false);
+    if (surroundings_.popover)
+        surroundings_.popover->close();
+}
+
+void AppDelegate::showOnboardingWindow() {
+    if (!surroundings_.makeOnboardingWindow)
+        return;
+    if (!onboardingWindow_) {
+        onboardingWindow_ = surroundings_.makeOnboardingWindow(*store_, *ui_, [this] { finishOnboarding(); });
+        onboardingWindow_->installEventFilter(this);
+    }
+    onboardingWindow_->show();
+    onboardingWindow_->raise();
+    onboardingWindow_->requestActivate();
+}
+
+void AppDelegate::finishOnboarding() {
+    // Called from inside the window: it goes once its own event is handled.
+    if (onboardingWindow_)
+        onboardingWindow_->close();
+    showPopover();
+}
+
+bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == onboardingWindow_.get() && event->type() == QEvent::Close)
+        onboardingWindow_.release()->deleteLater();
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace tarnwick

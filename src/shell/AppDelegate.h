@@ -1,0 +1,78 @@
+#pragma once
+
+#include "Popover.h"
+#include "ServerStore.h"
+#include "StatusItem.h"
+#include "StatusItemLabel.h"
+#include "UIState.h"
+
+#include <QObject>
+#include <QTimer>
+#include <QWindow>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace tarnwick {
+
+/// What the delegate works with, so that it can be driven without a desktop. `makePopoverContent` and
+/// `makeOnboardingWindow` are called only where there is a popover.
+struct AppSurroundings {
+    StoreCollaborators store;
+    std::function<ThermalSummary()> thermals;
+    LoadReadings loads;
+    /// Monotonic time.
+    std::function<std::chrono::nanoseconds()> clock;
+    std::unique_ptr<StatusItem> statusItem;
+    std::unique_ptr<Popover> popover; ///< null where there is no display
+    /// The popover's content; `rounded` and `close` as ViewFactory says. Null when there is none.
+    std::function<std::unique_ptr<QWindow>(ServerStore&, UIState&, bool rounded, std::function<void()> close)>
+        makePopoverContent;
+    /// The tour's window; it calls the function when the user finishes the tour.
+    std::function<std::unique_ptr<QWindow>(ServerStore&, UIState&, std::function<void()>)> makeOnboardingWindow;
+};
+
+/// The shell of the program: owns the store and the UI state, keeps the status item's label true, toggles the popover
+/// and shows the welcome tour. Main thread only.
+class AppDelegate : public QObject {
+    Q_OBJECT
+
+public:
+    explicit AppDelegate(AppSurroundings surroundings, QObject* parent = nullptr);
+    ~AppDelegate() override;
+
+    /// The launch sequence. Call once, with the event loop about to run.
+    void applicationDidFinishLaunching();
+    /// Saves; safe to call before the launch sequence.
+    void applicationWillTerminate();
+
+    void statusBarButtonClicked(QPoint position);
+    /// Composes symbol and title from fresh readings and shows them.
+    void updateStatusBarButton();
+    void showPopover();
+    void closePopover();
+    /// Brings the tour's window to the front, made anew when it is not open.
+    void showOnboardingWindow();
+
+    [[nodiscard]] ServerStore* store() const { return store_.get(); }
+    [[nodiscard]] UIState* ui() const { return ui_.get(); }
+    [[nodiscard]] QWindow* onboardingWindow() const { return onboardingWindow_.get(); }
+
+private:
+    void updateSoon();
+    void finishOnboarding();
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+    AppSurroundings surroundings_;
+    std::unique_ptr<ServerStore> store_;
+    std::unique_ptr<UIState> ui_;
+    std::unique_ptr<QWindow> onboardingWindow_;
+    QTimer labelTimer_;
+    QPoint anchor_;
+    std::optional<std::chrono::nanoseconds> lastClosedTime_;
+    bool updatePending_ = false;
+};
+
+} // namespace tarnwick
