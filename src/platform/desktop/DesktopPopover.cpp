@@ -47,7 +47,6 @@ void DesktopPopover::show(std::unique_ptr<QWindow> content, QPoint anchor) {
     content_->installEventFilter(this);
     place();
     content_->show();
-    content_->raise();
     content_->requestActivate();
     QCoreApplication::instance()->installNativeEventFilter(this);
     X11Session::watchPresses(true);

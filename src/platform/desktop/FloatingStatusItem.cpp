@@ -23,6 +23,9 @@ constexpr int iconSide = 16;
 constexpr int padding = 8;
 constexpr int gap = 6;
 constexpr int screenMargin = 8;
+/// _NET_WM_WINDOW_TYPE_DOCK as Qt's X11 support numbers it: window managers show docks on every workspace and above
+/// other windows. Where Qt does not know the property, the strip is a tool window of one workspace.
+constexpr int dockWindowType = 4;
 
 QFont font() {
     QFont font = QGuiApplication::font();
@@ -57,6 +60,7 @@ private:
 FloatingStatusItem::Strip::Strip(FloatingStatusItem& owner, const ColorScheme& colors)
     : owner_(owner), colors_(colors) {
     setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus);
+    setProperty("_q_xcb_wm_window_type", dockWindowType);
     connect(&colors_, &ColorScheme::changed, this, [this] { update(); });
     connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &Strip::followPrimaryScreen);
     followPrimaryScreen();
@@ -81,8 +85,9 @@ void FloatingStatusItem::Strip::setContent(const StatusItemContent& content) {
     update();
     if (!isVisible())
         show();
-    // Without a window manager nothing else keeps it in front of newer windows.
-    raise();
+    // Without a window manager nothing else keeps it in front of newer windows; only X11 lets windows do this.
+    if (QGuiApplication::platformName() == "xcb"_L1)
+        raise();
 }
 
 void FloatingStatusItem::Strip::fit() {
