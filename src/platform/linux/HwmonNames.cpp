@@ -55,7 +55,7 @@ constexpr std::array roleRules{
 QStringView roleOf(const HwmonInput& input) {
     // Some Ryzen processors add an offset to Tctl, for the fan's sake: Tdie is the temperature where there is one. The
     // memory beside a graphics processor is not on its die.
-    if ((input.label == u"Tctl" && input.besideTrueDie) || input.label == u"mem") {
+    if ((input.label == u"Tctl" && input.besideTrueDie) || input.label == u"mem" || input.label == u"vram") {
         return {};
     }
     if (input.label.contains(u"VRM", Qt::CaseInsensitive)) {

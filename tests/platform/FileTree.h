@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+namespace tarnwick {
+
+/// A folder that stands for the root of a computer, filled with captured files of /proc and /sys.
+class FileTree {
+public:
+    [[nodiscard]] QString root() const { return folder_.path(); }
+
+    /// Writes a file in place, so that one that is open shows the new content.
+    void write(const QString& path, const QByteArray& content) const {
+        QDir().mkpath(QFileInfo(full(path)).path());
+        QFile file(full(path));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
+            qFatal("cannot write %s", qPrintable(full(path)));
+        }
+    }
+
+    void link(const QString& path, const QString& target) const {
+        QDir().mkpath(QFileInfo(full(path)).path());
+        if (!QFile::link(target, full(path))) {
+            qFatal("cannot link %s", qPrintable(full(path)));
+        }
+    }
+
+    /// Takes a folder away. Its files are emptied first: one that is still open then has nothing to say any more, as
+    /// those of a device that is gone.
+    void remove(const QString& path) const {
+        QDir folder(full(path));
+        for (const QString& file : folder.entryList(QDir::Files)) {
+            QFile::resize(folder.filePath(file), 0);
+        }
+        folder.removeRecursively();
+    }
+
+    [[nodiscard]] QString full(const QString& path) const { return folder_.filePath(path); }
+
+private:
+    QTemporaryDir folder_;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,52 @@
+// A management library with one card. It notes in the file that the environment variable STANDIN_NVIDIA_LOG names what
+// it is asked, one letter a call: a card that sleeps must not see any.
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+bool isBusy = true;
+
+void note(char call) {
+    if (std::FILE* log = std::fopen(std::getenv("STANDIN_NVIDIA_LOG"), "a")) {
+        std::fputc(call, log);
+        std::fclose(log);
+    }
+}
+
+} // namespace
+
+extern "C" {
+
+struct StandInUtilisation {
+    unsigned gpu;
+    unsigned memory;
+};
+
+int nvmlInit_v2() {
+    note('i');
+    return 0;
+}
+
+int nvmlShutdown() {
+    note('s');
+    return 0;
+}
+
+int nvmlDeviceGetHandleByPciBusId_v2(const char* address, void** device) {
+    note('d');
+    *device = &isBusy;
+    return std::strcmp(address, "0000:01:00.0") == 0 ? 0 : 6;
+}
+
+/// Busy when first asked, idle ever after.
+int nvmlDeviceGetUtilizationRates(void* device, StandInUtilisation* utilisation) {
+    note('u');
+    bool* busy = static_cast<bool*>(device);
+    *utilisation = {*busy ? 63U : 0U, 5U};
+    *busy = false;
+    return 0;
+}
+}
