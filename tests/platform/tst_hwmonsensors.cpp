@@ -78,6 +78,8 @@ hwmon0 temp3_input -61000
 hwmon0 temp3_label Tccd2
 hwmon0 tempx_input 40000
 hwmon1 temp1_input 42500
+hwmon2 temp1_input 43500
+hwmon2 temp1_label VRM
 )";
 
 void install(const FileTree& tree, const QByteArray& capture) {
@@ -137,7 +139,7 @@ void HwmonSensorsTest::machines_data() {
     QTest::newRow("Raspberry Pi") << QByteArray(raspberryPi) << QStringList{u"tdie cpu_thermal=48.686"_s};
     QTest::newRow("broken values") << QByteArray(brokenValues)
                                    << QStringList{u"tdie k10temp Tctl=?"_s, u"tdie k10temp Tccd1=?"_s,
-                                                  u"tdie k10temp Tccd2=-61"_s, u"?=42.5"_s};
+                                                  u"tdie k10temp Tccd2=-61"_s, u"?=42.5"_s, u"tdev VRM=43.5"_s};
 }
 
 void HwmonSensorsTest::machines() {

@@ -71,7 +71,7 @@ QStringView roleOf(const HwmonInput& input) {
 QString hwmonSensorName(const HwmonInput& input) {
     QString name = roleOf(input).toString();
     const auto append = [&](const QString& part) {
-        name += (name.isEmpty() ? u""_s : u" "_s) + part;
+        name += (name.isEmpty() || part.isEmpty() ? u""_s : u" "_s) + part;
     };
     append(input.driver);
     if (!input.label.isEmpty()) {
