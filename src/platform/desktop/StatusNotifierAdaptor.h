@@ -23,7 +23,6 @@ class StatusNotifierAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString IconAccessibleDesc READ iconAccessibleDescription)
     Q_PROPERTY(tarnwick::StatusNotifierToolTip ToolTip READ toolTip)
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
-    Q_PROPERTY(QDBusObjectPath Menu READ menu)
     Q_PROPERTY(QString XAyatanaLabel READ label)
     Q_PROPERTY(QString XAyatanaLabelGuide READ labelGuide)
 
@@ -41,8 +40,6 @@ public:
     [[nodiscard]] QString iconAccessibleDescription() const { return item_.description(); }
     [[nodiscard]] StatusNotifierToolTip toolTip() const { return item_.toolTip(); }
     [[nodiscard]] static bool itemIsMenu() { return false; }
-    /// The path by which hosts know that there is no menu.
-    [[nodiscard]] static QDBusObjectPath menu() { return QDBusObjectPath(QStringLiteral("/NO_DBUSMENU")); }
     [[nodiscard]] QString label() const { return item_.text(); }
     [[nodiscard]] QString labelGuide() const { return statusTextGuide(item_.text()); }
 
@@ -66,6 +63,18 @@ private:
 
     StatusNotifierItem& item_;
     QDBusConnection bus_;
+};
+
+/// The same with a menu. Hosts tell by the property whether there is one: with none they pass every click on.
+class StatusNotifierMenuAdaptor : public StatusNotifierAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
+    Q_PROPERTY(QDBusObjectPath Menu READ menu)
+
+public:
+    using StatusNotifierAdaptor::StatusNotifierAdaptor;
+
+    [[nodiscard]] static QDBusObjectPath menu() { return QDBusObjectPath(QStringLiteral("/StatusMenu")); }
 };
 
 } // namespace tarnwick

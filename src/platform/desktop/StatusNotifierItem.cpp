@@ -1,6 +1,7 @@
 #include "StatusNotifierItem.h"
 
 #include "StatusItemIcon.h"
+#include "StatusMenu.h"
 #include "StatusNotifierAdaptor.h"
 
 #include <QCursor>
@@ -24,9 +25,13 @@ const auto itemPath = u"/StatusNotifierItem"_s;
 /// Hosts take the size that fits their panel; these are the usual ones, at one and two pixels to the point.
 constexpr std::array iconSizes{16, 22, 24, 32, 44, 48};
 
+bool isGnome() {
+    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(u"GNOME"_s);
+}
+
 /// GNOME's panel is dark under the light scheme too.
 bool panelIsDark(const ColorScheme& colors) {
-    return colors.isDark() || qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(u"GNOME"_s);
+    return colors.isDark() || isGnome();
 }
 } // namespace
 
@@ -36,8 +41,7 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, const ColorSc
     , colors_(colors)
     , watcher_(watcherService, bus, QDBusServiceWatcher::WatchForOwnerChange) {
     registerStatusNotifierTypes();
-    new StatusNotifierAdaptor(this, bus);
-    bus_.registerObject(itemPath, this);
+    exportItem();
     connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& newOwner) {
                 if (newOwner.isEmpty())
@@ -49,6 +53,23 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, const ColorSc
         bus_.connect(watcherService, watcherPath, watcherService, change, this, SLOT(askForHost()));
     connect(&colors_, &ColorScheme::changed, this, &StatusNotifierItem::refreshIcon);
     registerItem();
+}
+
+void StatusNotifierItem::exportItem() {
+    // GNOME's host shows no item without a menu, and opens it on a click: there it is the way to the popover. No other
+    // gets one: some would show it in place of passing the click on, and one of XFCE's asks without end for a menu
+    // behind the path /NO_DBUSMENU by which others know that there is none.
+    if (isGnome()) {
+        new StatusNotifierMenuAdaptor(this, bus_);
+        auto* const menu = new StatusMenu(this);
+        bus_.registerObject(StatusNotifierMenuAdaptor::menu().path(), menu,
+                            QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties |
+                                QDBusConnection::ExportScriptableSignals);
+        connect(menu, &StatusMenu::chosen, this, [this] { Q_EMIT clicked(QCursor::pos()); });
+    } else {
+        new StatusNotifierAdaptor(this, bus_);
+    }
+    bus_.registerObject(itemPath, this);
 }
 
 void StatusNotifierItem::setContent(const StatusItemContent& content) {

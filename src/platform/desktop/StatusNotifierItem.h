@@ -41,6 +41,7 @@ private Q_SLOTS:
     void askForHost();
 
 private:
+    void exportItem();
     void registerItem();
     void refreshIcon();
     void setHost(bool present);
