@@ -16,7 +16,7 @@ QString withoutOuterSlashes(const QString& name) {
 }
 } // namespace
 
-ContainerInfo::ContainerInfo(QString id_, QString name_, QString image_, QString status_, QString state_,
+ContainerInfo::ContainerInfo(QString id_, const QString& name_, QString image_, QString status_, QString state_,
                              QString ports_)
     : id(std::move(id_))
     , name(withoutOuterSlashes(name_))

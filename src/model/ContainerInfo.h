@@ -17,7 +17,7 @@ struct ContainerInfo {
     ContainerInfo() = default;
     /// Stores the fields unchanged, except that `name` loses every leading and trailing "/": Docker may print names
     /// with a leading slash. (Reading a stored record does not pass here and keeps the name as written.)
-    ContainerInfo(QString id, QString name, QString image, QString status, QString state, QString ports);
+    ContainerInfo(QString id, const QString& name, QString image, QString status, QString state, QString ports);
 
     /// `state` is "running", in any letter case.
     [[nodiscard]] bool isRunning() const;

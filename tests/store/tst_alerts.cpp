@@ -91,8 +91,10 @@ private Q_SLOTS:
                                            [&](const DesktopNotification&) { posted.append(now); });
         };
         const QString key = QUuid::createUuid().toString();
-        for (now = 1000; now < 1000 + 700; now += 30)
+        for (int check = 0; check < 24; ++check) {
+            now = 1000 + 30 * check;
             send(key);
+        }
         QCOMPARE(posted, (QList<double>{1000, 1300, 1600}));
 
         posted.clear();

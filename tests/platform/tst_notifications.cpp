@@ -1,0 +1,181 @@
+#include "Desktop.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QVariantMap>
+
+using namespace Qt::StringLiterals;
+using namespace tarnwick;
+
+namespace {
+
+const QString serviceName = u"org.freedesktop.Notifications"_s;
+const QString servicePath = u"/org/freedesktop/Notifications"_s;
+
+/// A program of the test's own, ended with the test.
+class Companion {
+public:
+    /// With `announces`, returns the first line that the program prints.
+    QString start(const QString& program, const QStringList& arguments, bool announces) {
+        if (QStandardPaths::findExecutable(program).isEmpty())
+            qFatal("%s is missing: install dbus-daemon, dunst and xvfb", qPrintable(program));
+        process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process_.start(program, arguments);
+        while (announces && !process_.canReadLine()) {
+            if (!process_.waitForReadyRead(20'000))
+                qFatal("%s does not start", qPrintable(program));
+        }
+        return QString::fromUtf8(process_.readLine()).trimmed();
+    }
+    ~Companion() {
+        process_.kill();
+        process_.waitForFinished();
+    }
+
+private:
+    QProcess process_;
+};
+
+void write(const QString& path, const QByteArray& content) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write the test's file");
+}
+
+/// What the real service shows, newest first.
+QJsonArray dunstHistory() {
+    QProcess dunstctl;
+    dunstctl.start(u"dunstctl"_s, {u"close-all"_s});
+    dunstctl.waitForFinished();
+    dunstctl.start(u"dunstctl"_s, {u"history"_s});
+    dunstctl.waitForFinished();
+    return QJsonDocument::fromJson(dunstctl.readAllStandardOutput())["data"_L1][0].toArray();
+}
+
+} // namespace
+
+/// A notification service that records what it is told.
+class RecordingService : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+
+public:
+    struct Notified {
+        QString title;
+        QString summary;
+        QString body;
+        QVariantMap hints;
+    };
+    QStringList capabilities;
+    QList<Notified> notified;
+
+public Q_SLOTS:
+    QStringList GetCapabilities() { return capabilities; }
+    uint Notify(const QString& application, uint, const QString&, const QString& summary, const QString& body,
+                const QStringList&, const QVariantMap& hints, int) {
+        notified.append({application, summary, body, hints});
+        return 1;
+    }
+};
+
+class NotificationsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() {
+        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+        qputenv("XDG_RUNTIME_DIR", runtimeFolder_.path().toUtf8());
+        // The connection to the session bus is made once in a process: the tests below fail if this one tried.
+        Desktop::post({u"Tarnwick"_s, u"no bus"_s, u"x"_s, {}});
+
+        // A bus that starts no services of its own accord.
+        const QString configuration = runtimeFolder_.filePath(u"bus.conf"_s);
+        write(configuration, "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
+                             "<policy context='default'><allow send_destination='*'/><allow receive_sender='*'/><allow "
+                             "own='*'/></policy>"
+                             "</busconfig>");
+        const QString address = bus_.start(
+            u"dbus-daemon"_s, {u"--config-file"_s, configuration, u"--nofork"_s, u"--print-address"_s}, true);
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address.toUtf8());
+        QVERIFY(QDBusConnection::connectToBus(address, u"service"_s).isConnected());
+    }
+
+    void noServiceIsNoHarm() {
+        Desktop::post({u"Tarnwick"_s, u"lost"_s, u"x"_s, {}});
+        QVERIFY(!QDBusConnection::sessionBus().interface()->isServiceRegistered(serviceName)); // the answer is there
+        QCoreApplication::processEvents();
+    }
+
+    void argumentsSuitTheService() {
+        QDBusConnection connection(u"service"_s);
+        RecordingService service;
+        QVERIFY(connection.registerObject(servicePath, &service, QDBusConnection::ExportAllSlots));
+        QVERIFY(connection.registerService(serviceName));
+
+        const DesktopNotification loud{u"Tarnwick"_s, u"Server Offline: <i>a</i>"_s,
+                                       u"<b>bold</b> & \"q\" \x1b[0m\nline"_s + QChar(0), u"Hero"_s};
+        DesktopNotification silent = loud;
+        silent.soundName.reset();
+        Desktop::post(loud);
+        QTRY_COMPARE(service.notified.size(), 1);
+        service.capabilities = QStringList{u"body"_s, u"body-markup"_s};
+        Desktop::post(silent);
+        QTRY_COMPARE(service.notified.size(), 2);
+
+        const auto plain = service.notified.at(0);
+        QCOMPARE(plain.title, u"Tarnwick"_s);
+        QCOMPARE(plain.summary, u"Server Offline: <i>a</i>"_s);
+        QCOMPARE(plain.body, u"<b>bold</b> & \"q\"  [0m\nline "_s);
+        QCOMPARE(plain.hints.value(u"sound-name"_s).toString(), u"dialog-warning"_s);
+        QVERIFY(!plain.hints.contains(u"suppress-sound"_s));
+        const auto marked = service.notified.at(1);
+        QCOMPARE(marked.summary, plain.summary);
+        QCOMPARE(marked.body, u"&lt;b&gt;bold&lt;/b&gt; &amp; &quot;q&quot;  [0m\nline "_s);
+        QVERIFY(!marked.hints.contains(u"sound-name"_s));
+        QVERIFY(marked.hints.value(u"suppress-sound"_s).toBool());
+        QCOMPARE(marked.hints.value(u"urgency"_s).metaType(), QMetaType::fromType<uchar>());
+
+        QVERIFY(connection.unregisterService(serviceName));
+    }
+
+    void aRealServiceShowsHostileTextAsText() {
+        Companion display;
+        const QString number =
+            display.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"640x480x24"_s}, true);
+        qputenv("DISPLAY", ':' + number.toUtf8());
+        Companion dunst;
+        const QString configuration = runtimeFolder_.filePath(u"dunstrc"_s);
+        write(configuration, "[global]\nmarkup = full\n");
+        dunst.start(u"dunst"_s, {u"-conf"_s, configuration}, false);
+        QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::sessionBus().interface()->isServiceRegistered(serviceName), 20'000);
+
+        Desktop::post(
+            {u"Tarnwick"_s, u"Server Offline: <u>a"_s, u"<b>x</b> </span> &amp; <img src='/dev/zero'>"_s, u"Hero"_s});
+        QJsonArray history;
+        QTRY_VERIFY_WITH_TIMEOUT(!(history = dunstHistory()).isEmpty(), 20'000);
+        const QJsonObject shown = history.at(0).toObject();
+        QCOMPARE(shown["appname"_L1]["data"_L1].toString(), u"Tarnwick"_s);
+        QCOMPARE(shown["summary"_L1]["data"_L1].toString(), u"Server Offline: <u>a"_s);
+        // The service's own markup about them, and none within.
+        QCOMPARE(shown["message"_L1]["data"_L1].toString(),
+                 u"<b>Server Offline: &lt;u&gt;a</b>\n"
+                 "&lt;b&gt;x&lt;/b&gt; &lt;/span&gt; &amp;amp; &lt;img src='/dev/zero'&gt;"_s);
+    }
+
+    void theComputerHasAName() { QVERIFY(!Desktop::computerName().value_or(QString()).isEmpty()); }
+
+private:
+    QTemporaryDir runtimeFolder_;
+    Companion bus_;
+};
+
+QTEST_GUILESS_MAIN(NotificationsTest)
+#include "tst_notifications.moc"
