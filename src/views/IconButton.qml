@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tarnwick
 
 /// A symbol to press. Its `text` is the help text and the accessible name. While `busy`, a spinner takes the symbol's
 /// place.

@@ -37,7 +37,7 @@ T.AbstractButton {
         text: root.text
         textSize: root.textSize
         textWeight: Font.DemiBold
-        tint: Theme.onProminent
+        tint: Theme.prominentText
         symbolLast: root.symbolLast
     }
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import Tarnwick
 
 /// A small turning progress indicator. It stands still, and costs nothing, while it is not visible.
 ProgressArc {

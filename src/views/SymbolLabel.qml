@@ -1,4 +1,5 @@
 import QtQuick
+import Tarnwick
 
 /// A symbol, when it has one, beside a line of text; together in the middle when there is more room than they need.
 Item {

@@ -1,6 +1,7 @@
 pragma Singleton
 
 import QtQuick
+import Tarnwick
 
 /// Colours and type of every view; they follow the desktop's palette and interface font while the program runs.
 QtObject {
@@ -29,7 +30,7 @@ QtObject {
     readonly property color pink: dark ? "#FF5C93" : "#E0407B"
     /// Under white text, and the same in both modes: 4.6 : 1.
     readonly property color prominent: "#0A6CFF"
-    readonly property color onProminent: "#FFFFFF"
+    readonly property color prominentText: "#FFFFFF"
 
     /// The desktop's interface font; Inter where the desktop leaves the choice to the font system.
     readonly property FontMetrics interfaceFont: FontMetrics {}
@@ -68,6 +69,16 @@ QtObject {
         case ColorRole.Purple: return purple;
         case ColorRole.Pink: return pink;
         default: return primary;
+        }
+    }
+
+    /// For figures of 19 pixels, in bold: 3 : 1.
+    function figureColor(role: int): color {
+        switch (role) {
+        case ColorRole.Gray: return secondary;
+        case ColorRole.Green: return dark ? green : "#238C3C";
+        case ColorRole.Orange: return dark ? orange : "#BF6A08";
+        default: return color(role);
         }
     }
 

@@ -1,0 +1,54 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tarnwick
+
+/// The fleet summary to press: it pins itself to the status item, or unpins itself.
+T.AbstractButton {
+    id: root
+
+    required property fleetPinRow fleet
+
+    text: fleet.title
+    implicitHeight: 32
+    Accessible.role: Accessible.CheckBox
+    Accessible.name: fleet.title
+    Accessible.description: fleet.example
+    Accessible.checkable: true
+    Accessible.checked: fleet.isPinned
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+
+    background: Rectangle {
+        radius: Theme.radiusRow
+        color: Theme.layer(root.down ? 0.11 : root.hovered ? 0.06 : 0.03)
+        border.width: root.visualFocus ? 2 : 0
+        border.color: Theme.blue
+    }
+    contentItem: Item {
+        Symbol {
+            x: 10
+            anchors.verticalCenter: parent.verticalCenter
+            name: root.fleet.symbol
+            side: 15
+            color: root.fleet.isPinned ? Theme.blue : Theme.translucent(Theme.secondary, Theme.secondary.a / 2)
+        }
+        PlainText {
+            x: 32
+            anchors.verticalCenter: parent.verticalCenter
+            width: example.x - x - 8
+            text: root.fleet.title
+            size: 12
+            font.weight: Font.Medium
+            Accessible.ignored: true
+        }
+        PlainText {
+            id: example
+
+            x: parent.width - width - 10
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.fleet.example
+            color: Theme.secondary
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,75 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick
+
+/// What this computer is, line by line.
+Rectangle {
+    id: root
+
+    required property macInfoContent content
+
+    implicitHeight: lines.height + 22
+    radius: Theme.radiusCard
+    color: Theme.layer(0.04)
+
+    Column {
+        id: lines
+
+        x: 12
+        y: 11
+        width: parent.width - 24
+
+        PlainText {
+            height: 22
+            text: "Hardware Specifications"
+            size: 12
+            font.weight: Font.DemiBold
+        }
+        Repeater {
+            model: root.content.factCount
+            delegate: Item {
+                id: line
+
+                required property int index
+                readonly property macFact fact: root.content.fact(index)
+
+                width: lines.width
+                height: 22
+
+                Symbol {
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: line.fact.symbol
+                    side: 13
+                    color: Theme.secondary
+                }
+                PlainText {
+                    id: label
+
+                    x: 20
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: line.fact.label
+                    color: Theme.secondary
+                }
+                PlainText {
+                    id: value
+
+                    readonly property HoverHandler pointer: HoverHandler {}
+
+                    anchors.left: label.right
+                    anchors.leftMargin: 12
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    horizontalAlignment: Text.AlignRight
+                    text: line.fact.value
+                    font.weight: Font.Medium
+
+                    HelpTip {
+                        text: value.text
+                        wanted: value.truncated && value.pointer.hovered
+                    }
+                }
+            }
+        }
+    }
+}

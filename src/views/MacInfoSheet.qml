@@ -1,0 +1,138 @@
+import QtQuick
+import Tarnwick
+
+/// The sheet about this computer.
+FocusScope {
+    id: root
+
+    required property ServerStore store
+    required property UIState ui
+    property real topRadius: 0
+    /// The sheet is to close.
+    signal dismissed
+
+    implicitWidth: 400
+    implicitHeight: 560
+    focus: true
+    Keys.onEscapePressed: dismissed()
+    Accessible.role: Accessible.Dialog
+    Accessible.name: heading.text
+
+    MacInfoModel {
+        id: mac
+
+        store: root.store
+        ui: root.ui
+    }
+    PinListModel {
+        id: pinList
+
+        store: root.store
+    }
+
+    Item {
+        id: header
+
+        width: root.width
+        height: 58
+        clip: true
+
+        Rectangle {
+            width: parent.width
+            height: parent.height + radius
+            radius: root.topRadius
+            color: Theme.layer(0.03)
+        }
+        Rectangle {
+            x: 14
+            anchors.verticalCenter: parent.verticalCenter
+            width: 34
+            height: 34
+            radius: Theme.radiusRow
+            color: Theme.translucent(Theme.blue, 0.15)
+
+            Symbol {
+                anchors.centerIn: parent
+                name: "macmini.fill"
+                side: 20
+                color: Theme.blue
+            }
+        }
+        PlainText {
+            id: heading
+
+            x: 58
+            y: 12
+            width: refresh.x - x - 8
+            text: mac.content.heading
+            size: 13
+            font.weight: Font.Bold
+        }
+        PlainText {
+            x: 58
+            y: 30
+            width: heading.width
+            text: mac.content.identity
+            size: 10
+            color: Theme.secondary
+        }
+        IconButton {
+            id: refresh
+
+            objectName: "refresh"
+            anchors.right: done.left
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Refresh Sensors"
+            symbol: "arrow.clockwise"
+            onClicked: mac.refresh()
+        }
+        PushButton {
+            id: done
+
+            objectName: "done"
+            anchors.right: parent.right
+            anchors.rightMargin: 14
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Done"
+            onClicked: root.dismissed()
+        }
+    }
+    Divider {
+        y: header.height
+        width: root.width
+    }
+    ScrollArea {
+        id: scroll
+
+        objectName: "scroll"
+        y: header.height + 1
+        width: root.width
+        height: root.height - y
+
+        Column {
+            x: 14
+            width: scroll.width - 28
+            topPadding: 12
+            bottomPadding: 14
+            spacing: 12
+
+            MacPins {
+                width: parent.width
+                content: mac.content
+                presets: mac.presets
+                pins: pinList
+            }
+            MacFacts {
+                width: parent.width
+                content: mac.content
+            }
+            MacSensors {
+                width: parent.width
+                content: mac.content
+                sensors: mac.sensors
+                onToggled: mac.toggleSensors()
+            }
+        }
+    }
+}

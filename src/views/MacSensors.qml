@@ -1,0 +1,96 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Tarnwick
+
+/// Every temperature sensor, under a line that opens and closes their list.
+Rectangle {
+    id: root
+
+    required property macInfoContent content
+    required property SensorListModel sensors
+    signal toggled
+
+    implicitHeight: header.height + list.height
+    radius: Theme.radiusCard
+    color: Theme.layer(0.04)
+
+    T.AbstractButton {
+        id: header
+
+        objectName: "sensors"
+        width: parent.width
+        height: 34
+        text: root.content.sensorsCaption
+        Accessible.checkable: true
+        Accessible.checked: root.content.showsSensors
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
+        onClicked: root.toggled()
+
+        background: Rectangle {
+            radius: root.radius
+            color: header.down ? Theme.layer(0.08) : header.hovered ? Theme.layer(0.03) : "transparent"
+            border.width: header.visualFocus ? 2 : 0
+            border.color: Theme.blue
+        }
+        contentItem: Item {
+            Symbol {
+                x: 12
+                anchors.verticalCenter: parent.verticalCenter
+                name: "sensor.tag.radiowaves.forward"
+                side: 14
+                color: Theme.secondary
+            }
+            PlainText {
+                x: 32
+                anchors.verticalCenter: parent.verticalCenter
+                width: parent.width - x - 32
+                text: header.text
+                size: 12
+                font.weight: Font.DemiBold
+                Accessible.ignored: true
+            }
+            Symbol {
+                x: parent.width - width - 12
+                anchors.verticalCenter: parent.verticalCenter
+                name: root.content.sensorsSymbol
+                side: 12
+                color: Theme.secondary
+            }
+        }
+    }
+    Item {
+        id: list
+
+        y: header.height
+        width: parent.width
+        height: root.content.showsSensors ? rows.implicitHeight : 0
+        clip: true
+
+        Behavior on height {
+            NumberAnimation {
+                duration: Theme.reorderDuration
+                easing.type: Easing.InOutQuad
+            }
+        }
+
+        Column {
+            id: rows
+
+            width: parent.width
+            bottomPadding: 6
+
+            Divider {
+                width: parent.width
+            }
+            Repeater {
+                model: root.content.showsSensors || list.height > 0 ? root.sensors : null
+                delegate: MacSensorLine {
+                    width: rows.width
+                }
+            }
+        }
+    }
+}

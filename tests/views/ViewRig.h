@@ -1,0 +1,70 @@
+#pragma once
+
+#include "../store/StoreRig.h"
+#include "UIState.h"
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QtTest>
+
+#include <mutex>
+
+extern void qml_register_types_Tarnwick();
+
+namespace tarnwick {
+
+/// The first item with that object name, `root` and what is below it; null when there is none.
+[[nodiscard]] inline QQuickItem* findItem(QQuickItem* root, const QString& name) {
+    if (root->objectName() == name)
+        return root;
+    for (QQuickItem* child : root->childItems()) {
+        if (QQuickItem* found = findItem(child, name))
+            return found;
+    }
+    return nullptr;
+}
+
+/// A click into the middle of a control, which is brought into view first.
+inline void press(QQuickWindow& window, const QString& name) {
+    QQuickItem* control = findItem(window.contentItem(), name);
+    QVERIFY2(control, qPrintable(name));
+    control->forceActiveFocus(Qt::TabFocusReason);
+    QTest::mouseClick(&window, Qt::LeftButton, {},
+                      control->mapToScene({control->width() / 2, control->height() / 2}).toPoint());
+}
+
+/// One view of the module in a window, on a store in a folder of its own.
+class ViewRig : public StoreRig {
+public:
+    UIState ui;
+    std::unique_ptr<QQuickView> view;
+
+    ViewRig() {
+        static std::once_flag configured;
+        std::call_once(configured, [] {
+            QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+            qml_register_types_Tarnwick();
+        });
+        startWith({});
+    }
+
+    void show(const QString& name) {
+        view = std::make_unique<QQuickView>();
+        view->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+        view->setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(store.get())},
+                                    {QStringLiteral("ui"), QVariant::fromValue(&ui)}});
+        view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tarnwick/%1.qml").arg(name)));
+        QVERIFY(view->rootObject());
+        view->show();
+        QVERIFY(QTest::qWaitForWindowActive(view.get()));
+    }
+
+    /// The pins as `settings.json` has them.
+    [[nodiscard]] MenuBarItemSet savedPins() const {
+        const auto settings = decodeSettings(read(QStringLiteral("settings.json")));
+        return std::get<AppSettings>(settings).pinnedMenuBarItems;
+    }
+};
+
+} // namespace tarnwick
