@@ -7,6 +7,7 @@
 #include <QRasterWindow>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTest>
 
 #include <csignal>
@@ -50,6 +51,7 @@ class tst_Popover : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void geometry_data();
     void geometry();
     void hangsFromItsAnchor();
@@ -62,6 +64,10 @@ private Q_SLOTS:
     void takesItsContentAlong();
     void cornersAreSquareWithoutACompositor();
 };
+
+void tst_Popover::initTestCase() {
+    QVERIFY2(!QStandardPaths::findExecutable(u"xdotool"_s).isEmpty(), "xdotool is missing: install xdotool");
+}
 
 void tst_Popover::geometry_data() {
     QTest::addColumn<QPoint>("anchor");

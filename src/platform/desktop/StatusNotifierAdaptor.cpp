@@ -1,6 +1,7 @@
 #include "StatusNotifierAdaptor.h"
 
 #include <QDBusMessage>
+#include <QGuiApplication>
 #include <QStringList>
 #include <QVariantMap>
 
@@ -42,7 +43,8 @@ void StatusNotifierAdaptor::Scroll(int /*delta*/, const QString& /*orientation*/
 
 void StatusNotifierAdaptor::ProvideXdgActivationToken(const QString& token) {
     // Where Qt looks for it when a window asks for the focus; it clears it then.
-    qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+    if (QGuiApplication::platformName().startsWith("wayland"_L1))
+        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
 }
 
 } // namespace tarnwick

@@ -108,6 +108,11 @@ void StatusNotifierItem::refreshIcon() {
 }
 
 void StatusNotifierItem::registerItem() {
+    if (!bus_.isConnected()) { // a call would never be answered, not even by an error
+        QMetaObject::invokeMethod(
+            this, [this] { setHost(false); }, Qt::QueuedConnection);
+        return;
+    }
     QDBusMessage call =
         QDBusMessage::createMethodCall(watcherService, watcherPath, watcherService, u"RegisterStatusNotifierItem"_s);
     call << bus_.baseService();
