@@ -1,8 +1,10 @@
 #include "ProcessRunner.h"
 
 #include "ChildSetup.h"
+#include "FreeMemory.h"
 #include "ProcessRun.h"
 
+#include <QChildEvent>
 #include <QCoreApplication>
 #include <QFile>
 #include <QMutex>
@@ -26,6 +28,13 @@ public:
         // All are killed before the first one is waited for.
         for (ProcessRun* run : findChildren<ProcessRun*>(Qt::FindDirectChildrenOnly))
             run->killGroup();
+    }
+
+protected:
+    void childEvent(QChildEvent* event) override {
+        // A burst of a thousand runs leaves 20 MB of free memory behind.
+        if (event->removed() && children().isEmpty())
+            returnFreeMemory();
     }
 };
 

@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace tarnwick {
@@ -76,6 +77,8 @@ Q_SIGNALS:
     void lastRefreshedAllChanged();
 
 private:
+    struct Cycle;
+
     void load();
     void seedDefaults();
     [[nodiscard]] qsizetype indexOf(const QUuid& id) const;
@@ -83,6 +86,8 @@ private:
     /// Announces, assigns, announces.
     template <typename T>
     void assign(T& property, T value, void (ServerStore::*changed)());
+    void launch(const std::shared_ptr<Cycle>& cycle);
+    void end(Cycle& cycle);
     /// Probes one server and applies the result; `done` is called with whether an entry took it.
     void probe(const Server& server, const std::function<void(bool applied)>& done);
     bool apply(const QUuid& id, const ServerMetrics& metrics);

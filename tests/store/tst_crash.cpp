@@ -33,7 +33,7 @@ private Q_SLOTS:
             child.start(QCoreApplication::applicationFilePath(), {u"save"_s, rig.folder});
             QVERIFY(child.waitForReadyRead(20'000));
             QElapsedTimer time; // a moment of its own in each round
-            for (time.start(); time.nsecsElapsed() < round * 300'000;) {
+            for (time.start(); time.nsecsElapsed() < 300'000LL * round;) {
             }
             child.kill();
             QVERIFY(child.waitForFinished(20'000));
@@ -50,9 +50,9 @@ private Q_SLOTS:
 };
 
 int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
-    if (argc == 3 && application.arguments().at(1) == u"save")
-        return saveForever(application.arguments().at(2));
+    const QCoreApplication application(argc, argv);
+    if (argc == 3 && QCoreApplication::arguments().at(1) == u"save")
+        return saveForever(QCoreApplication::arguments().at(2));
     CrashTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -163,6 +163,26 @@ private Q_SLOTS:
         QCOMPARE(std::get<QList<Server>>(decodeServers(rig.read(u"servers.json"_s))), store.servers());
     }
 
+    void largeFleetIsLaunchedInTurns() {
+        StoreRig rig;
+        rig.startWith(fleet(u"A"_s));
+        QList<Server> servers;
+        for (int i = 0; i < 999; ++i)
+            servers.append(StoreRig::server(QString::number(i)));
+        rig.store->setServers(servers);
+        QFuture<void> cycle = rig.store->refreshAll();
+        QVERIFY(!rig.probed.isEmpty());
+        rig.probes.at(u"0"_s).answer(metricsWithCpu(1)); // one that answers before the last is launched
+        QTRY_COMPARE(rig.probed.size(), 999);
+        for (int i = 1; i < 999; ++i) {
+            QVERIFY(!cycle.isFinished());
+            rig.probes.at(QString::number(i)).answer(metricsWithCpu(1));
+        }
+        QVERIFY(cycle.isFinished());
+        for (qsizetype i = 0; i < 999; ++i)
+            QCOMPARE(cpuOf(rig, i), 1.0);
+    }
+
     void fleetChangesDuringACycle() {
         StoreRig rig;
         const QList<Server> servers = fleet(u"ABC"_s);

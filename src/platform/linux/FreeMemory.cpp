@@ -1,0 +1,11 @@
+#include "FreeMemory.h"
+
+#include <malloc.h>
+
+namespace tarnwick {
+
+void returnFreeMemory() {
+    ::malloc_trim(0);
+}
+
+} // namespace tarnwick
