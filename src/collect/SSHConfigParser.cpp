@@ -24,30 +24,13 @@ bool isBlank(QChar c) {
     return c == u' ' || c == u'\t';
 }
 
-QStringView withoutBlanks(QStringView text) {
-    while (!text.isEmpty() && isBlank(text.front()))
-        text = text.sliced(1);
-    while (!text.isEmpty() && isBlank(text.back()))
-        text.chop(1);
-    return text;
-}
-
-/// Decimal digits with an optional sign, in 64 bits; 22 for anything else.
-qint64 portFrom(QStringView value) {
-    const bool isSigned = value.startsWith(u'+') || value.startsWith(u'-');
-    const QStringView digits = value.sliced(isSigned ? 1 : 0);
-    bool fits = std::all_of(digits.begin(), digits.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-    const qint64 port = fits ? value.toLongLong(&fits) : 0;
-    return fits ? port : 22;
-}
-
 /// The blocks read so far, and the one that the lines now apply to.
 class HostBlocks {
 public:
     explicit HostBlocks(QString homeFolder) : homeFolder_(std::move(homeFolder)) {}
 
     void readLine(QStringView line) {
-        line = withoutBlanks(line);
+        line = SSHConfigParser::withoutBlanks(line);
         if (line.startsWith(u'#'))
             return;
         const auto isSeparator = [](QChar c) {
@@ -55,7 +38,8 @@ public:
         };
         const qsizetype separator = std::find_if(line.begin(), line.end(), isSeparator) - line.begin();
         if (separator + 1 < line.size())
-            apply(line.first(separator).toString().toLower(), withoutBlanks(line.sliced(separator + 1)));
+            apply(line.first(separator).toString().toLower(),
+                  SSHConfigParser::withoutBlanks(line.sliced(separator + 1)));
     }
 
     QList<SSHConfigHost> take() {
@@ -75,7 +59,7 @@ private:
         } else if (keyword == "user"_L1) {
             current_->user = value.toString();
         } else if (keyword == "port"_L1) {
-            current_->port = portFrom(value);
+            current_->port = SSHConfigParser::port(value);
         } else if (keyword == "identityfile"_L1) {
             current_->identityFile = expandingTilde(value.toString(), homeFolder_);
         }
@@ -95,6 +79,22 @@ private:
 };
 
 } // namespace
+
+QStringView SSHConfigParser::withoutBlanks(QStringView text) {
+    while (!text.isEmpty() && isBlank(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isBlank(text.back()))
+        text.chop(1);
+    return text;
+}
+
+qint64 SSHConfigParser::port(QStringView text) {
+    const bool isSigned = text.startsWith(u'+') || text.startsWith(u'-');
+    const QStringView digits = text.sliced(isSigned ? 1 : 0);
+    bool fits = std::all_of(digits.begin(), digits.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    const qint64 port = fits ? text.toLongLong(&fits) : 0;
+    return fits ? port : 22;
+}
 
 QList<SSHConfigHost> SSHConfigParser::parse(QStringView text, const QString& homeFolder) {
     HostBlocks blocks(homeFolder);

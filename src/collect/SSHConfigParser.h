@@ -25,6 +25,11 @@ namespace SSHConfigParser {
 /// The line rules on a text in hand. `homeFolder` takes the place of a leading "~".
 [[nodiscard]] QList<SSHConfigHost> parse(QStringView text, const QString& homeFolder);
 
+/// Spaces and tabs trimmed from both ends; no other white space.
+[[nodiscard]] QStringView withoutBlanks(QStringView text);
+/// Decimal digits with an optional sign, in 64 bits, not range-checked; 22 for anything else.
+[[nodiscard]] qint64 port(QStringView text);
+
 } // namespace SSHConfigParser
 
 } // namespace tarnwick

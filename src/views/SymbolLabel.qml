@@ -8,10 +8,12 @@ Item {
     property string symbol
     property string text
     property color tint: Theme.primary
+    property color symbolTint: tint
     property real textSize: 11
     property int textWeight: Font.Normal
     property real symbolSize: textSize + 2
     property bool symbolLast: false
+    property alias spacing: row.spacing
 
     readonly property real symbolRoom: symbol !== "" ? symbolSize + row.spacing : 0
 
@@ -30,7 +32,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.symbol !== ""
             name: root.symbol
-            color: root.tint
+            color: root.symbolTint
             side: root.symbolSize
         }
         PlainText {

@@ -14,12 +14,19 @@ QtObject {
     readonly property color field: dark ? "#1C1D1F" : "#FFFFFF"
     readonly property color button: dark ? "#3A3B3F" : "#FFFFFF"
     readonly property color buttonEdge: layer(dark ? 0.1 : 0.14)
+    readonly property color fieldEdge: layer(dark ? 0.2 : 0.18)
+    /// The chosen segment of a picker, and the handle of a slider.
+    readonly property color segment: dark ? "#5A5B60" : "#FFFFFF"
+    readonly property color knob: dark ? "#F2F2F3" : "#FFFFFF"
+    readonly property color knobPressed: dark ? "#D6D6D8" : "#ECECEE"
     readonly property color menu: dark ? "#323337" : "#FCFCFD"
     readonly property color hairline: layer(0.1)
     readonly property color shade: dark ? Qt.rgba(0, 0, 0, 0.45) : Qt.rgba(0, 0, 0, 0.25)
 
     readonly property color primary: layer(dark ? 0.92 : 0.88)
     readonly property color secondary: layer(dark ? 0.6 : 0.56)
+    /// Small text that stands back further, such as prompts: still 4.5 : 1.
+    readonly property color faint: layer(0.55)
     readonly property color tertiary: layer(dark ? 0.36 : 0.34)
 
     readonly property color blue: dark ? "#3D93FF" : "#0A6CFF"

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "SSHConfigParser.h"
+#include "Server.h"
+#include "UIState.h"
+
+#include <QList>
+#include <QSet>
+#include <QString>
+#include <QtQmlIntegration>
+
+namespace tarnwick {
+
+/// One host of the user's ssh configuration, as the import list shows it.
+struct DetectedHost {
+    Q_GADGET
+    QML_VALUE_TYPE(detectedHost)
+    Q_PROPERTY(QString alias MEMBER alias)
+    Q_PROPERTY(QString address MEMBER address)
+    Q_PROPERTY(QString keyText MEMBER keyText)
+    Q_PROPERTY(bool isAdded MEMBER isAdded)
+
+public:
+    QString alias;
+    QString address; ///< user, "@", host name, ":" and port
+    QString keyText; ///< empty when the host has no key file
+    bool isAdded = false;
+};
+
+[[nodiscard]] DetectedHost detectedHost(const SSHConfigHost& host, bool isAdded);
+
+/// The names and the addresses of a fleet: tells in constant time which detected hosts it has already.
+class FleetNames {
+public:
+    explicit FleetNames(const QList<Server>& servers);
+    /// A server has the host's address or is named like its alias, letter for letter.
+    [[nodiscard]] bool contains(const SSHConfigHost& host) const;
+
+private:
+    QSet<QString> hosts_;
+    QSet<QString> names_;
+};
+
+/// "Import from ~/.ssh/config (3)".
+[[nodiscard]] QString importCaption(qsizetype hostCount);
+
+/// Whether the form's name and host hold more than spaces and tabs.
+[[nodiscard]] bool canSaveForm(const UIState& form);
+/// A new server from the form, blanks trimmed: "root" for an empty user, 22 for a port that is no decimal integer.
+[[nodiscard]] Server serverFromForm(const UIState& form);
+/// A new server from a detected host, with containers listed.
+[[nodiscard]] Server serverFromHost(const SSHConfigHost& host);
+
+} // namespace tarnwick

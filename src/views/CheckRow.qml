@@ -1,0 +1,90 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tarnwick
+
+/// A checkbox that is as wide as its line: a label, and at the line's end a detail when there is one.
+T.CheckBox {
+    id: root
+
+    property string symbol
+    property color symbolTint: Theme.primary
+    property string detail
+    property color detailTint: Theme.secondary
+    property int textWeight: Font.Normal
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: 22
+    spacing: 8
+    leftPadding: 16 + spacing
+    Keys.onReturnPressed: press()
+    Keys.onEnterPressed: press()
+
+    function press() {
+        toggle();
+        toggled();
+    }
+
+    indicator: Rectangle {
+        y: (root.height - height) / 2
+        width: 16
+        height: 16
+        radius: 4
+        color: root.checked ? Theme.prominent : Theme.field
+        border.width: root.checked ? 0 : 1
+        border.color: Theme.fieldEdge
+
+        Symbol {
+            anchors.centerIn: parent
+            visible: root.checked
+            name: "checkmark"
+            side: 12
+            color: Theme.prominentText
+        }
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: root.down ? Theme.layer(0.14) : root.hovered ? Theme.layer(0.06) : "transparent"
+        }
+        // The ring stands off the box, so that it shows on a filled one.
+        Rectangle {
+            anchors.fill: parent
+            anchors.margins: -3
+            visible: root.visualFocus
+            radius: parent.radius + 3
+            color: "transparent"
+            border.width: 2
+            border.color: Theme.blue
+        }
+    }
+    contentItem: Item {
+        implicitWidth: label.implicitWidth + 8 + detail.implicitWidth
+        implicitHeight: label.implicitHeight
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.symbol !== ""
+            name: root.symbol
+            side: 14
+            color: root.symbolTint
+        }
+        PlainText {
+            id: label
+
+            x: root.symbol !== "" ? 20 : 0
+            anchors.verticalCenter: parent.verticalCenter
+            width: detail.x - 8 - x
+            text: root.text
+            size: 12
+            font.weight: root.textWeight
+            Accessible.ignored: true
+        }
+        PlainText {
+            id: detail
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.detail
+            color: root.detailTint
+        }
+    }
+}

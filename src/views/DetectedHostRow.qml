@@ -1,0 +1,93 @@
+import QtQuick
+import Tarnwick
+
+/// One host of the import list.
+Item {
+    id: root
+
+    required property int index
+    required property detectedHost host
+    property bool isCurrent: false
+    signal importRequested(int index)
+
+    implicitHeight: 52
+    Accessible.role: Accessible.ListItem
+    Accessible.name: host.alias
+    Accessible.description: host.address
+
+    Rectangle {
+        anchors.fill: parent
+        visible: root.isCurrent
+        radius: Theme.radiusRow
+        color: Theme.layer(0.05)
+        border.width: 2
+        border.color: Theme.blue
+    }
+    Column {
+        x: 10
+        anchors.verticalCenter: parent.verticalCenter
+        width: action.x - x - 10
+        spacing: 1
+
+        PlainText {
+            width: parent.width
+            text: root.host.alias
+            size: 12
+            font.weight: Font.DemiBold
+        }
+        PlainText {
+            width: parent.width
+            text: root.host.address
+            size: 10
+            color: Theme.secondary
+        }
+        PlainText {
+            width: parent.width
+            visible: text !== ""
+            text: root.host.keyText
+            size: 9
+            color: Theme.faint
+        }
+    }
+    Item {
+        id: action
+
+        anchors.right: parent.right
+        anchors.rightMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
+        width: 64
+        height: 24
+
+        Capsule {
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.host.isAdded
+            text: "Added"
+            textWeight: Font.Medium
+            padding: 8
+            implicitHeight: 18
+            radius: 9
+        }
+        // The list has the keyboard; its rows are too many to go through one by one.
+        PrimaryButton {
+            objectName: "import"
+            anchors.right: parent.right
+            visible: !root.host.isAdded
+            implicitHeight: 24
+            horizontalPadding: 12
+            textSize: 11
+            text: "Import"
+            focusPolicy: Qt.NoFocus
+            activeFocusOnTab: false
+            Accessible.description: root.host.alias
+            onClicked: root.importRequested(root.index)
+        }
+    }
+
+    Divider {
+        anchors.bottom: parent.bottom
+        x: 10
+        width: parent.width - 20
+        color: Theme.layer(0.06)
+    }
+}

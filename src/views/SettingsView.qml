@@ -1,0 +1,111 @@
+import QtQuick
+import Tarnwick
+
+/// The settings sheet.
+FocusScope {
+    id: root
+
+    required property ServerStore store
+    required property UIState ui
+    /// The sheet is to close.
+    signal dismissed
+
+    implicitWidth: 400
+    implicitHeight: 560
+    focus: true
+    Keys.onEscapePressed: dismissed()
+    Accessible.role: Accessible.Dialog
+    Accessible.name: title.text
+
+    SettingsModel {
+        id: settings
+
+        store: root.store
+        ui: root.ui
+    }
+
+    PinListModel {
+        id: pins
+
+        store: root.store
+    }
+
+    Item {
+        id: header
+
+        x: 16
+        y: 16
+        width: root.width - 32
+        height: 24
+
+        PlainText {
+            id: title
+
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Tarnwick Settings"
+            size: 14
+            font.weight: Font.Bold
+        }
+        PushButton {
+            objectName: "done"
+            anchors.right: parent.right
+            text: "Done"
+            onClicked: {
+                settings.save();
+                root.dismissed();
+            }
+        }
+    }
+    ScrollArea {
+        objectName: "scroll"
+        anchors.top: header.bottom
+        anchors.topMargin: 12
+        anchors.bottom: footer.top
+        anchors.bottomMargin: 12
+        x: 16
+        width: header.width + 10
+        spacing: 12
+
+        SettingsPins {
+            width: header.width
+            pins: pins
+            settings: settings
+        }
+        SettingsMonitoring {
+            width: header.width
+            settings: settings
+        }
+        SettingsTourButton {
+            objectName: "tour"
+            width: header.width
+            text: "Replay Welcome Tour & Demo..."
+            onClicked: settings.replayTour()
+        }
+        SettingsSupport {
+            width: header.width
+            settings: settings
+        }
+    }
+    Item {
+        id: footer
+
+        x: 16
+        anchors.bottom: root.bottom
+        anchors.bottomMargin: 16
+        width: header.width
+        height: 24
+
+        PlainText {
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Tarnwick v1.0 • Native macOS Monitor"
+            size: 9
+            color: Theme.secondary
+        }
+        PushButton {
+            objectName: "quit"
+            anchors.right: parent.right
+            text: "Quit Tarnwick"
+            onClicked: settings.quit()
+        }
+    }
+}

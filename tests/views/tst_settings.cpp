@@ -1,0 +1,186 @@
+#include "SettingsModel.h"
+#include "SheetRig.h"
+
+#include <QDesktopServices>
+
+using namespace Qt::StringLiterals;
+using namespace tarnwick;
+
+namespace {
+
+constexpr int stopsOfTab = 19;
+
+AppSettings stored(const StoreRig& rig) {
+    const Decoded<AppSettings> decoded = decodeSettings(rig.read(u"settings.json"_s));
+    if (!std::holds_alternative<AppSettings>(decoded))
+        qFatal("settings.json does not decode");
+    return std::get<AppSettings>(decoded);
+}
+
+} // namespace
+
+class SettingsTest : public QObject {
+    Q_OBJECT
+
+public:
+    QList<QUrl> opened;
+
+public Q_SLOTS:
+    void open(const QUrl& address) { opened.append(address); }
+
+private Q_SLOTS:
+    void writesValues_data() {
+        QTest::addColumn<qint64>("seconds");
+        QTest::addColumn<double>("percent");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("defaults") << qint64(30) << 90.0 << u"30 seconds, 90%"_s;
+        QTest::newRow("half to even, down") << qint64(1) << 84.5 << u"1 seconds, 84%"_s;
+        QTest::newRow("half to even, up") << qint64(-5) << 85.5 << u"-5 seconds, 86%"_s;
+        QTest::newRow("far out of range")
+            << qint64(9'007'199'254'740'993) << 1e15 << u"9007199254740993 seconds, 1000000000000000%"_s;
+    }
+    void writesValues() {
+        QFETCH(qint64, seconds);
+        QFETCH(double, percent);
+        const SettingsContent content =
+            settingsContent({.refreshIntervalSeconds = seconds, .alertDiskThresholdPercent = percent});
+        QTEST(QString(content.refreshIntervalText + u", "_s + content.diskThresholdText), "expected");
+    }
+
+    void keepsToTheStops_data() {
+        QTest::addColumn<double>("value");
+        QTest::addColumn<double>("expected");
+        QTest::newRow("a stop") << 35.0 << 35.0;
+        QTest::newRow("between, below") << 37.4 << 35.0;
+        QTest::newRow("between, above") << 38.0 << 40.0;
+        QTest::newRow("below all") << 1.0 << 10.0;
+        QTest::newRow("above all") << 1e12 << 120.0;
+    }
+    void keepsToTheStops() {
+        QFETCH(double, value);
+        QTEST(refreshIntervalRange.nearestStop(value), "expected");
+    }
+
+    void savesPinsAtOnce() {
+        SheetRig rig;
+        rig.showSheet(u"SettingsView"_s);
+        rig.click(u"pin1"_s);
+        QCOMPARE(stored(rig).pinnedMenuBarItems,
+                 (MenuBarItemSet{MenuBarItem::socTemp, MenuBarItem::peakTemp, MenuBarItem::serverStatus}));
+        const QList<std::pair<QString, MenuBarItemSet>> presets{{u"all"_s, PinPreset::all()},
+                                                                {u"resources"_s, PinPreset::resources()},
+                                                                {u"reset"_s, PinPreset::standard()}};
+        for (const auto& [button, pins] : presets) {
+            rig.click(button);
+            QCOMPARE(stored(rig).pinnedMenuBarItems, pins);
+            for (const MenuBarItem item : allMenuBarItems) {
+                const QQuickItem* const box = rig.item(u"pin%1"_s.arg(static_cast<int>(item)));
+                QCOMPARE(box->property("checked").toBool(), pins.contains(item));
+            }
+        }
+        rig.click(u"pin0"_s);
+        rig.item(u"pin6"_s)->forceActiveFocus();
+        rig.press(Qt::Key_Space);
+        QVERIFY(stored(rig).pinnedMenuBarItems.empty());
+        QVERIFY(rig.item(u"pin6"_s)->hasActiveFocus());
+        rig.press(Qt::Key_Return);
+        QCOMPARE(stored(rig).pinnedMenuBarItems, MenuBarItemSet{MenuBarItem::serverStatus});
+        rig.click(u"label"_s);
+        QVERIFY(!stored(rig).showMenuBarLabel);
+    }
+
+    void savesTheRestWhenDone() {
+        SheetRig rig;
+        AppSettings settings = rig.store->settings();
+        settings.refreshIntervalSeconds = 33; // as edited by hand
+        rig.store->setSettings(settings);
+        rig.store->save();
+        rig.showSheet(u"SettingsView"_s);
+        rig.item(u"interval"_s)->childItems().constLast()->forceActiveFocus();
+        rig.press(Qt::Key_Right);
+        QCOMPARE(rig.store->settings().refreshIntervalSeconds, 40);
+        for (int press = 0; press < 30; ++press)
+            rig.press(Qt::Key_Right);
+        QCOMPARE(rig.store->settings().refreshIntervalSeconds, 120);
+        rig.press(Qt::Key_Left);
+        rig.item(u"disk"_s)->childItems().constLast()->forceActiveFocus();
+        for (int press = 0; press < 30; ++press)
+            rig.press(Qt::Key_Left);
+        rig.item(u"sound"_s)->forceActiveFocus();
+        rig.press(Qt::Key_Space);
+        QCOMPARE(rig.store->settings().refreshIntervalSeconds, 115);
+        QCOMPARE(rig.store->settings().alertDiskThresholdPercent, 70.0);
+        QVERIFY(!rig.store->settings().soundAlerts);
+        QCOMPARE(stored(rig).refreshIntervalSeconds, 33);
+        QCOMPARE(stored(rig).alertDiskThresholdPercent, 90.0);
+        QVERIFY(stored(rig).soundAlerts);
+
+        rig.press(Qt::Key_Escape);
+        QVERIFY(rig.isDismissed());
+        QCOMPARE(stored(rig).refreshIntervalSeconds, 33);
+        rig.showSheet(u"SettingsView"_s);
+        rig.click(u"done"_s);
+        QVERIFY(rig.isDismissed());
+        QCOMPARE(stored(rig), rig.store->settings());
+    }
+
+    void dragsTheSlider() {
+        SheetRig rig;
+        rig.showSheet(u"SettingsView"_s);
+        QQuickItem* const slider = rig.item(u"interval"_s)->childItems().constLast();
+        const auto at = [slider](double part) {
+            return slider->mapToScene({part * slider->width(), slider->height() / 2}).toPoint();
+        };
+        QTest::mousePress(rig.view.get(), Qt::LeftButton, {}, at(0.18));
+        for (int step = 1; step <= 10; ++step)
+            QTest::mouseMove(rig.view.get(), at(0.18 + step * 0.08));
+        QTest::mouseRelease(rig.view.get(), Qt::LeftButton, {}, at(1));
+        QCOMPARE(rig.store->settings().refreshIntervalSeconds, 120);
+        QCOMPARE(stored(rig).refreshIntervalSeconds, 30);
+    }
+
+    void quitsSaved() {
+        SheetRig rig;
+        rig.showSheet(u"SettingsView"_s);
+        AppSettings settings = rig.store->settings();
+        settings.soundAlerts = false;
+        rig.store->setSettings(settings);
+        const auto* const model = rig.view->rootObject()->findChild<SettingsModel*>();
+        bool isSaved = false;
+        connect(model, &SettingsModel::quitRequested, this, [&] { isSaved = !stored(rig).soundAlerts; });
+        rig.click(u"quit"_s);
+        QVERIFY(isSaved);
+        QVERIFY(!rig.isDismissed());
+    }
+
+    void goesElsewhereByTheKeyboard() {
+        SheetRig rig;
+        rig.ui.setOnboardingStep(3);
+        rig.showSheet(u"SettingsView"_s);
+        QDesktopServices::setUrlHandler(u"https"_s, this, "open");
+        QQuickItem* const scroll = rig.item(u"scroll"_s);
+        QStringList visited;
+        for (int stop = 0; stop < stopsOfTab; ++stop) {
+            rig.press(Qt::Key_Tab);
+            const QQuickItem* const focused = rig.view->activeFocusItem();
+            visited.append(focused->objectName());
+            if (focused->objectName() == "quit"_L1)
+                break;
+            if (scroll->isAncestorOf(focused)) {
+                const double top = focused->mapToItem(scroll, {0, 0}).y();
+                QVERIFY2(top >= 0 && top + focused->height() <= scroll->height(), qPrintable(visited.join(u' ')));
+            }
+            if (QStringList{u"tour"_s, u"donate"_s, u"web"_s}.contains(focused->objectName()))
+                rig.press(Qt::Key_Return);
+        }
+        QDesktopServices::unsetUrlHandler(u"https"_s);
+        QCOMPARE(visited.join(u' '),
+                 u"done all resources reset pin0 pin1 pin2 pin3 pin4 pin5 pin6 label   sound tour donate web quit"_s);
+        QCOMPARE(rig.ui.onboardingStep(), 0);
+        QVERIFY(rig.ui.showingOnboarding());
+        QCOMPARE(opened, (QList<QUrl>{QUrl(u"https://ko-fi.com/tarnwick"_s), QUrl(u"https://tarnwick.example"_s)}));
+    }
+};
+
+QTEST_MAIN(SettingsTest)
+#include "tst_settings.moc"
