@@ -1,10 +1,10 @@
 // One tick of the status item's label with all seven metrics pinned, on a machine with 20 temperature sensors.
 
 #include "Figures.h"
-#include "LinuxKernelReadings.h"
-#include "LinuxTemperatureSensors.h"
 #include "MacHardwareCollector.h"
 #include "StatusItemLabel.h"
+#include "linux/LinuxKernelReadings.h"
+#include "linux/LinuxTemperatureSensors.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -17,8 +17,7 @@ AppDelegate::AppDelegate(AppSurroundings surroundings, QObject* parent)
 
 AppDelegate::~AppDelegate() {
     // Windows show the store and the UI state: they go first.
-    if (surroundings_.popover)
-        surroundings_.popover->close();
+    surroundings_.popover.reset();
     onboardingWindow_.reset();
 }
 
