@@ -8,7 +8,8 @@ namespace tarnwick::ColorRole {
 Q_NAMESPACE
 QML_NAMED_ELEMENT(ColorRole)
 
-enum class Role { Primary, Secondary, Tertiary, Gray, Blue, Green, Orange, Red, Purple, Pink };
+/// Unscoped, since content hands it to QML as an int: compiled QML of this Qt cannot read enum properties of values.
+enum Role { Primary, Secondary, Tertiary, Gray, Blue, Green, Orange, Red, Purple, Pink };
 Q_ENUM_NS(Role)
 
 } // namespace tarnwick::ColorRole

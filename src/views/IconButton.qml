@@ -11,6 +11,8 @@ T.AbstractButton {
     property color tint: Theme.primary
     property real symbolSize: 14
     property bool busy: false
+    /// Whether it is drawn paler while it is disabled.
+    property bool pales: true
 
     implicitWidth: 24
     implicitHeight: 24
@@ -27,7 +29,7 @@ T.AbstractButton {
         Symbol {
             anchors.centerIn: parent
             visible: !root.busy
-            opacity: root.enabled ? 1 : 0.4
+            opacity: root.enabled || !root.pales ? 1 : 0.4
             name: root.symbol
             color: root.tint
             side: root.symbolSize

@@ -20,7 +20,7 @@ struct MacTile {
     Q_PROPERTY(QString title MEMBER title)
     Q_PROPERTY(QString value MEMBER value)
     Q_PROPERTY(QString subtitle MEMBER subtitle)
-    Q_PROPERTY(tarnwick::ColorRole::Role role MEMBER role)
+    Q_PROPERTY(int role MEMBER role CONSTANT)
     Q_PROPERTY(QString help MEMBER help)
     Q_PROPERTY(QString hint MEMBER hint)
     Q_PROPERTY(bool isPinned MEMBER isPinned)
@@ -89,7 +89,7 @@ struct MacSensorRow {
     Q_PROPERTY(QString name MEMBER name)
     Q_PROPERTY(QString category MEMBER category)
     Q_PROPERTY(QString temperature MEMBER temperature)
-    Q_PROPERTY(tarnwick::ColorRole::Role role MEMBER role)
+    Q_PROPERTY(int role MEMBER role CONSTANT)
 
 public:
     QString name;
@@ -122,7 +122,7 @@ struct MacInfoContent {
     Q_PROPERTY(QString identity MEMBER identity)
     Q_PROPERTY(QString chip MEMBER chip)
     Q_PROPERTY(QString thermalState MEMBER thermalState)
-    Q_PROPERTY(tarnwick::ColorRole::Role thermalRole MEMBER thermalRole)
+    Q_PROPERTY(int thermalRole MEMBER thermalRole CONSTANT)
     Q_PROPERTY(tarnwick::FleetPinRow fleet MEMBER fleet)
     Q_PROPERTY(int factCount READ factCount)
     Q_PROPERTY(QString sensorsCaption MEMBER sensorsCaption)

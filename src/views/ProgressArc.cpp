@@ -19,11 +19,20 @@ void ProgressArc::setColor(const QColor& color) {
     Q_EMIT colorChanged();
 }
 
+void ProgressArc::setAngle(qreal angle) {
+    if (qFuzzyCompare(angle_, angle))
+        return;
+    angle_ = angle;
+    update();
+    Q_EMIT angleChanged();
+}
+
 void ProgressArc::paint(QPainter* painter) {
     constexpr qreal inset = strokeWidth / 2 + 0.5;
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(color_, strokeWidth, Qt::SolidLine, Qt::RoundCap));
-    painter->drawArc(QRectF(0, 0, width(), height()).adjusted(inset, inset, -inset, -inset), start, span);
+    painter->drawArc(QRectF(0, 0, width(), height()).adjusted(inset, inset, -inset, -inset),
+                     start - qRound(angle_ * sixteenthsOfDegree), span);
 }
 
 } // namespace tarnwick

@@ -9,9 +9,9 @@ ProgressArc {
     implicitHeight: 14
     color: Theme.secondary
     Accessible.role: Accessible.Animation
-    Accessible.name: qsTr("In progress")
+    Accessible.name: "In progress"
 
-    NumberAnimation on rotation {
+    NumberAnimation on angle {
         from: 0
         to: 360
         duration: 900

@@ -1,0 +1,106 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick
+
+/// What a card says below its head: a notice, the probe's error, or the metrics and what belongs to them.
+Column {
+    id: root
+
+    required property serverCardContent content
+    required property CardActions actions
+    /// To the card's edge; rows to press reach down to it.
+    readonly property real bottomRoom: below.visible ? 0 : 12
+
+    Row {
+        visible: root.content.notice !== ""
+        spacing: 8
+
+        Spinner {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.content.isChecking
+        }
+        PlainText {
+            text: root.content.notice
+            color: Theme.secondary
+        }
+    }
+    Rectangle {
+        visible: root.content.hasFailed
+        width: parent.width
+        height: Math.max(errorText.height, warning.height) + 14
+        radius: Theme.radiusControl
+        color: Theme.translucent(Theme.red, 0.1)
+
+        Symbol {
+            id: warning
+
+            x: 9
+            y: 7
+            name: "exclamationmark.triangle.fill"
+            color: Theme.textColor(ColorRole.Red)
+        }
+        PlainText {
+            id: errorText
+
+            anchors.left: warning.right
+            anchors.leftMargin: 7
+            anchors.right: parent.right
+            anchors.rightMargin: 9
+            anchors.verticalCenter: parent.verticalCenter
+            maximumLineCount: 2
+            wrapMode: Text.Wrap
+            text: root.content.errorText
+            color: Theme.textColor(ColorRole.Red)
+        }
+    }
+    Column {
+        width: parent.width
+        spacing: 8
+        bottomPadding: root.content.barCount > 0 && below.visible ? 10 : 0
+
+        Repeater {
+            model: root.content.barCount
+            delegate: MetricBarView {
+                required property int index
+
+                width: root.width
+                content: root.content.bar(index)
+            }
+        }
+    }
+    Column {
+        id: below
+
+        visible: root.content.containersText !== "" || root.content.hasHardwareRow
+        width: parent.width
+
+        Repeater {
+            model: root.content.containersText !== "" ? 1 : 0
+            delegate: CardContainers {
+                width: root.width
+                content: root.content
+                actions: root.actions
+            }
+        }
+        Repeater {
+            model: root.content.hasHardwareRow ? 1 : 0
+            delegate: Column {
+                width: root.width
+
+                Divider {
+                    x: -12
+                    width: root.width + 24
+                }
+                CardRow {
+                    x: -6
+                    width: root.width + 12
+                    text: "Hardware Specs & Thermal Sensors"
+                    symbol: "macmini"
+                    endSymbol: "chevron.right"
+                    onClicked: root.actions.showHardware()
+                }
+            }
+        }
+    }
+}

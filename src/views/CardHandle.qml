@@ -1,0 +1,106 @@
+import QtQuick
+import Tarnwick
+
+/// Identity and health of a server; the card is dragged by it.
+Item {
+    id: root
+
+    required property serverCardContent content
+    property bool isDragging: false
+    signal dragBegan
+    /// The pointer, in scene coordinates.
+    signal dragMoved(point position)
+    signal dragEnded
+
+    function endDrag() {
+        if (!isDragging)
+            return;
+        isDragging = false;
+        dragEnded();
+    }
+
+    readonly property real textX: 37
+
+    implicitWidth: textX + Math.ceil(Math.max(name.implicitWidth + (paused.visible ? paused.width + 6 : 0),
+                                              address.implicitWidth))
+    Component.onDestruction: endDrag()
+
+    Symbol {
+        id: grip
+
+        anchors.verticalCenter: parent.verticalCenter
+        name: "line.3.horizontal"
+        color: Theme.translucent(Theme.secondary, Theme.secondary.a * 0.5)
+    }
+    Rectangle {
+        id: dot
+
+        anchors.left: grip.right
+        anchors.leftMargin: 7
+        anchors.verticalCenter: parent.verticalCenter
+        width: 8
+        height: 8
+        radius: 4
+        color: Theme.color(root.content.dotRole)
+    }
+    PlainText {
+        id: name
+
+        x: root.textX
+        y: Math.round((root.height - height - address.height) / 2)
+        width: Math.min(implicitWidth, root.width - x - (paused.visible ? paused.width + 6 : 0))
+        text: root.content.name
+        size: 13
+        font.weight: Font.DemiBold
+    }
+    Capsule {
+        id: paused
+
+        visible: !root.content.isEnabled
+        anchors.left: name.right
+        anchors.leftMargin: 6
+        anchors.verticalCenter: name.verticalCenter
+        implicitHeight: 14
+        text: "PAUSED"
+        textSize: 9
+        textWeight: Font.DemiBold
+    }
+    PlainText {
+        id: address
+
+        x: root.textX
+        y: name.y + name.height
+        width: Math.min(implicitWidth, root.width - x)
+        text: root.content.address
+        color: Theme.secondary
+    }
+    MouseArea {
+        id: pointer
+
+        property point pressedAt
+
+        anchors.fill: parent
+        hoverEnabled: true
+        preventStealing: true
+        cursorShape: root.isDragging ? Qt.ClosedHandCursor : Qt.OpenHandCursor
+        onPressed: mouse => pressedAt = Qt.point(mouse.x, mouse.y)
+        onPositionChanged: mouse => {
+            if (!pressed)
+                return;
+            if (!root.isDragging) {
+                const way = Math.abs(mouse.x - pressedAt.x) + Math.abs(mouse.y - pressedAt.y);
+                if (way < Application.styleHints.startDragDistance)
+                    return;
+                root.isDragging = true;
+                root.dragBegan();
+            }
+            root.dragMoved(mapToItem(null, mouse.x, mouse.y));
+        }
+        onReleased: root.endDrag()
+        onCanceled: root.endDrag()
+    }
+    HelpTip {
+        text: "Drag to reorder server"
+        wanted: pointer.containsMouse && !pointer.pressed
+    }
+}

@@ -1,0 +1,85 @@
+import QtQuick
+import Tarnwick
+
+/// A card's head: the area to drag it by, badges and buttons.
+Item {
+    id: root
+
+    required property serverCardContent content
+    required property CardActions actions
+    /// The pointer, in scene coordinates, while the card is dragged.
+    signal dragMoved(point position)
+    signal dragEnded
+
+    implicitHeight: 31
+
+    CardHandle {
+        id: handle
+
+        width: Math.min(implicitWidth, buttons.x - (badges.width > 0 ? badges.width + 12 : 6))
+        height: parent.height
+        content: root.content
+        onDragBegan: root.actions.beginDrag(root.content)
+        onDragMoved: position => root.dragMoved(position)
+        onDragEnded: {
+            root.actions.endDrag();
+            root.dragEnded();
+        }
+    }
+    Row {
+        id: badges
+
+        anchors.left: handle.right
+        anchors.leftMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 6
+
+        CapsuleButton {
+            visible: root.content.temperatureText !== ""
+            text: root.content.temperatureText
+            help: "Hardware Specs & Thermals"
+            symbol: "thermometer.medium"
+            textWeight: Font.DemiBold
+            tint: Theme.textColor(ColorRole.Orange)
+            fill: Theme.translucent(Theme.orange, 0.12)
+            onClicked: root.actions.showHardware()
+        }
+        Capsule {
+            visible: root.content.latencyText !== ""
+            text: root.content.latencyText
+        }
+    }
+    Row {
+        id: buttons
+
+        anchors.right: parent.right
+        anchors.rightMargin: -4
+        anchors.verticalCenter: parent.verticalCenter
+
+        IconButton {
+            text: root.content.pauseHelp
+            symbol: root.content.pauseSymbol
+            symbolSize: 16
+            tint: Theme.color(root.content.pauseRole)
+            onClicked: root.actions.togglePause(root.content)
+        }
+        IconButton {
+            visible: root.content.isEnabled
+            text: "Open SSH in Terminal"
+            symbol: "terminal.fill"
+            onClicked: root.actions.openSSH(root.content)
+        }
+        IconButton {
+            visible: root.content.isEnabled
+            text: "Refresh this server"
+            symbol: "arrow.clockwise"
+            onClicked: root.actions.refresh(root.content)
+        }
+        IconButton {
+            text: "Remove server from Tarnwick"
+            symbol: "trash"
+            tint: Theme.translucent(Theme.secondary, Theme.secondary.a * 0.7)
+            onClicked: root.actions.remove(root.content)
+        }
+    }
+}

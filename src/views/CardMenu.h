@@ -1,0 +1,57 @@
+#pragma once
+
+#include "MenuBarItem.h"
+#include "Server.h"
+
+#include <QList>
+#include <QString>
+#include <QtQmlIntegration>
+
+#include <optional>
+
+namespace tarnwick {
+
+enum class CardCommand {
+    none,
+    showHardware,
+    showPinMenu,
+    moveUp,
+    moveDown,
+    openSSH,
+    refresh,
+    togglePause,
+    remove,
+    togglePin,
+    assignPins,
+};
+
+/// One line of a card's context menu or of its pin submenu; a divider when it has no text.
+struct CardMenuEntry {
+    Q_GADGET
+    QML_VALUE_TYPE(cardMenuEntry)
+    Q_PROPERTY(QString text MEMBER text)
+    Q_PROPERTY(QString symbol MEMBER symbol)
+    Q_PROPERTY(bool isEnabled MEMBER isEnabled)
+    Q_PROPERTY(bool isDestructive MEMBER isDestructive)
+    Q_PROPERTY(bool isDivider READ isDivider)
+    Q_PROPERTY(bool opensSubmenu READ opensSubmenu)
+
+public:
+    QString text;
+    QString symbol;
+    CardCommand command = CardCommand::none;
+    bool isEnabled = true;
+    bool isDestructive = false;
+    std::optional<MenuBarItem> pin = {}; ///< for togglePin
+    MenuBarItemSet pins = {};            ///< for assignPins
+
+    [[nodiscard]] bool isDivider() const { return text.isEmpty(); }
+    [[nodiscard]] bool opensSubmenu() const { return command == CardCommand::showPinMenu; }
+};
+
+/// The context menu of a server's card in a fleet. The ends of the list are judged by the first and the last id.
+[[nodiscard]] QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet);
+/// The submenu of the local card: each item to toggle, then the presets.
+[[nodiscard]] QList<CardMenuEntry> pinMenu(const MenuBarItemSet& pinned);
+
+} // namespace tarnwick

@@ -1,0 +1,60 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tarnwick
+
+/// A full-width row of a card to press: a symbol, a text, a word and a symbol at the end.
+T.AbstractButton {
+    id: root
+
+    property string symbol
+    property string endText
+    property string endSymbol
+    property color endTint: Theme.secondary
+
+    implicitHeight: 32
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+
+    background: Rectangle {
+        radius: Theme.radiusControl
+        color: root.down ? Theme.layer(0.08) : root.hovered ? Theme.layer(0.03) : "transparent"
+        border.width: root.visualFocus ? 2 : 0
+        border.color: Theme.blue
+    }
+
+    Symbol {
+        id: start
+
+        x: 6
+        anchors.verticalCenter: parent.verticalCenter
+        name: root.symbol
+        color: Theme.blue
+    }
+    PlainText {
+        anchors.left: start.right
+        anchors.leftMargin: 6
+        anchors.right: word.left
+        anchors.rightMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.text
+        font.weight: Font.Medium
+    }
+    PlainText {
+        id: word
+
+        anchors.right: end.left
+        anchors.rightMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.endText
+        color: Theme.secondary
+    }
+    Symbol {
+        id: end
+
+        anchors.right: parent.right
+        anchors.rightMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        name: root.endSymbol
+        color: root.endTint
+    }
+}

@@ -1,0 +1,25 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick
+
+/// The containers of a server, one row each, in the order given.
+Column {
+    id: root
+
+    required property serverCardContent card
+    required property CardActions actions
+
+    spacing: 6
+
+    Repeater {
+        model: ContainerListModel {
+            rows: root.card.containers
+        }
+        delegate: ContainerRow {
+            width: root.width
+            onShellRequested: root.actions.openShell(root.card, content)
+            onRestartRequested: root.actions.restart(root.card, content)
+        }
+    }
+}

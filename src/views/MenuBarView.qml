@@ -1,0 +1,109 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick
+
+/// The popover: head, cards or the prompt to add the first, foot, and the sheets over them.
+Rectangle {
+    id: root
+
+    required property PopoverModel popover
+    required property ServerStore store
+    required property UIState ui
+    property bool rounded: true
+
+    readonly property bool showsCards: !popover.content.isEmpty
+
+    implicitWidth: Math.max(400, addServer.room.width, settings.room.width, macInfo.room.width)
+    implicitHeight: Math.max(page.implicitHeight, addServer.room.height, settings.room.height, macInfo.room.height)
+    width: implicitWidth
+    height: implicitHeight
+    radius: rounded ? Theme.radiusWindow : 0
+    color: Theme.window
+    focus: true
+    Keys.onEscapePressed: popover.close()
+
+    Column {
+        id: page
+
+        width: parent.width
+
+        PopoverHeader {
+            width: parent.width
+            popover: root.popover
+            ui: root.ui
+            topRadius: root.radius
+        }
+        Divider {
+            width: parent.width
+        }
+        ServerList {
+            visible: root.showsCards
+            width: parent.width
+            servers: root.popover.servers
+            actions: root.popover.cardActions
+        }
+        EmptyState {
+            visible: !root.showsCards
+            width: parent.width
+            onAddRequested: root.ui.showingAddServer = true
+        }
+        Divider {
+            width: parent.width
+        }
+        PopoverFooter {
+            width: parent.width
+            popover: root.popover
+            bottomRadius: root.radius
+        }
+    }
+    Rectangle {
+        anchors.fill: parent
+        radius: root.radius
+        color: "transparent"
+        border.color: Theme.layer(0.16)
+    }
+
+    SheetHost {
+        id: addServer
+
+        presented: root.ui.showingAddServer
+        radius: root.radius
+        onDismissed: root.ui.showingAddServer = false
+        sheet: Component {
+            AddServerSheet {
+                store: root.store
+                ui: root.ui
+                onDismissed: root.ui.showingAddServer = false
+            }
+        }
+    }
+    SheetHost {
+        id: settings
+
+        presented: root.ui.showingSettings
+        radius: root.radius
+        onDismissed: root.ui.showingSettings = false
+        sheet: Component {
+            SettingsView {
+                store: root.store
+                ui: root.ui
+                onDismissed: root.ui.showingSettings = false
+            }
+        }
+    }
+    SheetHost {
+        id: macInfo
+
+        presented: root.ui.showingMacInfoSheet
+        radius: root.radius
+        onDismissed: root.ui.showingMacInfoSheet = false
+        sheet: Component {
+            MacInfoSheet {
+                store: root.store
+                ui: root.ui
+                onDismissed: root.ui.showingMacInfoSheet = false
+            }
+        }
+    }
+}

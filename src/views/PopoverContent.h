@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Instant.h"
+
+#include <QList>
+#include <QLocale>
+#include <QString>
+#include <QUrl>
+#include <QtQmlIntegration>
+
+#include <optional>
+
+namespace tarnwick {
+
+/// A link of the footer.
+struct FooterLink {
+    Q_GADGET
+    QML_VALUE_TYPE(footerLink)
+    Q_PROPERTY(QString symbol MEMBER symbol)
+    Q_PROPERTY(QString caption MEMBER caption)
+    Q_PROPERTY(QString help MEMBER help)
+    Q_PROPERTY(QUrl address MEMBER address)
+    Q_PROPERTY(bool isEmphasized MEMBER isEmphasized)
+
+public:
+    QString symbol;
+    QString caption;
+    QString help;
+    QUrl address;
+    bool isEmphasized = false;
+};
+
+/// What the popover shows around its cards.
+struct PopoverContent {
+    Q_GADGET
+    QML_VALUE_TYPE(popoverContent)
+    Q_PROPERTY(bool isRefreshing MEMBER isRefreshing)
+    Q_PROPERTY(bool isEmpty MEMBER isEmpty)
+    Q_PROPERTY(QString updatedText MEMBER updatedText)
+
+public:
+    bool isRefreshing = false; ///< the refresh button is disabled and shows progress
+    bool isEmpty = true;       ///< no servers: the prompt stands in the list's place
+    QString updatedText;       ///< empty before the first full refresh has ended
+
+    friend bool operator==(const PopoverContent&, const PopoverContent&) = default;
+};
+
+/// "Updated " and the time of day, with seconds, in the locale's standard style; empty for none.
+[[nodiscard]] QString updatedText(const std::optional<Instant>& lastRefreshedAll, const QLocale& locale);
+/// Those whose address is a valid one.
+[[nodiscard]] QList<FooterLink> footerLinks();
+
+} // namespace tarnwick

@@ -1,0 +1,52 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick
+
+/// The popover's foot: when all servers were last refreshed, and the links.
+Item {
+    id: root
+
+    required property PopoverModel popover
+    property real bottomRadius: 0
+
+    implicitHeight: 32
+    clip: true
+
+    Rectangle {
+        y: -radius
+        width: parent.width
+        height: parent.height + radius
+        radius: root.bottomRadius
+        color: Theme.layer(0.02)
+    }
+    PlainText {
+        x: 14
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, links.x - x - 8)
+        text: root.popover.content.updatedText
+        size: 10
+        color: Theme.secondary
+    }
+    Row {
+        id: links
+
+        anchors.right: parent.right
+        anchors.rightMargin: 14
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 6
+
+        Repeater {
+            model: root.popover.links
+            delegate: CapsuleButton {
+                required property footerLink modelData
+
+                text: modelData.caption
+                help: modelData.help
+                symbol: modelData.symbol
+                textWeight: modelData.isEmphasized ? Font.Medium : Font.Normal
+                onClicked: root.popover.open(modelData.address)
+            }
+        }
+    }
+}

@@ -1,0 +1,41 @@
+#include "PopoverModel.h"
+
+namespace tarnwick {
+
+PopoverModel::PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators collaborators, QObject* parent)
+    : QObject(parent)
+    , store_(store)
+    , openAddress_(collaborators.openAddress)
+    , servers_(store, ui, collaborators.readings)
+    , cardActions_(store, ui, std::move(collaborators))
+    , content_(publishedContent()) {
+    connect(&store, &ServerStore::isRefreshingChanged, this, &PopoverModel::update);
+    connect(&store, &ServerStore::lastRefreshedAllChanged, this, &PopoverModel::update);
+    // The list follows at the end of this turn of the event loop; the prompt takes its place when it is empty.
+    connect(&servers_, &QAbstractItemModel::rowsInserted, this, &PopoverModel::update);
+    connect(&servers_, &QAbstractItemModel::rowsRemoved, this, &PopoverModel::update);
+}
+
+PopoverContent PopoverModel::publishedContent() const {
+    return {.isRefreshing = store_.isRefreshing(),
+            .isEmpty = servers_.rowCount() == 0,
+            .updatedText = updatedText(store_.lastRefreshedAll(), QLocale::system())};
+}
+
+void PopoverModel::update() {
+    PopoverContent content = publishedContent();
+    if (content == content_)
+        return;
+    content_ = std::move(content);
+    Q_EMIT contentChanged();
+}
+
+void PopoverModel::refreshAll() {
+    store_.refreshAll();
+}
+
+void PopoverModel::open(const QUrl& address) {
+    openAddress_(address);
+}
+
+} // namespace tarnwick

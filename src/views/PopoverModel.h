@@ -1,0 +1,51 @@
+#pragma once
+
+#include "CardActions.h"
+#include "PopoverContent.h"
+#include "ServerListModel.h"
+
+#include <QObject>
+#include <QtQmlIntegration>
+
+namespace tarnwick {
+
+/// The popover's main view: what it shows and what it can do.
+class PopoverModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Comes with the view")
+    Q_PROPERTY(tarnwick::PopoverContent content READ content NOTIFY contentChanged)
+    Q_PROPERTY(QList<tarnwick::FooterLink> links READ links CONSTANT)
+    Q_PROPERTY(tarnwick::ServerListModel* servers READ servers CONSTANT)
+    Q_PROPERTY(tarnwick::CardActions* cardActions READ cardActions CONSTANT)
+
+public:
+    /// Both must outlive the model.
+    PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators collaborators, QObject* parent = nullptr);
+
+    [[nodiscard]] const PopoverContent& content() const { return content_; }
+    [[nodiscard]] QList<FooterLink> links() const { return footerLinks(); }
+    [[nodiscard]] ServerListModel* servers() { return &servers_; }
+    [[nodiscard]] CardActions* cardActions() { return &cardActions_; }
+
+    Q_INVOKABLE void refreshAll();
+    Q_INVOKABLE void open(const QUrl& address);
+    /// Asks for the view to be closed.
+    Q_INVOKABLE void close() { Q_EMIT closeRequested(); }
+
+Q_SIGNALS:
+    void contentChanged();
+    void closeRequested();
+
+private:
+    [[nodiscard]] PopoverContent publishedContent() const;
+    void update();
+
+    ServerStore& store_;
+    std::function<void(const QUrl&)> openAddress_;
+    ServerListModel servers_;
+    CardActions cardActions_;
+    PopoverContent content_;
+};
+
+} // namespace tarnwick

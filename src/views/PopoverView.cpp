@@ -1,0 +1,56 @@
+#include "PopoverView.h"
+
+#include <QKeyEvent>
+#include <QQmlEngine>
+#include <QQuickItem>
+
+#include <algorithm>
+
+extern void qml_register_types_Tarnwick();
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+void configureQuick() {
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    // A static library's types register themselves only where something refers to their registration.
+    static void (*volatile const registration)() = &qml_register_types_Tarnwick;
+    Q_UNUSED(registration)
+}
+
+PopoverView::PopoverView(ServerStore& store, UIState& ui, ViewCollaborators collaborators)
+    : model_(store, ui, std::move(collaborators)) {
+    connect(&model_, &PopoverModel::closeRequested, this, &PopoverView::closeRequested);
+    setColor(Qt::transparent);
+    setResizeMode(SizeViewToRootObject);
+    engine()->addImportPath(u"qrc:/qt/qml"_s);
+    setInitialProperties({{u"popover"_s, QVariant::fromValue(&model_)},
+                          {u"store"_s, QVariant::fromValue(&store)},
+                          {u"ui"_s, QVariant::fromValue(&ui)}});
+    setSource(QUrl(u"qrc:/qt/qml/Tarnwick/MenuBarView.qml"_s));
+}
+
+PopoverView::~PopoverView() {
+    setSource({}); // the items go before the model that they show
+}
+
+void PopoverView::setRounded(bool rounded) {
+    rootObject()->setProperty("rounded", rounded);
+}
+
+void PopoverView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
+        orderCards();
+    QQuickView::keyPressEvent(event);
+}
+
+void PopoverView::orderCards() {
+    const auto* list = rootObject()->findChild<QQuickItem*>(u"serverList"_s);
+    QList<QQuickItem*> cards = list->property("contentItem").value<QQuickItem*>()->childItems();
+    std::ranges::stable_sort(cards, {}, &QQuickItem::y);
+    for (qsizetype card = 1; card < cards.size(); ++card)
+        cards[card]->stackAfter(cards[card - 1]);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,115 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Tarnwick
+
+/// The cards of the fleet, at most 520 high, with the live reorder by dragging a card over another one.
+Item {
+    id: root
+
+    required property ServerListModel servers
+    required property CardActions actions
+    readonly property real longest: 520
+
+    property bool isDragging: false
+    property real pointerY: 0
+    property Item enteredCard: null
+
+    function followDrag(position: point) {
+        isDragging = true;
+        pointerY = Math.max(0, Math.min(mapFromItem(null, position.x, position.y).y, height - 1));
+        enterCard();
+    }
+
+    /// A card is entered once, however the cards move under the pointer afterwards.
+    function enterCard() {
+        const card = list.itemAt(0, list.contentY + pointerY) as ServerCardView;
+        if (card === enteredCard)
+            return;
+        enteredCard = card;
+        if (card)
+            actions.dragEntered(card.content);
+    }
+
+    function endDrag() {
+        isDragging = false;
+        enteredCard = null;
+    }
+
+    /// How far a drag near an end scrolls at each tick.
+    function scrollStep(): real {
+        const edge = 28;
+        return pointerY < edge ? -8 : pointerY > height - edge ? 8 : 0;
+    }
+
+    implicitHeight: Math.min(list.contentHeight + list.topMargin + list.bottomMargin, longest)
+    clip: true
+
+    ListView {
+        id: list
+
+        objectName: "serverList"
+        x: 12
+        width: root.width - 24
+        // As high as it may get, so that its content's height is exact while all of it fits.
+        height: root.longest
+        topMargin: 12
+        bottomMargin: 12
+        spacing: 12
+        cacheBuffer: 300
+        boundsBehavior: Flickable.StopAtBounds
+        keyNavigationEnabled: false
+        currentIndex: -1
+        model: root.servers
+        Accessible.role: Accessible.List
+        Accessible.name: "Servers"
+
+        delegate: ServerCardView {
+            required property int index
+
+            width: list.width
+            actions: root.actions
+            onDragMoved: position => root.followDrag(position)
+            onDragEnded: root.endDrag()
+            Keys.onUpPressed: list.itemAtIndex(index - 1)?.forceActiveFocus(Qt.TabFocusReason)
+            Keys.onDownPressed: list.itemAtIndex(index + 1)?.forceActiveFocus(Qt.TabFocusReason)
+        }
+
+        T.ScrollBar.vertical: ListScrollBar {
+            parent: root
+            x: root.width - width
+            height: root.height
+        }
+
+        move: ListMotion {
+            duration: root.isDragging ? Theme.reorderDuration : Theme.listDuration
+        }
+        displaced: ListMotion {
+            duration: root.isDragging ? Theme.reorderDuration : Theme.listDuration
+        }
+        add: Transition {
+            NumberAnimation {
+                property: "opacity"
+                from: 0
+                to: 1
+                duration: Theme.listDuration
+                easing.type: Easing.InOutQuad
+            }
+        }
+    }
+
+    Timer {
+        id: scroller
+
+        interval: 16
+        repeat: true
+        running: root.isDragging && root.scrollStep() !== 0
+        onTriggered: {
+            const top = list.originY - list.topMargin;
+            const bottom = list.originY + list.contentHeight + list.bottomMargin - list.height;
+            list.contentY = Math.max(top, Math.min(list.contentY + root.scrollStep(), bottom));
+            root.enterCard();
+        }
+    }
+}

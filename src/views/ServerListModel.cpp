@@ -1,0 +1,122 @@
+#include "ServerListModel.h"
+
+#include <utility>
+
+namespace tarnwick {
+
+ServerListModel::ServerListModel(ServerStore& store, UIState& ui, LocalReadings readings, QObject* parent)
+    : QAbstractListModel(parent), store_(store), ui_(ui), readings_(std::move(readings)) {
+    rows_ = publishedRows();
+    connect(&store, &ServerStore::objectWillChange, this, &ServerListModel::takeOverSoon);
+    connect(&ui, &UIState::expandedServersChanged, this, &ServerListModel::takeOverSoon);
+    connect(&ui, &UIState::draggedServerIdChanged, this, &ServerListModel::takeOverSoon);
+    connect(&ui, &UIState::restartingContainerIdChanged, this, &ServerListModel::takeOverSoon);
+}
+
+int ServerListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+QVariant ServerListModel::data(const QModelIndex& index, int role) const {
+    if (role != ContentRole || !checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const Row& row = rows_[index.row()];
+    return QVariant::fromValue(serverCardContent(row.server, row.state));
+}
+
+QHash<int, QByteArray> ServerListModel::roleNames() const {
+    return {{ContentRole, "content"}};
+}
+
+void ServerListModel::takeOverSoon() {
+    if (std::exchange(takeOverPending_, true))
+        return;
+    QMetaObject::invokeMethod(this, &ServerListModel::takeOver, Qt::QueuedConnection);
+}
+
+void ServerListModel::takeOver() {
+    takeOverPending_ = false;
+    const QList<Row> published = publishedRows();
+    QHash<Key, qsizetype> places;
+    places.reserve(published.size());
+    for (qsizetype place = 0; place < published.size(); ++place)
+        places.insert(keyOf(published[place]), place);
+    removeMissing(places);
+    arrange(published, places);
+    update(published);
+}
+
+QList<ServerListModel::Row> ServerListModel::publishedRows() const {
+    QList<Row> rows;
+    rows.reserve(store_.servers().size());
+    QHash<QUuid, int> occurrences;
+    for (const Server& server : store_.servers())
+        rows += {server, stateOf(server), occurrences[server.id]++};
+    return rows;
+}
+
+CardState ServerListModel::stateOf(const Server& server) const {
+    CardState state{.isExpanded = ui_.isExpanded(server.id), .isDragged = ui_.draggedServerId() == server.id};
+    if (server.metrics && !server.metrics->containers.isEmpty())
+        state.restartingContainerId = ui_.restartingContainerId();
+    if (server.isLocal) {
+        state.avgSoc = readings_.avgSoc();
+        const bool needsGpu = server.metrics && !server.metrics->gpuPercent;
+        state.gpuPercent = needsGpu ? readings_.gpuPercent() : 0;
+    }
+    return state;
+}
+
+void ServerListModel::removeMissing(const QHash<Key, qsizetype>& places) {
+    for (qsizetype row = rows_.size() - 1; row >= 0; --row) {
+        if (places.contains(keyOf(rows_[row])))
+            continue;
+        beginRemoveRows({}, static_cast<int>(row), static_cast<int>(row));
+        rows_.removeAt(row);
+        endRemoveRows();
+    }
+}
+
+void ServerListModel::arrange(const QList<Row>& published, const QHash<Key, qsizetype>& places) {
+    for (qsizetype place = 0; place < published.size(); ++place) {
+        const Key wanted = keyOf(published[place]);
+        const auto isWanted = [&wanted](const Row& row) {
+            return keyOf(row) == wanted;
+        };
+        const auto found = std::find_if(rows_.cbegin() + place, rows_.cend(), isWanted);
+        if (found == rows_.cend()) {
+            beginInsertRows({}, static_cast<int>(place), static_cast<int>(place));
+            rows_.insert(place, published[place]);
+            endInsertRows();
+            continue;
+        }
+        const qsizetype from = found - rows_.cbegin();
+        if (from == place)
+            continue;
+        // One row that went down is one move, not one for each row that it passed.
+        const qsizetype goal = std::min(places[keyOf(rows_[place])], rows_.size() - 1);
+        if (from == place + 1 && goal > from)
+            moveRow(place, goal);
+        else
+            moveRow(from, place);
+    }
+}
+
+void ServerListModel::moveRow(qsizetype from, qsizetype to) {
+    const auto destination = static_cast<int>(to > from ? to + 1 : to);
+    beginMoveRows({}, static_cast<int>(from), static_cast<int>(from), {}, destination);
+    rows_.move(from, to);
+    endMoveRows();
+}
+
+void ServerListModel::update(const QList<Row>& published) {
+    for (qsizetype row = 0; row < rows_.size(); ++row) {
+        if (rows_[row] == published[row])
+            continue;
+        rows_[row] = published[row];
+        const QModelIndex changed = index(static_cast<int>(row));
+        Q_EMIT dataChanged(changed, changed, {ContentRole});
+    }
+}
+
+} // namespace tarnwick

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "ServerCardContent.h"
+#include "ServerStore.h"
+#include "UIState.h"
+
+#include <QAbstractListModel>
+#include <QPointer>
+#include <QtQmlIntegration>
+
+#include <functional>
+
+namespace tarnwick {
+
+/// Readings of this computer that its own card shows.
+struct LocalReadings {
+    std::function<double()> avgSoc;     ///< °C, 0 when there is no reading
+    std::function<double()> gpuPercent; ///< asked only when the metrics have none
+};
+
+/// The fleet as rows of card content, in the store's order. Whatever the store and the UI state publish in one turn of
+/// the event loop is taken over together, as the smallest changes: removals, moves, insertions, and data changes of
+/// those rows alone that differ; never a reset. Rows that share an id are told apart by their order.
+class ServerListModel : public QAbstractListModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Comes with the view")
+
+public:
+    enum Role { ContentRole = Qt::UserRole + 1 };
+
+    /// Both must outlive the model.
+    ServerListModel(ServerStore& store, UIState& ui, LocalReadings readings, QObject* parent = nullptr);
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+private:
+    struct Row {
+        Server server;
+        CardState state;
+        int occurrence = 0; ///< among the rows of the same id
+        friend bool operator==(const Row&, const Row&) = default;
+    };
+    using Key = std::pair<QUuid, int>;
+    static Key keyOf(const Row& row) { return {row.server.id, row.occurrence}; }
+
+    void takeOverSoon();
+    void takeOver();
+    [[nodiscard]] QList<Row> publishedRows() const;
+    [[nodiscard]] CardState stateOf(const Server& server) const;
+    void removeMissing(const QHash<Key, qsizetype>& places);
+    void arrange(const QList<Row>& published, const QHash<Key, qsizetype>& places);
+    void moveRow(qsizetype from, qsizetype to);
+    void update(const QList<Row>& published);
+
+    ServerStore& store_;
+    UIState& ui_;
+    LocalReadings readings_;
+    QList<Row> rows_;
+    bool takeOverPending_ = false;
+};
+
+} // namespace tarnwick
