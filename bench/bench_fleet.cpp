@@ -8,12 +8,14 @@
 #include "Figures.h"
 #include "MacHardwareCollector.h"
 #include "OpenSshServer.h"
+#include "ProbePayload.h"
 #include "ProcessRunner.h"
 #include "ServerStore.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -28,23 +30,41 @@ public:
     StatusItemContent shown;
 };
 
-/// The worst lateness in ms of a 1 ms timer while it lives: for so long was the main thread blocked.
+/// How late a 1 ms timer is at worst while this object lives. A thousand clients keep every processor busy, so a part
+/// of it is the kernel's: the thread could run, and waits for its turn. The rest is ours: what the thread did, or was
+/// blocked by.
 class LatenessMeter : public QObject {
 public:
     LatenessMeter() {
+        schedule_.setFileName(QStringLiteral("/proc/thread-self/schedstat"));
+        if (!schedule_.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+            std::fprintf(stderr, "no scheduler statistics: all lateness counts as ours\n");
         elapsed_.start();
         startTimer(1, Qt::PreciseTimer);
     }
-    double worst = 0;
+    double worst = 0;     ///< ms
+    double worstOurs = 0; ///< ms
 
 protected:
     void timerEvent(QTimerEvent*) override {
-        worst = std::max(worst, static_cast<double>(elapsed_.nsecsElapsed()) / 1e6 - 1);
+        const double late = static_cast<double>(elapsed_.nsecsElapsed()) / 1e6 - 1;
+        const double waited = waitedForProcessor();
+        worst = std::max(worst, late);
+        worstOurs = std::max(worstOurs, late - (waited - waitedBefore_));
+        waitedBefore_ = waited;
         elapsed_.start();
     }
 
 private:
+    /// Milliseconds this thread has ever been ready to run without running: the second figure of schedstat.
+    double waitedForProcessor() {
+        schedule_.seek(0);
+        return schedule_.read(64).split(' ').value(1).toDouble() / 1e6;
+    }
+
+    QFile schedule_;
     QElapsedTimer elapsed_;
+    double waitedBefore_ = 0;
 };
 
 QList<SSHConfigHost> hostsOn(const OpenSshServer& server, int count) {
@@ -99,10 +119,14 @@ int thousand(const OpenSshServer& host) {
     const QTemporaryDir folder;
     AppDelegate delegate(surroundings(folder.path(), hostsOn(host, 1000)));
     LatenessMeter meter;
-    double worstBeforeSave = 0;
+    double worst = 0;
+    double worstOurs = 0;
     delegate.applicationDidFinishLaunching();
     QObject::connect(delegate.store(), &ServerStore::lastRefreshedAllChanged, &meter,
-                     [&] { worstBeforeSave = meter.worst; });
+                     [&] { // the save comes next: it is not part of this
+                         worst = meter.worst;
+                         worstOurs = meter.worstOurs;
+                     });
     waitForCycle(*delegate.store());
     int withoutDescriptor = 0;
     for (const Server& server : delegate.store()->servers()) {
@@ -114,7 +138,9 @@ int thousand(const OpenSshServer& host) {
                     QStringLiteral("(%1 of %2 probes failed for any reason)")
                         .arg(failures(*delegate.store()))
                         .arg(delegate.store()->servers().size()));
-    figures::report("1,000 hosts at once: worst lateness of a 1 ms timer", worstBeforeSave, "ms", 16);
+    figures::report(
+        "1,000 hosts at once: main thread busy or blocked, worst", worstOurs, "ms", 16,
+        QStringLiteral("(1 ms timer's worst lateness, waiting for a processor included: %1 ms)").arg(worst, 0, 'f', 1));
     return figures::exitStatus();
 }
 
@@ -139,19 +165,31 @@ int hour(const OpenSshServer& host) {
     return figures::exitStatus();
 }
 
-int large(OpenSshServer& host) {
-    QByteArray rows;
-    for (int i = 0; i < 20; ++i) {
-        const QByteArray n = QByteArray::number(i);
-        rows += "4f1c2a9b7d" + n + "\tservice-" + n + "\tregistry.example/team/service-" + n +
-                ":1.4\tUp 12 days\trunning\t0.0.0.0:80" + n + "->80/tcp\n";
-    }
-    if (!host.standIns().addDocker(rows))
-        return 2;
+/// A thousand hosts that all answer would need a thousand computers: their lines are made here, and read as ever.
+int large() {
     const QTemporaryDir folder;
-    AppDelegate delegate(surroundings(folder.path(), hostsOn(host, 1000)));
+    AppSurroundings fleet = surroundings(folder.path(), {});
+    fleet.store.sshHosts = [] {
+        return QList<SSHConfigHost>(1000);
+    };
+    fleet.store.collect = [](const Server& server) {
+        const QByteArray host = uuidString(server.id).left(8).toLatin1();
+        QByteArray line = "{\"cpu\":12,\"mem_used\":512,\"mem_total\":2048,\"disk_used\":10.0,\"disk_total\":40.0,"
+                          "\"load\":0.50,\"uptime\":\"14\",\"containers\":[";
+        for (int i = 0; i < 20; ++i) {
+            const QByteArray n = QByteArray::number(i);
+            line += (i == 0 ? "" : ",") + QByteArray("{\"id\":\"") + host + n + "\",\"name\":\"service-" + n +
+                    "\",\"image\":\"registry.example/team/service-" + n +
+                    ":1.4\",\"status\":\"Up 12 days\",\"state\":\"running\",\"ports\":\"0.0.0.0:80" + n + "->80/tcp\"}";
+        }
+        return QtFuture::makeReadyFuture(parseMetrics(line + "]}", 19));
+    };
+    AppDelegate delegate(std::move(fleet));
     delegate.applicationDidFinishLaunching();
-    waitForCycle(*delegate.store());
+    for (int cycle = 0; cycle < 5; ++cycle) {
+        delegate.store()->refreshAll();
+        waitForCycle(*delegate.store());
+    }
     qsizetype containers = 0;
     for (const Server& server : delegate.store()->servers())
         containers += server.metrics ? server.metrics->containers.size() : 0;
@@ -167,19 +205,19 @@ int large(OpenSshServer& host) {
 int main(int argc, char* argv[]) {
     ProcessRunner::raiseOpenFileLimit();
     QCoreApplication app(argc, argv);
+    const QString what = QCoreApplication::arguments().value(1);
+    if (what == u"large")
+        return large();
     OpenSshServer host;
     if (const QString problem = host.start(); !problem.isEmpty()) {
         std::fprintf(stderr, "%s\n", qPrintable(problem));
         return 2;
     }
-    const QStringList arguments = QCoreApplication::arguments();
-    const QString what = arguments.value(1);
+    host.yieldProcessor();
     if (what == u"thousand")
         return thousand(host);
     if (what == u"hour")
         return hour(host);
-    if (what == u"large")
-        return large(host);
     std::fprintf(stderr, "bench_fleet thousand | hour | large\n");
     return 2;
 }

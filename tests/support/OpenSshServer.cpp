@@ -10,6 +10,7 @@
 #include <netinet/in.h>
 #include <pwd.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -123,6 +124,10 @@ QString OpenSshServer::waitUntilListening() {
     }
     const QByteArray log = contents(folder_.filePath(u"log"_s));
     return u"The ssh server does not listen: %1 %2"_s.arg(process_.errorString(), QString::fromLocal8Bit(log));
+}
+
+void OpenSshServer::yieldProcessor() {
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(process_.processId()), 19);
 }
 
 void OpenSshServer::stop() {

@@ -33,6 +33,8 @@ public:
     /// Starts the server, and returns when it takes connections. `forceCommand` runs in every session instead of the
     /// client's command, which is then in SSH_ORIGINAL_COMMAND. Empty on success, else why it does not run.
     [[nodiscard]] QString start(QStringView forceCommand = {});
+    /// Lets everything else on this computer go first: the processors of real hosts are not this one's.
+    void yieldProcessor();
     /// Takes no more connections; open ones last as long as their clients.
     void stop();
 

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include <linux/close_range.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace tarnwick::ChildSetup {
@@ -12,7 +13,10 @@ namespace {
 
 std::optional<rlimit> original;
 
-}
+/// A thousand clients that start at once must not make the desktop, nor our own main thread, wait for the processor.
+constexpr int childNiceness = 10;
+
+} // namespace
 
 void raiseOpenFileLimit() {
     rlimit limit{};
@@ -32,6 +36,7 @@ rlim_t openFileLimit() {
 
 void enter() {
     ::setpgid(0, 0);
+    ::setpriority(PRIO_PROCESS, 0, childNiceness);
     if (original)
         ::setrlimit(RLIMIT_NOFILE, &*original);
     // Libraries and whoever started this process may have left files open; a child that outlives us must not hold them.
