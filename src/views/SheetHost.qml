@@ -27,7 +27,7 @@ T.Popup {
     }
 
     T.Overlay.modal: Rectangle {
-        radius: root.radius
+        radius: root.radius // qmllint disable unqualified
         color: Theme.shade
     }
     background: Rectangle {

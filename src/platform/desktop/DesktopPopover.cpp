@@ -92,6 +92,10 @@ bool DesktopPopover::eventFilter(QObject* watched, QEvent* event) {
         close();
         return true;
     }
+    if (watched == content_.get() && event->type() == QEvent::Resize && content_->size() != size_) {
+        size_ = content_->size();
+        place();
+    }
     return Popover::eventFilter(watched, event);
 }
 

@@ -16,8 +16,9 @@ class Popover : public QObject {
 public:
     using QObject::QObject;
 
-    /// Shows `content` (its size is the popover's) hanging from `anchor`, in device-independent screen pixels; a null
-    /// anchor means the top right of the primary screen. Takes the content, and destroys it when the popover closes.
+    /// Shows `content` (its size is the popover's, now and when it grows or shrinks) hanging from `anchor`, in
+    /// device-independent screen pixels; a null anchor means the top right of the primary screen. Takes the content,
+    /// and destroys it when the popover closes.
     virtual void show(std::unique_ptr<QWindow> content, QPoint anchor) = 0;
     /// Closes it when it is shown.
     virtual void close() = 0;

@@ -1,0 +1,28 @@
+#include "PopoverView.h"
+#include "ViewFactory.h"
+
+#include <QObject>
+
+namespace tarnwick {
+
+/// The views as a module that the program loads when it opens its first window.
+class ViewsModule : public QObject, public ViewFactory {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "example.tarnwick.ViewFactory/1")
+    Q_INTERFACES(tarnwick::ViewFactory)
+
+public:
+    ViewsModule() { configureQuick(); }
+
+    std::unique_ptr<QWindow> makePopover(ServerStore& store, UIState& ui, bool rounded,
+                                         std::function<void()> close) override {
+        auto view = std::make_unique<PopoverView>(store, ui);
+        view->setRounded(rounded);
+        connect(view.get(), &PopoverView::closeRequested, view.get(), close);
+        return view;
+    }
+};
+
+} // namespace tarnwick
+
+#include "ViewsModule.moc"
