@@ -14,8 +14,9 @@ Rectangle {
 
     readonly property bool showsCards: !popover.content.isEmpty
 
-    implicitWidth: Math.max(400, addServer.room.width, settings.room.width, macInfo.room.width)
-    implicitHeight: Math.max(page.implicitHeight, addServer.room.height, settings.room.height, macInfo.room.height)
+    implicitWidth: Math.max(400, addServer.room.width, settings.room.width, macInfo.room.width, tour.room.width)
+    implicitHeight: Math.max(page.implicitHeight, addServer.room.height, settings.room.height, macInfo.room.height,
+                             tour.room.height)
     width: implicitWidth
     height: implicitHeight
     radius: rounded ? Theme.radiusWindow : 0
@@ -102,7 +103,23 @@ Rectangle {
             MacInfoSheet {
                 store: root.store
                 ui: root.ui
+                topRadius: root.radius
                 onDismissed: root.ui.showingMacInfoSheet = false
+            }
+        }
+    }
+    SheetHost {
+        id: tour
+
+        presented: root.ui.showingSettings && root.ui.showingOnboarding
+        radius: root.radius
+        onDismissed: root.ui.showingOnboarding = false
+        sheet: Component {
+            OnboardingView {
+                store: root.store
+                ui: root.ui
+                radius: root.radius
+                onCompleted: root.ui.showingOnboarding = false
             }
         }
     }

@@ -42,16 +42,13 @@ QString nextCaption(int step) {
     return step == 0 ? u"Explore Features"_s : u"Next"_s;
 }
 
-QList<OnboardingMetric> loads(const MacHardwareInfo& info) {
+QList<OnboardingMetric> metrics(const MacHardwareInfo& info) {
     return {{u"CPU Usage"_s, fixedPoint(info.cpuUsagePercent, 1) + u'%', coreCountText(info.cpuCores),
              loadRole(info.cpuUsagePercent)},
             {u"GPU Usage"_s, fixedPoint(info.gpuUsagePercent, 0) + u'%', u"Metal"_s, loadRole(info.gpuUsagePercent)},
             {u"Unified RAM"_s, fixedPoint(info.ramUsagePercent, 0) + u'%', ramAmountText(info),
-             loadRole(info.ramUsagePercent)}};
-}
-
-QList<OnboardingMetric> thermals(const MacHardwareInfo& info) {
-    return {{u"SoC Average"_s, temperatureText(info.avgSocTemp), u"CPU/GPU Die"_s, temperatureRole(info.avgSocTemp)},
+             loadRole(info.ramUsagePercent)},
+            {u"SoC Average"_s, temperatureText(info.avgSocTemp), u"CPU/GPU Die"_s, temperatureRole(info.avgSocTemp)},
             {u"Peak Core"_s, temperatureText(info.peakSocTemp), u"Hotspot"_s, temperatureRole(info.peakSocTemp)},
             {u"SSD Storage"_s, temperatureText(info.ssdTemp), u"NAND Flash"_s,
              info.ssdTemp ? temperatureRole(*info.ssdTemp) : ColorRole::Role::Gray}};
@@ -97,9 +94,9 @@ QList<FeatureBullet> featureBullets() {
 }
 
 QList<TourLink> tourLinks() {
-    return {
-        {u"cup.and.saucer.fill"_s, u"Support Tarnwick on Ko-fi"_s, QUrl(ProductLinks::donationPage.toString())},
-        {u"globe"_s, u"Official Website: "_s + ProductLinks::webSiteDomain, QUrl(ProductLinks::webSite.toString())}};
+    return {{u"cup.and.saucer.fill"_s, u"Support Tarnwick on Ko-fi"_s, QUrl(ProductLinks::donationPage.toString())},
+            {u"globe"_s, u"Official Website: "_s + ProductLinks::webSiteDomain.toString(),
+             QUrl(ProductLinks::webSite.toString())}};
 }
 
 Server demoServer() {
@@ -121,8 +118,7 @@ OnboardingContent onboardingContent(int step, const MacHardwareInfo& info, const
             .nextCaption = nextCaption(step),
             .machineHeading = machineHeading(info),
             .machineIdentity = machineIdentity(info),
-            .loads = loads(info),
-            .thermals = thermals(info),
+            .metrics = metrics(info),
             .menuBarPreview = liveMenuBarPreview(pinned)};
 }
 

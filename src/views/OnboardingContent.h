@@ -70,21 +70,22 @@ struct OnboardingContent {
     Q_PROPERTY(QString nextCaption MEMBER nextCaption)
     Q_PROPERTY(QString machineHeading MEMBER machineHeading)
     Q_PROPERTY(QString machineIdentity MEMBER machineIdentity)
-    Q_PROPERTY(QList<tarnwick::OnboardingMetric> loads MEMBER loads)
-    Q_PROPERTY(QList<tarnwick::OnboardingMetric> thermals MEMBER thermals)
     Q_PROPERTY(QString menuBarPreview MEMBER menuBarPreview)
 
 public:
-    int page = 0; ///< 0 to 4; the last one for any step that has none of its own
-    int dot = 0;  ///< the step itself: no dot is lit for a step without one
+    int page = -1; ///< 0 to 4; the last one for any step that has none of its own
+    int dot = -1;  ///< the step itself: no dot is lit for a step without one
     QString stepSubtitle;
     bool showsBack = false;
     QString nextCaption; ///< empty where nothing follows
     QString machineHeading;
     QString machineIdentity;
-    QList<OnboardingMetric> loads;
-    QList<OnboardingMetric> thermals;
+    QList<OnboardingMetric> metrics; ///< three of load, then three of temperature
     QString menuBarPreview;
+
+    /// An empty one beyond the last.
+    Q_INVOKABLE [[nodiscard]] tarnwick::OnboardingMetric metric(int index) const { return metrics.value(index); }
+
     friend bool operator==(const OnboardingContent&, const OnboardingContent&) = default;
 };
 

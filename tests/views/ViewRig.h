@@ -1,16 +1,13 @@
 #pragma once
 
 #include "../store/StoreRig.h"
+#include "PopoverView.h"
 #include "UIState.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QtTest>
-
-#include <mutex>
-
-extern void qml_register_types_Tarnwick();
 
 namespace tarnwick {
 
@@ -39,19 +36,21 @@ class ViewRig : public StoreRig {
 public:
     UIState ui;
     std::unique_ptr<QQuickView> view;
+    QStringList warnings; ///< of the QML engines
 
     ViewRig() {
-        static std::once_flag configured;
-        std::call_once(configured, [] {
-            QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-            qml_register_types_Tarnwick();
-        });
+        static const bool configured = (configureQuick(), true);
+        Q_UNUSED(configured)
         startWith({});
     }
 
     void show(const QString& name) {
         view = std::make_unique<QQuickView>();
         view->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+        QObject::connect(view->engine(), &QQmlEngine::warnings, [this](const QList<QQmlError>& errors) {
+            for (const QQmlError& error : errors)
+                warnings += error.toString();
+        });
         view->setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(store.get())},
                                     {QStringLiteral("ui"), QVariant::fromValue(&ui)}});
         view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tarnwick/%1.qml").arg(name)));
@@ -60,11 +59,11 @@ public:
         QVERIFY(QTest::qWaitForWindowActive(view.get()));
     }
 
-    /// The pins as `settings.json` has them.
-    [[nodiscard]] MenuBarItemSet savedPins() const {
-        const auto settings = decodeSettings(read(QStringLiteral("settings.json")));
-        return std::get<AppSettings>(settings).pinnedMenuBarItems;
+    /// As `settings.json` has them.
+    [[nodiscard]] AppSettings savedSettings() const {
+        return std::get<AppSettings>(decodeSettings(read(QStringLiteral("settings.json"))));
     }
+    [[nodiscard]] MenuBarItemSet savedPins() const { return savedSettings().pinnedMenuBarItems; }
 };
 
 } // namespace tarnwick

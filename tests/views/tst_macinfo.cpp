@@ -254,6 +254,5 @@ void MacInfoTest::closes() {
     QCOMPARE(dismissed.count(), 2);
 }
 
-Q_DECLARE_METATYPE(tarnwick::MenuBarItemSet)
 QTEST_MAIN(MacInfoTest)
 #include "tst_macinfo.moc"

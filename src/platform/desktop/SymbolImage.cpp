@@ -33,8 +33,10 @@ QImage SymbolImage::render(const QString& symbolName, int pixels, const QColor& 
 }
 
 QImage SymbolImage::applicationIcon(int pixels) {
-    QImage image = transparentSquare(pixels);
     QSvgRenderer drawing(u":/tarnwick.svg"_s);
+    if (!drawing.isValid())
+        return {};
+    QImage image = transparentSquare(pixels);
     QPainter painter(&image);
     drawing.render(&painter);
     return image;

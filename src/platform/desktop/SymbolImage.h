@@ -13,7 +13,7 @@ namespace SymbolImage {
 /// The symbol drawn in one colour on a transparent square of `pixels` × `pixels` device pixels
 /// (ARGB32_Premultiplied). An unknown name gives a transparent square.
 [[nodiscard]] QImage render(const QString& symbolName, int pixels, const QColor& tint);
-/// The application's own icon, in its own colours.
+/// The application's own icon, in its own colours. A null image where there is none.
 [[nodiscard]] QImage applicationIcon(int pixels);
 /// Every symbol there is, sorted.
 [[nodiscard]] QStringList names();

@@ -1,0 +1,68 @@
+import QtQuick
+import Tarnwick
+
+/// A menu bar as it could look, with a status item that reads `preview`.
+Rectangle {
+    id: root
+
+    property string preview
+
+    implicitHeight: 30
+    radius: Theme.radiusControl
+    color: Theme.field
+    border.color: Theme.layer(0.14)
+    Accessible.role: Accessible.StaticText
+    Accessible.name: preview
+
+    Row {
+        id: menus
+
+        x: 12
+        height: parent.height
+        spacing: 12
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            name: "apple.logo"
+            side: 14
+            color: Theme.primary
+        }
+        PlainText {
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Tarnwick"
+            font.weight: Font.Bold
+            Accessible.ignored: true
+        }
+        PlainText {
+            anchors.verticalCenter: parent.verticalCenter
+            text: "File"
+            Accessible.ignored: true
+        }
+        PlainText {
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Edit"
+            Accessible.ignored: true
+        }
+    }
+    Symbol {
+        anchors.right: item.left
+        anchors.rightMargin: 4
+        anchors.verticalCenter: parent.verticalCenter
+        name: "thermometer.medium"
+        side: 14
+        color: Theme.primary
+    }
+    PlainText {
+        id: item
+
+        objectName: "preview"
+        anchors.right: parent.right
+        anchors.rightMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, root.width - menus.x - menus.width - 44)
+        text: root.preview
+        size: 10
+        font.weight: Font.Medium
+        Accessible.ignored: true
+    }
+}

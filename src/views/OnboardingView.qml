@@ -1,0 +1,169 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick
+
+/// The welcome tour.
+FocusScope {
+    id: root
+
+    required property ServerStore store
+    required property UIState ui
+    property real radius: 0
+    /// It opens at its step; from then on steps fade into each other.
+    property bool fades: false
+    /// The user has finished it.
+    signal completed
+
+    implicitWidth: 540
+    implicitHeight: 510
+    focus: true
+    Accessible.role: Accessible.Dialog
+    Accessible.name: title.text
+    Component.onCompleted: fades = true
+
+    OnboardingModel {
+        id: tour
+
+        store: root.store
+        ui: root.ui
+        onCompleted: root.completed()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: root.radius
+        color: Theme.window
+    }
+    Item {
+        id: header
+
+        width: root.width
+        height: 56
+        clip: true
+
+        Rectangle {
+            width: parent.width
+            height: parent.height + radius
+            radius: root.radius
+            color: Theme.layer(0.03)
+        }
+        ApplicationIcon {
+            id: icon
+
+            x: 18
+            anchors.verticalCenter: parent.verticalCenter
+            side: 28
+            color: Theme.blue
+        }
+        PlainText {
+            id: title
+
+            x: 56
+            y: 11
+            text: "Tarnwick Tour"
+            size: 14
+            font.weight: Font.Bold
+        }
+        PlainText {
+            objectName: "stepSubtitle"
+            x: 56
+            y: 29
+            text: tour.content.stepSubtitle
+            color: Theme.secondary
+        }
+        Row {
+            anchors.right: parent.right
+            anchors.rightMargin: 18
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 5
+
+            Repeater {
+                model: 5
+                delegate: Rectangle {
+                    required property int index
+
+                    width: 7
+                    height: 7
+                    radius: 3.5
+                    color: tour.content.dot === index ? Theme.blue : Theme.layer(0.15)
+                }
+            }
+        }
+    }
+    Divider {
+        y: header.height
+        width: root.width
+    }
+
+    // A step that cannot be seen is not there.
+    Repeater {
+        model: ["TourWelcomeStep.qml", "TourServersStep.qml", "TourHardwareStep.qml", "TourPinningStep.qml",
+                "TourAllSetStep.qml"]
+        delegate: Loader {
+            required property int index
+            required property string modelData
+            readonly property bool current: tour.content.page === index
+
+            y: header.height + 1
+            width: root.width
+            height: navigation.y - 1 - y
+            active: current || opacity > 0
+            enabled: current
+            opacity: current ? 1 : 0
+            Component.onCompleted: setSource(modelData, { "tour": tour })
+
+            Behavior on opacity {
+                enabled: root.fades
+                NumberAnimation {
+                    duration: 200
+                    easing.type: Easing.InOutQuad
+                }
+            }
+        }
+    }
+
+    Divider {
+        y: navigation.y - 1
+        width: root.width
+    }
+    Item {
+        id: navigation
+
+        y: root.height - height
+        width: root.width
+        height: 50
+        clip: true
+
+        Rectangle {
+            y: -radius
+            width: parent.width
+            height: parent.height + radius
+            radius: root.radius
+            color: Theme.layer(0.03)
+        }
+        PushButton {
+            objectName: "back"
+            x: 18
+            anchors.verticalCenter: parent.verticalCenter
+            visible: tour.content.showsBack
+            implicitHeight: 28
+            horizontalPadding: 14
+            textSize: 12
+            text: "Back"
+            onClicked: tour.back()
+        }
+        PrimaryButton {
+            objectName: "next"
+            anchors.right: parent.right
+            anchors.rightMargin: 18
+            anchors.verticalCenter: parent.verticalCenter
+            visible: tour.content.nextCaption !== ""
+            focus: true
+            text: tour.content.nextCaption
+            symbol: "chevron.right"
+            symbolLast: true
+            onClicked: tour.next()
+        }
+    }
+}

@@ -1,0 +1,141 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick
+
+/// The end of the tour.
+Item {
+    id: root
+
+    required property OnboardingModel tour
+
+    component Paragraph: PlainText {
+        wrapMode: Text.Wrap
+        maximumLineCount: 3
+        lineHeight: 1.2
+        color: Theme.secondary
+    }
+
+    Column {
+        anchors.centerIn: parent
+        width: parent.width - 88
+        spacing: 16
+
+        TourTitle {
+            width: parent.width
+            title: "You're All Set!"
+            line: "Tarnwick is 100% free and ready to monitor your infrastructure."
+            titleSize: 22
+            lineSize: 13
+        }
+        TourBlock {
+            width: parent.width
+            padding: 14
+            color: Theme.translucent(Theme.green, 0.1)
+
+            Item {
+                width: parent.width
+                height: 20
+
+                Symbol {
+                    id: seal
+
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: "checkmark.seal.fill"
+                    side: 20
+                    color: Theme.green
+                }
+                PlainText {
+                    anchors.left: seal.right
+                    anchors.leftMargin: 8
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "All Features Unlocked"
+                    size: 13
+                    font.weight: Font.DemiBold
+                }
+                Capsule {
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    implicitHeight: 18
+                    text: "100% Free"
+                    textWeight: Font.DemiBold
+                    tint: Theme.textColor(ColorRole.Green)
+                    color: Theme.translucent(Theme.green, 0.12)
+                }
+            }
+            Paragraph {
+                width: parent.width
+                text: "Unlimited remote SSH servers, Docker container controls, native Apple Silicon telemetry, and customizable menu bar pinning are completely free."
+            }
+        }
+        PrimaryButton {
+            objectName: "start"
+            anchors.horizontalCenter: parent.horizontalCenter
+            implicitHeight: 34
+            horizontalPadding: 20
+            symbol: "arrow.right.circle.fill"
+            text: "Start Using Tarnwick"
+            textSize: 13
+            onClicked: root.tour.complete()
+            Component.onCompleted: forceActiveFocus(Qt.OtherFocusReason)
+        }
+        TourBlock {
+            width: parent.width
+            padding: 14
+
+            Item {
+                width: parent.width
+                height: 20
+
+                Symbol {
+                    id: heart
+
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: "heart.fill"
+                    side: 16
+                    color: Theme.pink
+                }
+                PlainText {
+                    anchors.left: heart.right
+                    anchors.leftMargin: 8
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "Support Development"
+                    size: 12
+                    font.weight: Font.DemiBold
+                }
+                TextLink {
+                    objectName: text
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "Ko-fi Page"
+                    onClicked: root.tour.open(root.tour.links[0])
+                }
+            }
+            Paragraph {
+                width: parent.width
+                text: "If you find Tarnwick helpful for your daily workflow, consider buying a coffee on Ko-fi to support ongoing development."
+            }
+            Row {
+                id: links
+
+                width: parent.width
+                spacing: 8
+
+                Repeater {
+                    model: root.tour.links
+                    delegate: PushButton {
+                        required property int index
+                        required property tourLink modelData
+
+                        objectName: text
+                        width: (links.width - links.spacing) * (index === 0 ? 0.46 : 0.54)
+                        symbol: modelData.symbol
+                        text: modelData.caption
+                        Accessible.role: Accessible.Link
+                        onClicked: root.tour.open(modelData)
+                    }
+                }
+            }
+        }
+    }
+}

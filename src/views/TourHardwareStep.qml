@@ -1,0 +1,82 @@
+import QtQuick
+import Tarnwick
+
+/// This computer's own figures.
+Item {
+    id: root
+
+    required property OnboardingModel tour
+
+    Column {
+        anchors.centerIn: parent
+        width: parent.width - 48
+        spacing: 10
+
+        TourTitle {
+            width: parent.width
+            bottomPadding: 2
+            title: "Apple Silicon Hardware & Thermals"
+            line: "Real live telemetry queried directly from your Mac:"
+        }
+        Rectangle {
+            width: parent.width
+            height: 50
+            radius: Theme.radiusCard
+            color: Theme.layer(0.04)
+
+            Symbol {
+                x: 14
+                anchors.verticalCenter: parent.verticalCenter
+                name: "macmini.fill"
+                side: 22
+                color: Theme.blue
+            }
+            PlainText {
+                x: 50
+                y: 9
+                width: parent.width - x - 14
+                text: root.tour.content.machineHeading
+                size: 13
+                font.weight: Font.Bold
+            }
+            PlainText {
+                x: 50
+                y: 27
+                width: parent.width - x - 14
+                text: root.tour.content.machineIdentity
+                size: 10
+                color: Theme.secondary
+            }
+        }
+        TourBlock {
+            width: parent.width
+
+            SectionHeading {
+                width: parent.width
+                symbol: "cpu"
+                tint: Theme.blue
+                text: "Live System Utilization"
+            }
+            TourMetricBoxes {
+                width: parent.width
+                content: root.tour.content
+                first: 0
+            }
+        }
+        TourBlock {
+            width: parent.width
+
+            SectionHeading {
+                width: parent.width
+                symbol: "thermometer.medium"
+                tint: Theme.orange
+                text: "Live Thermals & Sensors"
+            }
+            TourMetricBoxes {
+                width: parent.width
+                content: root.tour.content
+                first: 3
+            }
+        }
+    }
+}
