@@ -21,6 +21,10 @@ public:
     /// `close` asks for the popover to be closed; it is called from inside the content.
     [[nodiscard]] virtual std::unique_ptr<QWindow> makePopover(ServerStore& store, UIState& ui, bool rounded,
                                                                std::function<void()> close) = 0;
+    /// The welcome tour in a window of its own, not shown yet; `onComplete` is called from the event loop when the user
+    /// has finished it.
+    [[nodiscard]] virtual std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui,
+                                                                        std::function<void()> onComplete) = 0;
 };
 
 } // namespace tarnwick

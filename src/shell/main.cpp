@@ -82,6 +82,10 @@ void addDesktop(AppSurroundings& surroundings) {
         ViewFactory* const factory = views();
         return factory ? factory->makePopover(store, ui, rounded, std::move(close)) : nullptr;
     };
+    surroundings.makeOnboardingWindow = [](ServerStore& store, UIState& ui, std::function<void()> onComplete) {
+        ViewFactory* const factory = views();
+        return factory ? factory->makeOnboardingWindow(store, ui, std::move(onComplete)) : nullptr;
+    };
 }
 
 void addTerminal(AppSurroundings& surroundings) {

@@ -43,6 +43,9 @@ void PopoverView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
         orderCards();
     QQuickView::keyPressEvent(event);
+    // Whatever has the focus, or nothing, as after a menu closed.
+    if (event->key() == Qt::Key_Escape && (!activeFocusItem() || !event->isAccepted()))
+        Q_EMIT closeRequested();
 }
 
 void PopoverView::orderCards() {

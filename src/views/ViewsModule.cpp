@@ -1,3 +1,4 @@
+#include "OnboardingWindow.h"
 #include "PopoverView.h"
 #include "ViewFactory.h"
 
@@ -20,6 +21,11 @@ public:
         view->setRounded(rounded);
         connect(view.get(), &PopoverView::closeRequested, view.get(), close);
         return view;
+    }
+
+    std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui,
+                                                  std::function<void()> onComplete) override {
+        return tarnwick::makeOnboardingWindow(store, ui, std::move(onComplete));
     }
 };
 
