@@ -2,12 +2,14 @@
 
 #include <QImage>
 #include <QQuickItem>
+#include <QtQmlIntegration>
 
 namespace tarnwick {
 
 /// A drawing as wide as it is high, in the middle of the item, sharp at the window's device pixel ratio.
 class SquareImage : public QQuickItem {
     Q_OBJECT
+    QML_ANONYMOUS
     /// Side of the drawing; also the implicit size.
     Q_PROPERTY(qreal side READ side WRITE setSide NOTIFY sideChanged)
 
