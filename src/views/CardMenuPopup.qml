@@ -12,6 +12,8 @@ T.Popup {
     required property serverCardContent card
     required property CardActions actions
     property bool showsPins: false
+    /// Gets the keyboard back.
+    property Item focusedBefore: null
 
     function choose(entry: cardMenuEntry) {
         if (entry.opensSubmenu) {
@@ -29,14 +31,19 @@ T.Popup {
     /// To the next entry that can be chosen, around the ends.
     function step(by: int) {
         let index = list.currentIndex < 0 && by < 0 ? list.count : list.currentIndex;
-        do
+        for (let passed = 0; passed < list.count; ++passed) {
             index = (index + by + list.count) % list.count;
-        while (!rowAt(index)?.canBeChosen);
-        list.currentIndex = index;
+            if (rowAt(index)?.canBeChosen) {
+                list.currentIndex = index;
+                return;
+            }
+        }
     }
 
     margins: 8
     padding: 5
+    onAboutToShow: focusedBefore = parent.Window.activeFocusItem
+    onClosed: focusedBefore?.forceActiveFocus(Qt.PopupFocusReason)
     onShowsPinsChanged: list.currentIndex = -1
     modal: true
     focus: true

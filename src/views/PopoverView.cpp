@@ -51,7 +51,7 @@ void PopoverView::keyPressEvent(QKeyEvent* event) {
 void PopoverView::orderCards() {
     const auto* list = rootObject()->findChild<QQuickItem*>(u"serverList"_s);
     QList<QQuickItem*> cards = list->property("contentItem").value<QQuickItem*>()->childItems();
-    std::ranges::stable_sort(cards, {}, &QQuickItem::y);
+    std::ranges::stable_sort(cards, {}, [](const QQuickItem* card) { return card->property("index").toInt(); });
     for (qsizetype card = 1; card < cards.size(); ++card)
         cards[card]->stackAfter(cards[card - 1]);
 }

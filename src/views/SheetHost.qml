@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 
@@ -11,6 +13,8 @@ T.Popup {
     property bool presented: false
     property real radius: 0
     readonly property size room: visible ? Qt.size(implicitWidth, implicitHeight) : Qt.size(0, 0)
+    /// Gets the keyboard back.
+    property Item focusedBefore: null
     signal dismissed
 
     visible: presented && sheet !== null
@@ -20,14 +24,18 @@ T.Popup {
     closePolicy: T.Popup.CloseOnEscape
     implicitWidth: implicitContentWidth
     implicitHeight: implicitContentHeight
-    onAboutToShow: contentItem = sheet.createObject() as Item
+    onAboutToShow: {
+        focusedBefore = parent.Window.activeFocusItem;
+        contentItem = sheet.createObject() as Item;
+    }
     onClosed: {
         contentItem.destroy();
+        focusedBefore?.forceActiveFocus(Qt.PopupFocusReason);
         dismissed();
     }
 
     T.Overlay.modal: Rectangle {
-        radius: root.radius // qmllint disable unqualified
+        radius: root.radius
         color: Theme.shade
     }
     background: Rectangle {

@@ -7,7 +7,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include <numeric>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -153,23 +153,22 @@ void ServerListModelTest::sharedIdsAreToldApart() {
 
 void ServerListModelTest::coalescesAThousandResults() {
     Fixture fleet(numbered(1000));
-    fleet.store->refreshAll();
     QSignalSpy changes(fleet.model.get(), &QAbstractItemModel::dataChanged);
-    QElapsedTimer timer;
-    timer.start();
-    ServerMetrics metrics;
-    for (auto& [name, probe] : fleet.probes) {
-        if (name == u"500"_s)
-            continue;
-        metrics.latencyMs = name.toInt();
-        probe.promise.addResult(metrics);
-        probe.promise.finish();
+    QList<Server> servers = fleet.store->servers();
+    for (qsizetype part = 0; part < 20; ++part) {
+        for (qsizetype row = 0; row < servers.size(); ++row) {
+            if (row == 499)
+                continue;
+            servers[row].metrics.emplace();
+            servers[row].metrics->latencyMs = part;
+        }
+        fleet.store->setServers(servers);
     }
-    QTRY_COMPARE(changes.count(), 999);
+    QVERIFY(changes.isEmpty());
+    QCoreApplication::processEvents();
+    QCOMPARE(changes.count(), 999);
     QVERIFY(std::ranges::none_of(changes, [](const auto& change) { return change[0].toModelIndex().row() == 499; }));
-    QCOMPARE(fleet.card(999).latencyText, u"1000 ms"_s);
-    qInfo("1000 results taken over in %lld ms", timer.elapsed());
-    // The same results again: no row differs but by its check's time, which no card shows.
+    QCOMPARE(fleet.card(999).latencyText, u"19 ms"_s);
 }
 
 void ServerListModelTest::readsTheComputerOncePerChange() {
