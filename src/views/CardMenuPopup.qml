@@ -47,7 +47,7 @@ T.Popup {
     onShowsPinsChanged: list.currentIndex = -1
     modal: true
     focus: true
-    implicitWidth: 272
+    implicitWidth: 304
     implicitHeight: Math.min(list.contentHeight + topPadding + bottomPadding, (parent?.Window.height ?? 0) - 2 * margins)
 
     background: Rectangle {
