@@ -2,9 +2,9 @@
 
 #include "Coding.h"
 #include "OpenSshServer.h"
+#include "ScreenReader.h"
 #include "UserHome.h"
 
-#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
@@ -112,90 +112,6 @@ QByteArrayList windows() {
     ids.removeAll({});
     return ids;
 }
-
-/// The program's windows as a screen reader meets them: what there is to press, and where.
-class ScreenReader {
-public:
-    explicit ScreenReader(const QDBusConnection& session) {
-        const QDBusMessage reply = session.call(
-            QDBusMessage::createMethodCall(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s, u"org.a11y.Bus"_s, u"GetAddress"_s),
-            QDBus::Block, patience);
-        if (reply.type() == QDBusMessage::ReplyMessage)
-            bus_ = QDBusConnection::connectToBus(reply.arguments().constFirst().toString(), u"accessibility"_s);
-    }
-    ~ScreenReader() { QDBusConnection::disconnectFromBus(u"accessibility"_s); }
-    ScreenReader(const ScreenReader&) = delete;
-    ScreenReader& operator=(const ScreenReader&) = delete;
-
-    [[nodiscard]] bool isConnected() const { return bus_.isConnected(); }
-    /// The places on the screen of all elements of that name, from top to bottom.
-    [[nodiscard]] QList<QRect> places(const QString& name) const {
-        QList<QRect> found;
-        collect({u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/accessible/root"_s}, name, found);
-        std::ranges::sort(found, {}, &QRect::top);
-        return found;
-    }
-
-private:
-    struct Element {
-        QString service;
-        QString path;
-    };
-
-    [[nodiscard]] QVariant ask(const Element& element, const QString& interface, const QString& method,
-                               const QVariantList& arguments) const {
-        QDBusMessage message = QDBusMessage::createMethodCall(element.service, element.path, interface, method);
-        message.setArguments(arguments);
-        const QDBusMessage reply = bus_.call(message, QDBus::Block, patience);
-        return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0) : QVariant();
-    }
-
-    void collect(const Element& element, const QString& name, QList<QRect>& found) const {
-        const QVariant named =
-            ask(element, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {u"org.a11y.atspi.Accessible"_s, u"Name"_s});
-        if (named.value<QDBusVariant>().variant().toString() == name)
-            found += place(element);
-        for (const Element& child : children(element))
-            collect(child, name, found);
-    }
-
-    [[nodiscard]] QRect place(const Element& element) const {
-        const QVariant reply = ask(element, u"org.a11y.atspi.Component"_s, u"GetExtents"_s, {0U}); // on the screen
-        int x = 0;
-        int y = 0;
-        int width = 0;
-        int height = 0;
-        if (reply.isValid()) {
-            const auto argument = reply.value<QDBusArgument>();
-            argument.beginStructure();
-            argument >> x >> y >> width >> height;
-            argument.endStructure();
-        }
-        return {x, y, width, height};
-    }
-
-    [[nodiscard]] QList<Element> children(const Element& element) const {
-        QList<Element> result;
-        const QVariant reply = ask(element, u"org.a11y.atspi.Accessible"_s, u"GetChildren"_s, {});
-        if (!reply.isValid())
-            return result;
-        const auto argument = reply.value<QDBusArgument>();
-        argument.beginArray();
-        while (!argument.atEnd()) {
-            Element child;
-            QDBusObjectPath path;
-            argument.beginStructure();
-            argument >> child.service >> path;
-            argument.endStructure();
-            child.path = path.path();
-            result += child;
-        }
-        argument.endArray();
-        return result;
-    }
-
-    QDBusConnection bus_{u"accessibility"_s};
-};
 
 QStringList names(const QList<Server>& servers) {
     QStringList result;
@@ -381,6 +297,17 @@ void DesktopTest::aFleetIsUsedFromTheTray() {
 
     click({300, 800});
     QTRY_COMPARE_WITH_TIMEOUT(windows(), QByteArrayList(), patience);
+    QProcess second;
+    prepare(second);
+    second.setProcessEnvironment(environment);
+    second.start(program_.program(), QStringList());
+    QVERIFY(second.waitForFinished(patience));
+    QCOMPARE(second.exitCode(), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(windows().size(), 1, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(reader.places(u"mail"_s).size(), 1, patience);
+    xdotool(u"key Escape"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(windows(), QByteArrayList(), patience);
+
     program_.terminate();
     QVERIFY(program_.waitForFinished(patience));
     QCOMPARE(program_.exitStatus(), QProcess::NormalExit);
