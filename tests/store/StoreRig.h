@@ -64,9 +64,15 @@ public:
     void startWith(const QList<Server>& servers) {
         write(QStringLiteral("servers.json"), encodeServers(servers).value());
         start();
-        QCoreApplication::processEvents();
-        for (auto& [name, probe] : probes)
-            probe.answer(ServerMetrics());
+        do {
+            QCoreApplication::processEvents(); // a large fleet is probed over several turns
+            for (auto& [name, probe] : probes) {
+                if (!probe.promise.future().isFinished()) {
+                    probe.promise.addResult(ServerMetrics());
+                    probe.promise.finish();
+                }
+            }
+        } while (store->isRefreshing());
         probed.clear();
         alerts.clear();
         store->setServers(servers);
