@@ -1,0 +1,329 @@
+// The popover and its sheets, drawn without a screen: how soon they are there, what a frame costs, and what stays.
+//
+//   bench_popover opening | motion | rest | sheets | memory
+
+#include "Figures.h"
+#include "FreeMemory.h"
+#include "MacHardwareCollector.h"
+#include "PopoverView.h"
+#include "ServerStore.h"
+#include "UIState.h"
+
+#include <QDir>
+#include <QEventLoop>
+#include <QFile>
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+using namespace tarnwick;
+
+namespace {
+
+double threadMilliseconds() {
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+double median(std::vector<double> values) {
+    std::ranges::sort(values);
+    return values[values.size() / 2];
+}
+
+void waitFor(std::chrono::milliseconds time) {
+    QEventLoop loop;
+    QTimer::singleShot(time, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void waitForFrame(QQuickWindow& window) {
+    QEventLoop loop;
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+/// What the main thread works from one frame's end to the next one's, whatever it is: events, models, drawing.
+class FrameMeter : public QObject {
+public:
+    explicit FrameMeter(QQuickWindow& window) {
+        connect(&window, &QQuickWindow::frameSwapped, this, [this] {
+            const double work = threadMilliseconds();
+            const double time = figures::wallMilliseconds();
+            ++frames;
+            worstWork = std::max(worstWork, work - lastWork_);
+            worstGap = std::max(worstGap, time - lastTime_);
+            lastWork_ = work;
+            lastTime_ = time;
+        });
+    }
+    int frames = 0;
+    double worstWork = 0; ///< ms of processor
+    double worstGap = 0;  ///< ms, waiting for a processor included
+
+    [[nodiscard]] QString beside() const {
+        return QStringLiteral("(%1 frames, %2 ms apart at most)").arg(frames).arg(worstGap, 0, 'f', 1);
+    }
+
+private:
+    double lastWork_ = threadMilliseconds();
+    double lastTime_ = figures::wallMilliseconds();
+};
+
+/// A fleet whose hosts all answer at once, each time a little differently, in a home of its own.
+class Fleet {
+public:
+    explicit Fleet(int size) {
+        qputenv("HOME", home.path().toLocal8Bit());
+        store = std::make_unique<ServerStore>(StoreCollaborators{
+            .collect = [this](const Server&) { return QtFuture::makeReadyFuture(answer()); },
+            .clock = [] { return Instant(); },
+            .notify = [](const Alert&, bool, Instant) {},
+            .sshHosts = [] { return QList<SSHConfigHost>(); },
+            .computerName = [] { return std::optional<QString>(); },
+            .folder = home.filePath(QStringLiteral("data")),
+        });
+        QList<Server> servers;
+        for (int i = 0; i < size; ++i) {
+            Server server;
+            server.id = QUuid::createUuid();
+            server.name = QStringLiteral("host-%1").arg(i);
+            server.host = QStringLiteral("host-%1.example").arg(i);
+            server.user = QStringLiteral("root");
+            server.metrics = answer();
+            servers.append(server);
+        }
+        store->setServers(servers);
+        waitFor(std::chrono::milliseconds(100)); // the start-up refresh
+    }
+
+    [[nodiscard]] std::unique_ptr<PopoverView> open() {
+        auto view = std::make_unique<PopoverView>(*store, ui);
+        view->show();
+        waitForFrame(*view);
+        return view;
+    }
+
+    QTemporaryDir home;
+    UIState ui;
+    std::unique_ptr<ServerStore> store;
+
+private:
+    ServerMetrics answer() {
+        ServerMetrics metrics;
+        metrics.cpuPercent = answers_++ * 7 % 60;
+        metrics.memoryUsedMB = 512 + answers_ % 512;
+        metrics.memoryTotalMB = 2048;
+        metrics.diskUsedGB = 10;
+        metrics.diskTotalGB = 40;
+        metrics.uptimeString = QStringLiteral("14");
+        metrics.loadAvg1m = 0.5;
+        metrics.latencyMs = 12 + answers_ % 30;
+        for (int i = 0; i < 3; ++i) {
+            ContainerInfo container;
+            container.id = QStringLiteral("4f1c2a9b7d1%1").arg(i);
+            container.name = QStringLiteral("service-%1").arg(i);
+            container.status = QStringLiteral("Up 12 days");
+            container.state = QStringLiteral("running");
+            metrics.containers.append(container);
+        }
+        return metrics;
+    }
+
+    int answers_ = 0;
+};
+
+void opening(int size, double limit) {
+    Fleet fleet(size);
+    std::vector<double> times;
+    double first = 0;
+    for (int i = 0; i < 21; ++i) {
+        const double start = figures::wallMilliseconds();
+        const auto view = fleet.open();
+        const double time = figures::wallMilliseconds() - start;
+        if (i == 0)
+            first = time;
+        else
+            times.push_back(time);
+    }
+    figures::report(qPrintable(QStringLiteral("%1 servers: click to first frame, median of 20").arg(size)),
+                    median(times), "ms", limit,
+                    QStringLiteral("(worst %1, the process's very first %2 ms)")
+                        .arg(*std::ranges::max_element(times), 0, 'f', 1)
+                        .arg(first, 0, 'f', 1));
+}
+
+void motion() {
+    Fleet fleet(1000);
+    const auto view = fleet.open();
+    waitFor(std::chrono::milliseconds(500));
+    // `step` at the pace of a display, for `steps` frames, and then until all has come to rest.
+    const auto paced = [](int steps, const std::function<void(int)>& step) {
+        for (int i = 0; i < steps; ++i) {
+            step(i);
+            waitFor(std::chrono::milliseconds(16));
+        }
+        waitFor(std::chrono::milliseconds(500));
+    };
+    {
+        const FrameMeter meter(*view);
+        paced(120, [&](int) {
+            const QPointF middle(view->width() / 2.0, view->height() / 2.0);
+            QWheelEvent wheel(middle, middle, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            wheel.setTimestamp(static_cast<quint64>(figures::wallMilliseconds())); // from which the list has its speed
+            QCoreApplication::sendEvent(view.get(), &wheel);
+        });
+        figures::report("1,000 servers, scrolling by wheel: worst frame's work", meter.worstWork, "ms", 16,
+                        meter.beside());
+        auto* const list = view->rootObject()->findChild<QQuickItem*>(QStringLiteral("serverList"));
+        if (list->property("contentY").toReal() < 1000)
+            qFatal("the wheel did not scroll the list");
+        list->setProperty("contentY", -12);
+    }
+    waitFor(std::chrono::milliseconds(500));
+    {
+        const FrameMeter meter(*view);
+        fleet.ui.setDraggedServerId(fleet.store->servers().first().id);
+        paced(120, [&](int i) {
+            if (i % 6 == 0)
+                fleet.store->moveServer(i / 6 % 4, (i / 6 + 1) % 4);
+        });
+        fleet.ui.setDraggedServerId({});
+        figures::report("1,000 servers, live reorder: worst frame's work", meter.worstWork, "ms", 16, meter.beside());
+    }
+    {
+        const FrameMeter meter(*view);
+        for (int cycle = 0; cycle < 3; ++cycle) {
+            fleet.store->refreshAll();
+            waitFor(std::chrono::milliseconds(300));
+        }
+        figures::report("1,000 results arriving at once: worst frame's work", meter.worstWork, "ms", 1000.0 / 30,
+                        meter.beside());
+    }
+}
+
+/// The share of a processor that this process takes while nothing happens, in percent.
+double cpuShare(std::chrono::milliseconds time) {
+    const double cpu = figures::cpuMilliseconds();
+    const double start = figures::wallMilliseconds();
+    waitFor(time);
+    return (figures::cpuMilliseconds() - cpu) / (figures::wallMilliseconds() - start) * 100;
+}
+
+void rest() {
+    Fleet fleet(10);
+    const auto view = fleet.open();
+    waitFor(std::chrono::seconds(1));
+    const FrameMeter meter(*view);
+    const double share = cpuShare(std::chrono::seconds(4));
+    figures::report("open and untouched: frames drawn in 4 s", meter.frames, "", 0);
+    figures::report("open and untouched: processor", share, "%", 0.5);
+}
+
+/// From the flag to the first frame with the sheet, median of five.
+void sheet(Fleet& fleet, const char* name, double limit, const std::function<void(bool)>& show) {
+    const auto view = fleet.open();
+    std::vector<double> times;
+    for (int i = 0; i < 6; ++i) {
+        waitFor(std::chrono::milliseconds(300));
+        const double start = figures::wallMilliseconds();
+        show(true);
+        waitForFrame(*view);
+        if (i > 0) // the first one compiles what all later ones share
+            times.push_back(figures::wallMilliseconds() - start);
+        waitFor(std::chrono::milliseconds(300));
+        show(false);
+    }
+    figures::report(name, median(times), "ms", limit,
+                    QStringLiteral("(worst %1 ms)").arg(*std::ranges::max_element(times), 0, 'f', 1));
+    waitFor(std::chrono::milliseconds(300));
+}
+
+void sheets() {
+    Fleet fleet(10);
+    UIState& ui = fleet.ui;
+    sheet(fleet, "add sheet: flag to first frame", 50, [&](bool on) { ui.setShowingAddServer(on); });
+    sheet(fleet, "settings: flag to first frame", 50, [&](bool on) { ui.setShowingSettings(on); });
+    sheet(fleet, "computer's sheet: flag to first frame", 50, [&](bool on) { ui.setShowingMacInfoSheet(on); });
+    ui.setShowingSettings(true);
+    sheet(fleet, "tour over the settings: flag to first frame", 50, [&](bool on) { ui.setShowingOnboarding(on); });
+    ui.setShowingSettings(false);
+
+    QDir(fleet.home.path()).mkdir(QStringLiteral(".ssh"));
+    QFile config(fleet.home.filePath(QStringLiteral(".ssh/config")));
+    if (!config.open(QIODevice::WriteOnly))
+        qFatal("cannot write the ssh configuration");
+    for (int i = 0; i < 5000; ++i)
+        config.write("Host alias-" + QByteArray::number(i) + "\n  HostName 192.0.2.1\n  IdentityFile ~/.ssh/id\n");
+    config.close();
+    ui.setAddServerTab(0);
+    sheet(fleet, "add sheet with 5,000 ssh hosts: flag to first frame", 200,
+          [&](bool on) { ui.setShowingAddServer(on); });
+
+    std::vector<double> snapshots;
+    for (int i = 0; i < 20; ++i) {
+        const double start = threadMilliseconds();
+        const MacHardwareInfo info = MacHardwareCollector::collect();
+        snapshots.push_back(threadMilliseconds() - start);
+    }
+    figures::report("computer's snapshot: main thread's work, median of 20", median(snapshots), "ms", 2,
+                    QStringLiteral("(worst %1 ms)").arg(*std::ranges::max_element(snapshots), 0, 'f', 2));
+    const auto view = fleet.open();
+    ui.setShowingMacInfoSheet(true);
+    waitFor(std::chrono::seconds(1));
+    figures::report("computer's sheet open: processor", cpuShare(std::chrono::seconds(10)), "%", 1.5);
+    ui.setShowingMacInfoSheet(false);
+}
+
+void memory() {
+    Fleet fleet(10);
+    const auto openings = [&fleet](int count) {
+        for (int i = 0; i < count; ++i) {
+            const auto view = fleet.open();
+            view->hide();
+        }
+        returnFreeMemory();
+        return figures::statusMegabytes("RssAnon");
+    };
+    returnFreeMemory();
+    const double idle = figures::statusMegabytes("RssAnon");
+    const double early = openings(20);
+    const double late = openings(200);
+    figures::report("200 openings: growth of private memory", late - early, "MB", 0.5,
+                    QStringLiteral("(%1 before the first, %2 after 20, %3 after 220)")
+                        .arg(idle, 0, 'f', 1)
+                        .arg(early, 0, 'f', 1)
+                        .arg(late, 0, 'f', 1));
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    configureQuick();
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    const QString what = QCoreApplication::arguments().value(1);
+    if (what == u"opening") {
+        opening(10, 60);
+        opening(1000, 100);
+    } else if (what == u"motion") {
+        motion();
+    } else if (what == u"rest") {
+        rest();
+    } else if (what == u"sheets") {
+        sheets();
+    } else if (what == u"memory") {
+        memory();
+    } else {
+        std::fprintf(stderr, "bench_popover opening | motion | rest | sheets | memory\n");
+        return 2;
+    }
+    return figures::exitStatus();
+}
