@@ -45,7 +45,7 @@ public:
     [[nodiscard]] QString keyPath() const { return folder_.filePath(QStringLiteral("user_key")); }
     /// The line by which a client's known-hosts file knows this server.
     [[nodiscard]] QByteArray knownHostsLine() const;
-    /// What comes first on the search path of its sessions.
+    /// What comes first on the search path of its sessions; a `top` is among it, unless a test brought its own.
     [[nodiscard]] StandIns& standIns() { return standIns_; }
 
 private:
