@@ -19,7 +19,8 @@ void ContainerListModel::setRows(const QList<tarnwick::ContainerRowContent>& row
         beginInsertRows({}, before, after - 1);
         rows_ = rows;
         endInsertRows();
-    } else if (after < before) {
+    }
+    if (after < before) {
         beginRemoveRows({}, after, before - 1);
         rows_ = rows;
         endRemoveRows();
