@@ -1,6 +1,6 @@
 # The commands of this project; each installs what it needs first. See README.md.
 
-.PHONY: run build test lint bench clean
+.PHONY: run build test lint bench screenshots clean
 
 run: build
 	build/tarnwick
@@ -26,6 +26,13 @@ bench:
 	cmake --preset bench
 	cmake --build --preset bench
 	scripts/bench
+
+screenshots:
+	scripts/install-packages build test bench
+	cmake --preset bench
+	cmake --build --preset bench --target tarnwick screenshots symbol-sheet
+	build-bench/tools/screenshots docs/images
+	build-bench/tools/symbol-sheet docs/images/symbols.png
 
 clean:
 	rm -rf build build-test build-bench
