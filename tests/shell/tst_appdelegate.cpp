@@ -90,7 +90,7 @@ private:
         auto popover = std::make_unique<ScriptedPopover>();
         popover_ = popover.get();
         result.popover = std::move(popover);
-        result.makePopoverContent = [this](ServerStore&, UIState&, bool, std::function<void()>) {
+        result.makePopoverContent = [this](ServerStore&, UIState&, bool, const std::function<void()>&) {
             ++contentsMade_;
             return std::make_unique<QWindow>();
         };
