@@ -262,7 +262,7 @@ void sheets() {
     for (int i = 0; i < 5000; ++i)
         config.write("Host alias-" + QByteArray::number(i) + "\n  HostName 192.0.2.1\n  IdentityFile ~/.ssh/id\n");
     config.close();
-    ui.setAddServerTab(0);
+    ui.setAddServerTab(1); // the list of the hosts
     sheet(fleet, "add sheet with 5,000 ssh hosts: flag to first frame", 200,
           [&](bool on) { ui.setShowingAddServer(on); });
 
