@@ -10,7 +10,7 @@ namespace tarnwick {
 
 /// A home folder of its own for every process started while this object lives, so that a test neither reads nor
 /// changes the user's. `HOME` alone would not do: ssh asks the password database, which is answered by libnss-wrapper.
-/// Our own build under a sanitizer cannot be started that way.
+/// Our own build under AddressSanitizer starts that way only with `verify_asan_link_order=0`.
 class UserHome {
 public:
     UserHome();
