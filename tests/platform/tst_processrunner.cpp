@@ -43,7 +43,7 @@ QByteArray outputOf(const QString& script) {
     return outcomeOf(shell(script)).standardOutput;
 }
 
-/// The line of this process's status that tells the ignored signals, read before Qt ignores one of its own.
+/// The line of this process's status that tells the ignored signals, before Qt ignores one of its own.
 QByteArray ignoredAtStart;
 
 QByteArray ignoredSignals() {
@@ -321,6 +321,7 @@ int endApplication(int& argc, char** argv) {
 int main(int argc, char** argv) {
     if (argc == 4 && qstrcmp(argv[1], "--end") == 0)
         return endApplication(argc, argv);
+    std::signal(SIGPIPE, SIG_DFL); // children shall have it so, whoever ignores it
     ignoredAtStart = ignoredSignals();
     const QCoreApplication application(argc, argv);
     ProcessRunnerTest test;
