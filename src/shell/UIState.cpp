@@ -19,6 +19,8 @@ void UIState::setShowingAddServer(bool showing) {
 
 void UIState::setShowingSettings(bool showing) {
     assign(showingSettings_, showing, &UIState::showingSettingsChanged);
+    if (!showing)
+        setShowingOnboarding(false);
 }
 
 void UIState::setShowingMacInfoSheet(bool showing) {

@@ -53,6 +53,7 @@ public:
     [[nodiscard]] const std::optional<QUuid>& draggedServerId() const { return draggedServerId_; }
 
     void setShowingAddServer(bool showing);
+    /// The tour over the settings goes with them.
     void setShowingSettings(bool showing);
     void setShowingMacInfoSheet(bool showing);
     void setShowingOnboarding(bool showing);

@@ -2,8 +2,9 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick
 
-/// A checkbox that is as wide as its line: a label, and at the line's end a detail when there is one.
-T.CheckBox {
+/// A checkbox that is as wide as its line: a label, and at the line's end a detail when there is one. The toolkit's own
+/// checkbox loses memory with each one that is made while a screen reader listens.
+T.AbstractButton {
     id: root
 
     property string symbol
@@ -16,6 +17,8 @@ T.CheckBox {
     implicitHeight: 22
     spacing: 8
     leftPadding: 16 + spacing
+    checkable: true
+    Accessible.role: Accessible.CheckBox
     Keys.onReturnPressed: press()
     Keys.onEnterPressed: press()
 

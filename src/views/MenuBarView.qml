@@ -111,7 +111,7 @@ Rectangle {
     SheetHost {
         id: tour
 
-        presented: root.ui.showingSettings && root.ui.showingOnboarding
+        presented: root.ui.showingOnboarding
         radius: root.radius
         onDismissed: root.ui.showingOnboarding = false
         sheet: Component {

@@ -31,6 +31,8 @@ FocusScope {
         border.color: Theme.blue
     }
     Row {
+        id: row
+
         anchors.fill: parent
         anchors.margins: 2
 
@@ -44,8 +46,8 @@ FocusScope {
                 required property string modelData
                 readonly property bool isCurrent: index === root.current
 
-                width: parent.width / root.captions.length
-                height: parent.height
+                width: row.width / root.captions.length
+                height: row.height
                 text: modelData
                 focusPolicy: Qt.NoFocus
                 Accessible.role: Accessible.PageTab

@@ -13,6 +13,8 @@ T.Popup {
     property bool presented: false
     property real radius: 0
     readonly property size room: visible ? Qt.size(implicitWidth, implicitHeight) : Qt.size(0, 0)
+    /// The sheet while it is presented.
+    property Item shown: null
     /// Gets the keyboard back.
     property Item focusedBefore: null
     signal dismissed
@@ -26,14 +28,18 @@ T.Popup {
     implicitHeight: implicitContentHeight
     onAboutToShow: {
         focusedBefore = parent.Window.activeFocusItem;
-        contentItem = sheet.createObject() as Item;
+        shown = sheet.createObject(contentItem) as Item;
     }
     onClosed: {
-        contentItem.destroy();
+        shown?.destroy();
         focusedBefore?.forceActiveFocus(Qt.PopupFocusReason);
         dismissed();
     }
 
+    contentItem: Item {
+        implicitWidth: root.shown?.implicitWidth ?? 0
+        implicitHeight: root.shown?.implicitHeight ?? 0
+    }
     T.Overlay.modal: Rectangle {
         radius: root.radius
         color: Theme.shade

@@ -150,9 +150,11 @@ private Q_SLOTS:
 
         // Pressing on the status item is a press outside of the popover; its release is the click.
         delegate_->ui()->setShowingSettings(true);
+        delegate_->ui()->setShowingOnboarding(true);
         Q_EMIT popover_->pressedOutside();
         QTRY_VERIFY(!popover_->isShown());
         QVERIFY(!delegate_->ui()->showingSettings());
+        QVERIFY(!delegate_->ui()->showingOnboarding());
         now_ += 249ms;
         Q_EMIT item_->clicked({100, 20});
         QVERIFY(!popover_->isShown());

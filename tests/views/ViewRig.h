@@ -31,26 +31,27 @@ inline void press(QQuickWindow& window, const QString& name) {
                       control->mapToScene({control->width() / 2, control->height() / 2}).toPoint());
 }
 
+/// From here on, a warning from QML fails the test function.
+inline void failOnQmlWarnings() {
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("qrc:")));
+}
+
 /// One view of the module in a window, on a store in a folder of its own.
 class ViewRig : public StoreRig {
 public:
     UIState ui;
     std::unique_ptr<QQuickView> view;
-    QStringList warnings; ///< of the QML engines
 
     ViewRig() {
         static const bool configured = (configureQuick(), true);
         Q_UNUSED(configured)
+        failOnQmlWarnings();
         startWith({});
     }
 
     void show(const QString& name) {
         view = std::make_unique<QQuickView>();
         view->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
-        QObject::connect(view->engine(), &QQmlEngine::warnings, [this](const QList<QQmlError>& errors) {
-            for (const QQmlError& error : errors)
-                warnings += error.toString();
-        });
         view->setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(store.get())},
                                     {QStringLiteral("ui"), QVariant::fromValue(&ui)}});
         view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tarnwick/%1.qml").arg(name)));

@@ -1,10 +1,7 @@
-#include "PopoverView.h"
-#include "StoreRig.h"
+#include "ViewRig.h"
 
 #include <QPointer>
-#include <QQuickItem>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <algorithm>
 
@@ -50,7 +47,10 @@ struct Desk : StoreRig {
     std::map<QString, QPromise<bool>> restarts;
     std::unique_ptr<PopoverView> view;
 
-    explicit Desk(const QList<Server>& servers) { startWith(servers); }
+    explicit Desk(const QList<Server>& servers) {
+        failOnQmlWarnings();
+        startWith(servers);
+    }
     void open() {
         view = std::make_unique<PopoverView>(
             *store, ui,
@@ -184,6 +184,11 @@ void PopoverViewTest::sheets() {
     }
     QTest::keyClick(desk.view.get(), Qt::Key_Escape);
     QCOMPARE(close.count(), 1);
+    // It may also go with its sheets on it.
+    desk.press(button);
+    desk.ui.setShowingOnboarding(true);
+    QTRY_COMPARE(desk.view->size(), QSize(540, std::max(size.height(), 510)));
+    desk.view.reset();
 }
 
 void PopoverViewTest::emptyFleet() {

@@ -109,6 +109,7 @@ private Q_SLOTS:
         rig.item(u"sound"_s)->forceActiveFocus();
         rig.press(Qt::Key_Space);
         QCOMPARE(rig.store->settings().refreshIntervalSeconds, 115);
+        QCOMPARE(rig.store->findChild<QTimer*>()->interval(), 115'000);
         QCOMPARE(rig.store->settings().alertDiskThresholdPercent, 70.0);
         QVERIFY(!rig.store->settings().soundAlerts);
         QCOMPARE(stored(rig).refreshIntervalSeconds, 33);
