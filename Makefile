@@ -1,6 +1,6 @@
 # The commands of this project; each installs what it needs first. See README.md.
 
-.PHONY: run build test lint bench screenshots clean
+.PHONY: run build test lint bench screenshots package clean
 
 run: build
 	build/tarnwick
@@ -34,5 +34,11 @@ screenshots:
 	build-bench/tools/screenshots docs/images
 	build-bench/tools/symbol-sheet docs/images/symbols.png
 
+package:
+	scripts/install-packages build package
+	cmake --preset release
+	cmake --build --preset release
+	scripts/package
+
 clean:
-	rm -rf build build-test build-bench
+	rm -rf build build-test build-bench tarnwick_*.deb
