@@ -1,9 +1,13 @@
 # The commands of this project; each installs what it needs first. See README.md.
 
-.PHONY: run build test lint bench screenshots package clean
+.PHONY: run demo build test lint bench screenshots package clean
 
 run: build
 	build/tarnwick
+
+demo: build
+	scripts/install-packages demo
+	scripts/demo build/tarnwick
 
 build:
 	scripts/install-packages build

@@ -8,36 +8,6 @@ namespace tarnwick {
 
 namespace {
 
-constexpr QByteArrayView dockerScript = R"sh(#!/bin/sh
-here=${0%/*}
-case $1 in
-ps)
-    [ "$2 $3" = "-a --format" ] || exit 125
-    TEMPLATE=$4 awk -F '\t' '
-        function fill(line, field, text,    at) {
-            while (at = index(line, field))
-                line = substr(line, 1, at - 1) text substr(line, at + length(field))
-            return line
-        }
-        {
-            line = fill(fill(fill(ENVIRON["TEMPLATE"], "{{.ID}}", $1), "{{.Names}}", $2), "{{.Image}}", $3)
-            print fill(fill(fill(line, "{{.Status}}", $4), "{{.State}}", $5), "{{.Ports}}", $6)
-        }' "$here/containers.tsv"
-    ;;
-restart)
-    shift
-    echo "$*" >> "$here/restarts.txt"
-    if cut -f 1 "$here/containers.tsv" | grep -qxF -- "$1"; then
-        echo "$1"
-    else
-        echo "Error response from daemon: No such container: $1" >&2
-        exit 1
-    fi
-    ;;
-*) exit 125 ;;
-esac
-)sh";
-
 bool write(const QString& path, QByteArrayView contents) {
     QFile file(path);
     return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
@@ -60,7 +30,9 @@ bool StandIns::addRecording(const QString& name, const QByteArray& output) {
 }
 
 bool StandIns::addDocker(const QByteArray& rows) {
-    return write(folder_.filePath(u"containers.tsv"_s), rows) && add(u"docker"_s, dockerScript.toByteArray());
+    const QString docker = folder_.filePath(u"docker"_s);
+    return write(folder_.filePath(u"containers.tsv"_s), rows) &&
+           (QFile::exists(docker) || QFile::copy(QStringLiteral(TARNWICK_DOCKER), docker));
 }
 
 QStringList StandIns::restarts() const {

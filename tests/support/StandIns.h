@@ -19,8 +19,8 @@ public:
     /// An executable that prints a recorded output, whatever it is asked.
     [[nodiscard]] bool addRecording(const QString& name, const QByteArray& output);
     /// A `docker` whose containers are `rows`, one a line: id, names, image, status, state and ports, separated by
-    /// tabs. It fills the template of `ps --format` with them; `restart` notes the words after it, and fails for a
-    /// container that has no row.
+    /// tabs. It fills the template of `ps --format` with them; `restart` notes the words after it, and starts the
+    /// container; it fails for one that has no row.
     [[nodiscard]] bool addDocker(const QByteArray& rows);
     /// One entry for each `docker restart`, oldest first.
     [[nodiscard]] QStringList restarts() const;
