@@ -47,20 +47,25 @@ bool isReady(int descriptor) {
     return poll(&state, 1, 0) == 1;
 }
 
+/// Asked now and then rather than watched for: where a socket's reader went, the event loop's GLib variety never says
+/// so, and turns without a rest instead.
+bool hasReader(int descriptor) {
+    pollfd state{descriptor, 0, 0}; // an error and a hang-up are told unasked
+    return poll(&state, 1, 0) == 0;
+}
+
 } // namespace
 
 TerminalStatusItem::TerminalStatusItem(int descriptor, QObject* parent)
-    : StatusItem(parent)
-    , descriptor_(descriptor)
-    , room_(descriptor, QSocketNotifier::Write)
-    , hangUp_(descriptor, QSocketNotifier::Exception) {
+    : StatusItem(parent), descriptor_(descriptor), room_(descriptor, QSocketNotifier::Write) {
     std::signal(SIGPIPE, SIG_IGN);
     room_.setEnabled(false);
     connect(&room_, &QSocketNotifier::activated, this, &TerminalStatusItem::write);
-    connect(&hangUp_, &QSocketNotifier::activated, this, &TerminalStatusItem::close);
 }
 
 void TerminalStatusItem::setContent(const StatusItemContent& content) {
+    if (!hasReader(descriptor_))
+        close();
     const QByteArray line = lineOf(content);
     if (closed_ || line == latest_)
         return;
@@ -97,7 +102,6 @@ void TerminalStatusItem::close() {
     closed_ = true;
     unsent_.clear();
     room_.setEnabled(false);
-    hangUp_.setEnabled(false);
     QMetaObject::invokeMethod(this, &TerminalStatusItem::outputClosed, Qt::QueuedConnection);
 }
 

@@ -22,7 +22,8 @@ public:
     void setContent(const StatusItemContent& content) override;
 
 Q_SIGNALS:
-    /// Nobody can read the output any more. Emitted once, from the event loop; nothing is written afterwards.
+    /// Nobody can read the output any more, as seen at the latest content, changed or not. Emitted once, from the event
+    /// loop; nothing is written afterwards.
     void outputClosed();
 
 private:
@@ -36,7 +37,6 @@ private:
     bool begun_ = false; ///< a part of that line is out
     QByteArray next_;    ///< the line to follow a begun one
     QSocketNotifier room_;
-    QSocketNotifier hangUp_;
 };
 
 } // namespace tarnwick
