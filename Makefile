@@ -38,10 +38,8 @@ screenshots:
 	build-bench/tools/screenshots docs/images
 	build-bench/tools/symbol-sheet docs/images/symbols.png
 
-package:
-	scripts/install-packages build package
-	cmake --preset release
-	cmake --build --preset release
+package: build
+	scripts/install-packages package
 	scripts/package
 
 clean:
