@@ -6,6 +6,10 @@ target_compile_definitions(tarnwick_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
 target_compile_options(tarnwick_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Werror)
+# As Debian hardens its own packages: what a monitored host says is read by this program.
+target_compile_options(tarnwick_options INTERFACE
+    $<$<CONFIG:Release>:-fstack-protector-strong> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+target_link_options(tarnwick_options INTERFACE $<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
 if(TARNWICK_SANITIZE)
     target_compile_options(tarnwick_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1 -g1)
