@@ -7,7 +7,6 @@
 #include "UserHome.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
@@ -167,19 +166,14 @@ public:
     }
 
     void waitForText(const QString& text) const {
-        const ScreenReader reader(QDBusConnection::sessionBus());
+        const ScreenReader reader;
         waitFor(text, [&] { return !reader.places(text).isEmpty(); });
     }
 
     /// Presses the topmost element of that name, once it rests, and takes the pointer away.
     void press(const QString& name) const {
-        const ScreenReader reader(QDBusConnection::sessionBus());
-        QRect before;
-        waitFor(name, [&] {
-            const QRect now = reader.places(name).value(0);
-            return now.isValid() && std::exchange(before, now) == now;
-        });
-        click(before.center());
+        if (!desktop_.press(ScreenReader(), name))
+            fail(u"No "_s + name);
         if (!desktop_.moveTo({100, 1000}))
             fail(u"The pointer does not move"_s);
     }

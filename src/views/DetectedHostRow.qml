@@ -63,6 +63,8 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.host.isAdded
             text: "Added"
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             textWeight: Font.Medium
             padding: 8
             implicitHeight: 18

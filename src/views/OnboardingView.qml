@@ -20,6 +20,7 @@ FocusScope {
     focus: true
     Accessible.role: Accessible.Dialog
     Accessible.name: title.text
+    Accessible.description: tour.content.stepSubtitle
     Component.onCompleted: fades = true
 
     OnboardingModel {

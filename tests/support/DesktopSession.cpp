@@ -1,11 +1,15 @@
 #include "DesktopSession.h"
 
+#include "ScreenReader.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
+#include <QThread>
 
 #include <csignal>
 #include <utility>
@@ -56,6 +60,15 @@ QByteArray outputOf(const QString& program, const QStringList& arguments) {
     process.start(program, arguments);
     const bool ended = process.waitForFinished(DesktopSession::patience);
     return ended && process.exitCode() == 0 ? process.readAllStandardOutput() : QByteArray();
+}
+
+/// A property of an object on the session bus; invalid when there is none.
+QVariant property(const QString& service, const QString& path, const QString& interface, const QString& name) {
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(service, path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    message.setArguments({interface, name});
+    const QVariantList reply = QDBusConnection::sessionBus().call(message).arguments();
+    return reply.value(0).value<QDBusVariant>().variant();
 }
 
 } // namespace
@@ -141,12 +154,16 @@ void DesktopSession::run(QProcess& program, const QString& executable, const QSt
 }
 
 QStringList DesktopSession::trayItems() const {
-    QDBusMessage message =
-        QDBusMessage::createMethodCall(u"org.kde.StatusNotifierWatcher"_s, u"/StatusNotifierWatcher"_s,
-                                       u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
-    message.setArguments({u"org.kde.StatusNotifierWatcher"_s, u"RegisteredStatusNotifierItems"_s});
-    const QVariantList reply = QDBusConnection::sessionBus().call(message).arguments();
-    return reply.value(0).value<QDBusVariant>().variant().toStringList();
+    return property(u"org.kde.StatusNotifierWatcher"_s, u"/StatusNotifierWatcher"_s, u"org.kde.StatusNotifierWatcher"_s,
+                    u"RegisteredStatusNotifierItems"_s)
+        .toStringList();
+}
+
+QString DesktopSession::label() const {
+    const QString item = trayItems().value(0);
+    return property(item.section(u'/', 0, 0), u'/' + item.section(u'/', 1), u"org.kde.StatusNotifierItem"_s,
+                    u"XAyatanaLabel"_s)
+        .toString();
 }
 
 QByteArrayList DesktopSession::windows() const {
@@ -166,6 +183,21 @@ bool DesktopSession::moveTo(QPoint point) const {
 
 bool DesktopSession::click(QPoint point) const {
     return moveTo(point) && xdotool(u"click 1"_s);
+}
+
+QRect DesktopSession::restingPlace(const ScreenReader& reader, const QString& name) const {
+    QRect before;
+    for (const QDeadlineTimer deadline(patience); !deadline.hasExpired(); QThread::msleep(50)) {
+        const QRect now = reader.places(name).value(0);
+        if (now.isValid() && std::exchange(before, now) == now)
+            return now;
+    }
+    return {};
+}
+
+bool DesktopSession::press(const ScreenReader& reader, const QString& name) const {
+    const QRect place = restingPlace(reader, name);
+    return place.isValid() && click(place.center());
 }
 
 bool DesktopSession::xdotool(const QString& words) const {

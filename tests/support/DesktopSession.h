@@ -9,6 +9,8 @@
 
 namespace tarnwick {
 
+class ScreenReader;
+
 /// A desktop of its own: a real X server, a session bus, and a panel with a tray. While it runs, the environment of
 /// this process leads there. Whatever takes longer than `patience` has failed.
 class DesktopSession {
@@ -32,6 +34,8 @@ public:
     void run(QProcess& program, const QString& executable, const QStringList& variables = {}) const;
     /// The items that the tray knows of.
     [[nodiscard]] QStringList trayItems() const;
+    /// The text of the first one.
+    [[nodiscard]] QString label() const;
     /// The visible windows of the program.
     [[nodiscard]] QByteArrayList windows() const;
     /// What a window shows; null when there is none. The whole screen: "root".
@@ -40,6 +44,10 @@ public:
     /// Real actions of the user's hand; false when they could not be done.
     [[nodiscard]] bool moveTo(QPoint point) const;
     [[nodiscard]] bool click(QPoint point) const;
+    /// The place of the topmost element of that name, once it is there and has come to rest; invalid when it never is.
+    [[nodiscard]] QRect restingPlace(const ScreenReader& reader, const QString& name) const;
+    /// Clicks on it there.
+    [[nodiscard]] bool press(const ScreenReader& reader, const QString& name) const;
     /// The words of an xdotool command.
     [[nodiscard]] bool xdotool(const QString& words) const;
 

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "Coding.h"
+#include "DesktopSession.h"
+#include "ScreenReader.h"
+#include "UserHome.h"
+
+#include <QDBusConnectionInterface>
+#include <QFile>
+#include <QTest>
+
+#include <memory>
+
+namespace tarnwick {
+
+/// The built program in a home and on a desktop of its own, and what it has stored there.
+struct DesktopRig {
+    UserHome home;
+    DesktopSession desktop;
+    QProcess program;
+    std::unique_ptr<ScreenReader> reader;
+
+    ~DesktopRig() { DesktopSession::end(program); }
+
+    void start() {
+        QCOMPARE(home.error(), QString());
+        QCOMPARE(desktop.start(home.folder()), QString());
+        const QString tray = QStringLiteral("org.kde.StatusNotifierWatcher");
+        QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::sessionBus().interface()->isServiceRegistered(tray),
+                                 DesktopSession::patience);
+        reader = std::make_unique<ScreenReader>();
+        QVERIFY2(reader->isConnected(), "No accessibility bus: install at-spi2-core");
+    }
+    /// Starts the program, and returns when its item is in the tray and shown.
+    void launch() {
+        desktop.run(program, QStringLiteral(TARNWICK_EXECUTABLE));
+        QTRY_COMPARE_WITH_TIMEOUT(desktop.trayItems().size(), 1, DesktopSession::patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!isOfOneColor(DesktopSession::itemPlace), DesktopSession::patience);
+    }
+    /// The program has ended, or ends now, with nothing to complain about.
+    void expectEnd() {
+        QVERIFY(program.state() == QProcess::NotRunning || program.waitForFinished(DesktopSession::patience));
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(desktop.trayItems(), QStringList(), DesktopSession::patience);
+    }
+
+    /// Whether a place on the screen is blank.
+    [[nodiscard]] bool isOfOneColor(const QRect& place) const {
+        const QImage shown = desktop.picture().copy(place).convertToFormat(QImage::Format_RGB32);
+        QImage even = shown;
+        even.fill(shown.pixel(0, 0));
+        return shown == even;
+    }
+
+    [[nodiscard]] QString path(const QString& name) const {
+        return home.folder() + QStringLiteral("/.local/share/Tarnwick/") + name;
+    }
+    [[nodiscard]] QByteArray stored(const QString& name) const {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    /// Empty while there is no whole file.
+    [[nodiscard]] QList<Server> servers() const {
+        const auto decoded = decodeServers(stored(QStringLiteral("servers.json")));
+        const auto* servers = std::get_if<QList<Server>>(&decoded);
+        return servers ? *servers : QList<Server>();
+    }
+    [[nodiscard]] AppSettings settings() const {
+        const auto decoded = decodeSettings(stored(QStringLiteral("settings.json")));
+        const auto* settings = std::get_if<AppSettings>(&decoded);
+        return settings ? *settings : AppSettings();
+    }
+    [[nodiscard]] QStringList names() const {
+        QStringList result;
+        for (const Server& server : servers())
+            result += server.name;
+        return result;
+    }
+};
+
+} // namespace tarnwick
+
+/// A condition that comes true within the desktop's patience.
+#define DESKTOP_VERIFY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, DesktopSession::patience)
+#define DESKTOP_COMPARE(actual, expected) QTRY_COMPARE_WITH_TIMEOUT(actual, expected, DesktopSession::patience)
+/// Clicks on the topmost element of that name.
+#define DESKTOP_PRESS(rig, name) QVERIFY2((rig).desktop.press(*(rig).reader, name), qPrintable(name))

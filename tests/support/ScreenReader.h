@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QList>
+#include <QRect>
+#include <QString>
+#include <QVariant>
+
+namespace tarnwick {
+
+/// The program's windows as a screen reader meets them: what there is to press, and where. It waits for each answer,
+/// but not for what is not there.
+class ScreenReader {
+public:
+    explicit ScreenReader(const QDBusConnection& session = QDBusConnection::sessionBus());
+    ~ScreenReader();
+    ScreenReader(const ScreenReader&) = delete;
+    ScreenReader& operator=(const ScreenReader&) = delete;
+
+    [[nodiscard]] bool isConnected() const { return bus_.isConnected(); }
+    /// The places on the screen of all shown elements of that name, from top to bottom.
+    [[nodiscard]] QList<QRect> places(const QString& name) const;
+    /// What is read out after the name of the first element of that name; empty when there is none.
+    [[nodiscard]] QString description(const QString& name) const;
+
+private:
+    struct Element {
+        QString service;
+        QString path;
+    };
+
+    [[nodiscard]] QVariant ask(const Element& element, const QString& interface, const QString& method,
+                               const QVariantList& arguments) const;
+    [[nodiscard]] QString text(const Element& element, const QString& property) const;
+    [[nodiscard]] QList<Element> elements(const QString& name) const;
+    void collect(const Element& element, const QString& name, QList<Element>& found) const;
+    [[nodiscard]] QRect place(const Element& element) const;
+    [[nodiscard]] bool isShown(const Element& element) const;
+    [[nodiscard]] QList<Element> children(const Element& element) const;
+
+    QDBusConnection bus_{QStringLiteral("accessibility")};
+};
+
+} // namespace tarnwick
