@@ -1,5 +1,7 @@
 #include "PopoverView.h"
 
+#include "IdleAccessibility.h"
+
 #include <QKeyEvent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -14,6 +16,7 @@ namespace tarnwick {
 
 void configureQuick() {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    spareIdleAccessibility();
     // A static library's types register themselves only where something refers to their registration.
     static void (*volatile const registration)() = &qml_register_types_Tarnwick;
     Q_UNUSED(registration)

@@ -145,7 +145,7 @@ void DesktopSession::run(QProcess& program, const QString& executable, const QSt
     // libnss-wrapper stands before it and hides one, and the views' module has a copy of what it shares with the
     // program, which the loader leaves unused.
     environment.insert(u"ASAN_OPTIONS"_s,
-                       environment.value(u"ASAN_OPTIONS"_s) + u":verify_asan_link_order=0:detect_odr_violation=0"_s);
+                       environment.value(u"ASAN_OPTIONS"_s) + u":verify_asan_link_order=0"_s);
     environment.insert(u"NSS_WRAPPER_DISABLE_DEEPBIND"_s, u"1"_s);
     for (const QString& variable : variables)
         environment.insert(variable.section(u'=', 0, 0), variable.section(u'=', 1));

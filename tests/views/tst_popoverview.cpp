@@ -1,5 +1,6 @@
 #include "ViewRig.h"
 
+#include <QAccessible>
 #include <QPointer>
 #include <QSignalSpy>
 
@@ -109,6 +110,7 @@ class PopoverViewTest : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { configureQuick(); }
+    void accessibleOnceSomebodyListens();
     void headerAndFooter();
     void sheets_data();
     void sheets();
@@ -126,6 +128,21 @@ private Q_SLOTS:
     void cardsStandInOrderAfterChanges();
     void aThousandCards();
 };
+
+/// Also of a popover that was open before.
+void PopoverViewTest::accessibleOnceSomebodyListens() {
+    Desk desk({StoreRig::server(u"a"_s)});
+    desk.open();
+    const auto refresh = [&desk] {
+        return QAccessible::queryAccessibleInterface(desk.all(u"Refresh All Servers"_s).value(0));
+    };
+    QVERIFY(refresh());
+    QCOMPARE(refresh()->role(), QAccessible::NoRole);
+    QAccessible::setActive(true);
+    QCOMPARE(refresh()->role(), QAccessible::Button);
+    QVERIFY(refresh()->parent());
+    QAccessible::setActive(false);
+}
 
 void PopoverViewTest::headerAndFooter() {
     Desk desk({StoreRig::server(u"a"_s)});
