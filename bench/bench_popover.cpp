@@ -8,6 +8,7 @@
 #include "PopoverView.h"
 #include "ServerStore.h"
 #include "UIState.h"
+#include "WindowMemory.h"
 
 #include <QDir>
 #include <QEventLoop>
@@ -145,8 +146,10 @@ void opening(int size, double limit) {
     double first = 0;
     for (int i = 0; i < 21; ++i) {
         const double start = figures::wallMilliseconds();
-        const auto view = fleet.open();
+        auto view = fleet.open();
         const double time = figures::wallMilliseconds() - start;
+        view.reset();
+        returnWindowMemory(); // as after every closing
         if (i == 0)
             first = time;
         else
@@ -285,13 +288,14 @@ void memory() {
     Fleet fleet(10);
     const auto openings = [&fleet](int count) {
         for (int i = 0; i < count; ++i) {
-            const auto view = fleet.open();
+            auto view = fleet.open();
             view->hide();
+            view.reset();
+            returnWindowMemory();
         }
-        returnFreeMemory();
         return figures::statusMegabytes("RssAnon");
     };
-    returnFreeMemory();
+    returnWindowMemory();
     const double idle = figures::statusMegabytes("RssAnon");
     const double early = openings(20);
     const double late = openings(200);
@@ -305,6 +309,7 @@ void memory() {
 } // namespace
 
 int main(int argc, char* argv[]) {
+    shareHeaps();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     configureQuick();
     QGuiApplication app(argc, argv);

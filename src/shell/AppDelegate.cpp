@@ -1,5 +1,7 @@
 #include "AppDelegate.h"
 
+#include "WindowMemory.h"
+
 #include <QEvent>
 
 using namespace std::chrono_literals;
@@ -110,8 +112,10 @@ void AppDelegate::finishOnboarding() {
 }
 
 bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == onboardingWindow_.get() && event->type() == QEvent::Close)
+    if (watched == onboardingWindow_.get() && event->type() == QEvent::Close) {
+        connect(watched, &QObject::destroyed, this, &returnWindowMemory, Qt::QueuedConnection);
         onboardingWindow_.release()->deleteLater();
+    }
     return QObject::eventFilter(watched, event);
 }
 

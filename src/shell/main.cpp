@@ -2,6 +2,7 @@
 #include "DesktopPopover.h"
 #include "DesktopStatusItem.h"
 #include "DisplayServer.h"
+#include "FreeMemory.h"
 #include "MacHardwareCollector.h"
 #include "ProcessRunner.h"
 #include "SingleInstance.h"
@@ -98,6 +99,7 @@ void addTerminal(AppSurroundings& surroundings) {
 } // namespace
 
 int main(int argc, char* argv[]) {
+    shareHeaps();
     occupyStandardStreams();
     ProcessRunner::raiseOpenFileLimit();
     const bool hasDisplay = DisplayServer::isReachable();
