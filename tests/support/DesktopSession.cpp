@@ -141,11 +141,9 @@ void DesktopSession::run(QProcess& program, const QString& executable, const QSt
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
     environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
-    // The sanitizer wants to be the first library, to see every library, and to find each object in one of them; but
-    // libnss-wrapper stands before it and hides one, and the views' module has a copy of what it shares with the
-    // program, which the loader leaves unused.
-    environment.insert(u"ASAN_OPTIONS"_s,
-                       environment.value(u"ASAN_OPTIONS"_s) + u":verify_asan_link_order=0"_s);
+    // The sanitizer wants to be the first library, and to see every library; but libnss-wrapper stands before it and
+    // hides one.
+    environment.insert(u"ASAN_OPTIONS"_s, environment.value(u"ASAN_OPTIONS"_s) + u":verify_asan_link_order=0"_s);
     environment.insert(u"NSS_WRAPPER_DISABLE_DEEPBIND"_s, u"1"_s);
     for (const QString& variable : variables)
         environment.insert(variable.section(u'=', 0, 0), variable.section(u'=', 1));
