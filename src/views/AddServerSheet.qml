@@ -92,9 +92,9 @@ FocusScope {
             id: list
 
             anchors.fill: parent
-            visible: !form.visible
+            visible: root.ui.addServerTab !== 0
             server: server
         }
     }
-    Component.onCompleted: (form.visible ? form : list).focus = true
+    Component.onCompleted: (ui.addServerTab === 0 ? form : list).focus = true
 }

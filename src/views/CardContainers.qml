@@ -45,6 +45,7 @@ Column {
                 id: list
 
                 width: parent.width
+                topPadding: 4
                 bottomPadding: 12
                 card: root.content
                 actions: root.actions

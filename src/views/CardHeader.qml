@@ -41,7 +41,7 @@ Item {
             symbol: "thermometer.medium"
             textWeight: Font.DemiBold
             tint: Theme.textColor(ColorRole.Orange)
-            fill: Theme.translucent(Theme.orange, 0.12)
+            fill: Theme.translucent(Theme.orange, 0.1)
             onClicked: root.actions.showHardware()
         }
         Capsule {

@@ -33,6 +33,6 @@ Item {
         text: root.sensor.temperature
         textWeight: Font.DemiBold
         tint: Theme.textColor(root.sensor.role)
-        color: Theme.translucent(Theme.color(root.sensor.role), 0.12)
+        color: Theme.translucent(Theme.color(root.sensor.role), 0.1)
     }
 }

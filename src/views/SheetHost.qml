@@ -36,7 +36,8 @@ T.Popup {
         dismissed();
     }
 
-    contentItem: Item {
+    contentItem: FocusScope {
+        focus: true
         implicitWidth: root.shown?.implicitWidth ?? 0
         implicitHeight: root.shown?.implicitHeight ?? 0
     }

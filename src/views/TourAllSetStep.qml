@@ -60,7 +60,7 @@ Item {
                     text: "100% Free"
                     textWeight: Font.DemiBold
                     tint: Theme.textColor(ColorRole.Green)
-                    color: Theme.translucent(Theme.green, 0.12)
+                    color: Theme.translucent(Theme.green, 0.06)
                 }
             }
             Paragraph {

@@ -44,6 +44,8 @@ private Q_SLOTS:
         row("blank", {u"a"_s, u"b"_s, u" \t"_s, u" "_s, u"\t "_s}, u"a|b|root|22|remote|docker|-"_s);
         row("only spaces and tabs are blanks", {u"\u00a0"_s, u"\u2003b"_s, u"\u00a0"_s, u"2222\u00a0"_s, u"\u00a0"_s},
             u"\u00a0|\u2003b|\u00a0|22|remote|docker|\u00a0"_s);
+        const QString longName(10'000, u'x');
+        row("long", {longName, u"b"_s, u"root"_s, u"22"_s, u""_s}, longName + u"|b|root|22|remote|docker|-"_s);
         const QList<std::pair<QString, QString>> ports{
             {u"abc"_s, u"22"_s},    {u"+2222"_s, u"2222"_s},
             {u"-1"_s, u"-1"_s},     {u"-"_s, u"22"_s},
@@ -57,9 +59,9 @@ private Q_SLOTS:
         for (const auto& [typed, port] : ports)
             row(qPrintable(u"port "_s + typed), {u"a"_s, u"b"_s, u"me"_s, typed, u""_s},
                 u"a|b|me|%1|remote|docker|-"_s.arg(port));
-        const QList<std::pair<QString, bool>> hosts{{u"localhost"_s, true},    {u"127.0.0.1"_s, true},
-                                                    {u" localhost\t"_s, true}, {u"LOCALHOST"_s, false},
-                                                    {u"::1"_s, false},         {u"localhost."_s, false}};
+        const QList<std::pair<QString, bool>> hosts{
+            {u"localhost"_s, true}, {u"127.0.0.1"_s, true},   {u" localhost\t"_s, true}, {u"LOCALHOST"_s, false},
+            {u"::1"_s, false},      {u"localhost."_s, false}, {u"-oProxy=x"_s, false},   {u"two hosts"_s, false}};
         for (const auto& [typed, isLocal] : hosts)
             row(qPrintable(u"host "_s + typed), {u"a"_s, typed, u"me"_s, u"22"_s, u""_s},
                 u"a|%1|me|22|%2|docker|-"_s.arg(typed.trimmed(), isLocal ? u"local"_s : u"remote"_s));
@@ -209,8 +211,11 @@ private Q_SLOTS:
         QByteArray many;
         for (int number = 0; number < 5'000; ++number)
             many += "Host h" + QByteArray::number(number) + "\nIdentityFile ~/k\n";
-        const QList<std::pair<QByteArray, QString>> files{
-            {"", u"0"_s}, {many, u"5000"_s}, {"Host a\nHost *\n", u"1"_s}, {"Host \xff\n", u"0"_s}};
+        const QList<std::pair<QByteArray, QString>> files{{"", u"0"_s},
+                                                          {many, u"5000"_s},
+                                                          {"Host a\nHost *\n", u"1"_s},
+                                                          {"Host \xff\n", u"0"_s},
+                                                          {"Host " + QByteArray(1 << 20, 'x'), u"1"_s}};
         for (const auto& [text, count] : files) {
             writeConfig(text);
             rig.showSheet(u"AddServerSheet"_s);
