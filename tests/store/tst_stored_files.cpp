@@ -72,6 +72,8 @@ private Q_SLOTS:
                                       << "{"_ba;
         QTest::newRow("an entry lacks a key") << "[{\"name\":\"web\"}]"_ba
                                               << "{\"soundAlerts\":1}"_ba;
+        QTest::newRow("of another type") << "{}"_ba
+                                         << "[]"_ba;
         QTest::newRow("both empty") << ""_ba
                                     << ""_ba;
         QTest::newRow("not text") << "\xff\xfe\x00\x00"_ba << QByteArray(4096, '\0');
