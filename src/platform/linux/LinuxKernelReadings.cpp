@@ -5,13 +5,14 @@
 #include "LinuxThermalState.h"
 
 #include <QDir>
-#include <QStorageInfo>
+#include <QFile>
 
 #include <algorithm>
 #include <array>
 #include <ctime>
 #include <limits>
 
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -179,12 +180,13 @@ ThermalState LinuxKernelReadings::thermalState() {
 }
 
 std::optional<VolumeSpace> LinuxKernelReadings::homeVolume() {
-    const QStorageInfo volume(QDir::homePath());
-    if (!volume.isValid() || !volume.isReady() || volume.bytesTotal() <= 0) {
+    // Asked of the folder itself: QStorageInfo looks for a mount point, and a changed root may show none.
+    struct statvfs volume {};
+    if (::statvfs(QFile::encodeName(QDir::homePath()).constData(), &volume) != 0 || volume.f_blocks == 0)
         return std::nullopt;
-    }
     // Free, not available: what is kept back for root is not used, as `df` counts it.
-    return VolumeSpace{.size = volume.bytesTotal(), .free = volume.bytesFree()};
+    return VolumeSpace{.size = static_cast<qint64>(volume.f_blocks * volume.f_frsize),
+                       .free = static_cast<qint64>(volume.f_bfree * volume.f_frsize)};
 }
 
 qint64 LinuxKernelReadings::wallClockSeconds() {
