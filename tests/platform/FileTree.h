@@ -16,25 +16,22 @@ public:
     void write(const QString& path, const QByteArray& content) const {
         QDir().mkpath(QFileInfo(full(path)).path());
         QFile file(full(path));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
             qFatal("cannot write %s", qPrintable(full(path)));
-        }
     }
 
     void link(const QString& path, const QString& target) const {
         QDir().mkpath(QFileInfo(full(path)).path());
-        if (!QFile::link(target, full(path))) {
+        if (!QFile::link(target, full(path)))
             qFatal("cannot link %s", qPrintable(full(path)));
-        }
     }
 
     /// Takes a folder away. Its files are emptied first: one that is still open then has nothing to say any more, as
     /// those of a device that is gone.
     void remove(const QString& path) const {
         QDir folder(full(path));
-        for (const QString& file : folder.entryList(QDir::Files)) {
+        for (const QString& file : folder.entryList(QDir::Files))
             QFile::resize(folder.filePath(file), 0);
-        }
         folder.removeRecursively();
     }
 

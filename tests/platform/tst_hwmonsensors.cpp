@@ -105,148 +105,131 @@ class HwmonSensorsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void machines_data();
-    void machines();
-    void sameDriverTwice();
-    void noSensorsAtAll();
-    void readsAnew();
-    void sensorWithoutAnAnswerStays();
-    void vanishedDeviceGoes();
-    void replacedDeviceIsFoundAtOnce();
-    void newDeviceAppears();
-    void sleepingDeviceIsNotAsked();
-    void idleSecondCardIsLeftAlone();
+    void machines_data() {
+        QTest::addColumn<QByteArray>("capture");
+        QTest::addColumn<QStringList>("expected");
+        QTest::newRow("Intel laptop") << QByteArray(intelLaptop)
+                                      << QStringList{u"acpitz=27.8"_s,
+                                                     u"iwlwifi_1=41"_s,
+                                                     u"tdie coretemp Package id 0=47"_s,
+                                                     u"tdie coretemp Core 0=45"_s,
+                                                     u"tdie coretemp Core 12=46"_s,
+                                                     u"thinkpad CPU=46"_s,
+                                                     u"thinkpad temp3=0"_s,
+                                                     u"SSD nvme Sensor 1=51.85"_s,
+                                                     u"SSD nvme Composite=37.85"_s};
+        QTest::newRow("Ryzen desktop") << QByteArray(ryzenDesktop)
+                                       << QStringList{u"SSD drivetemp=31"_s,        u"k10temp Tctl=66.25"_s,
+                                                      u"tdie k10temp Tdie=46.25"_s, u"tdie amdgpu edge=44"_s,
+                                                      u"amdgpu mem=52"_s,           u"tdev asusec VRM=49"_s,
+                                                      u"nct6798 SYSTIN=35"_s,       u"SSD nvme Composite=40.85"_s};
+        QTest::newRow("Raspberry Pi") << QByteArray(raspberryPi) << QStringList{u"tdie cpu_thermal=48.686"_s};
+        QTest::newRow("broken values") << QByteArray(brokenValues)
+                                       << QStringList{u"tdie k10temp Tctl=?"_s, u"tdie k10temp Tccd1=?"_s,
+                                                      u"tdie k10temp Tccd2=-61"_s, u"?=42.5"_s, u"tdev VRM=43.5"_s};
+    }
+    void machines() {
+        QFETCH(const QByteArray, capture);
+        const FileTree tree;
+        install(tree, capture);
+        LinuxTemperatureSensors sensors(tree.root());
+        QTEST(told(sensors), "expected");
+    }
+
+    void sameDriverTwice() {
+        const FileTree tree;
+        install(tree, "hwmon0 name nvme\nhwmon0 temp1_input 30000\nhwmon1 name nvme\nhwmon1 temp1_input 31000\n");
+        tree.write(u"sys/devices/nvme0/model"_s, "one");
+        tree.link(u"sys/class/hwmon/hwmon0/device"_s, tree.full(u"sys/devices/nvme0"_s));
+        LinuxTemperatureSensors sensors(tree.root());
+        QCOMPARE(told(sensors), (QStringList{u"SSD nvme (nvme0)=30"_s, u"SSD nvme (hwmon1)=31"_s}));
+    }
+
+    void noSensorsAtAll() {
+        const FileTree tree;
+        LinuxTemperatureSensors sensors(tree.root());
+        QCOMPARE(sensors.read().has_value(), false);
+        QDir().mkpath(tree.full(u"sys/class/hwmon"_s));
+        LinuxTemperatureSensors container(tree.root() + u'/');
+        QCOMPARE(container.read().has_value(), true);
+        QCOMPARE(container.read()->size(), 0);
+    }
+
+    void readsAnew() {
+        const FileTree tree;
+        install(tree, raspberryPi);
+        LinuxTemperatureSensors sensors(tree.root());
+        QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=48.686"_s});
+        tree.write(u"sys/class/hwmon/hwmon0/temp1_input"_s, "51000\n");
+        QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=51"_s});
+    }
+
+    void sensorWithoutAnAnswerStays() {
+        const FileTree tree;
+        install(tree, "hwmon0 name iwlwifi_1\nhwmon1 name acpitz\nhwmon1 temp1_input 30000\n");
+        tree.link(u"sys/class/hwmon/hwmon0/temp1_input"_s, u"/proc/self/mem"_s); // reading its beginning fails with EIO
+        LinuxTemperatureSensors sensors(tree.root());
+        for (int read = 0; read < 30; ++read)
+            QCOMPARE(told(sensors), (QStringList{u"iwlwifi_1=?"_s, u"acpitz=30"_s}));
+    }
+
+    void vanishedDeviceGoes() {
+        const FileTree tree;
+        install(tree, ryzenDesktop);
+        LinuxTemperatureSensors sensors(tree.root());
+        QVERIFY(told(sensors).contains(u"SSD drivetemp=31"_s));
+        tree.remove(u"sys/class/hwmon/hwmon1"_s);
+        QVERIFY(told(sensors).contains(u"SSD drivetemp=?"_s));
+        for (int read = 0; read < 10; ++read)
+            (void)sensors.read();
+        QVERIFY(told(sensors).filter(u"drivetemp"_s).isEmpty());
+        QCOMPARE(told(sensors).last(), u"SSD nvme Composite=40.85"_s);
+    }
+
+    void replacedDeviceIsFoundAtOnce() {
+        const FileTree tree;
+        install(tree, raspberryPi);
+        LinuxTemperatureSensors sensors(tree.root());
+        for (int read = 0; read < 15; ++read)
+            (void)sensors.read();
+        tree.remove(u"sys/class/hwmon/hwmon0"_s);
+        install(tree, raspberryPi); // under the same number, as a driver that is loaded again
+        QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=?"_s});
+        QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=48.686"_s});
+    }
+
+    void newDeviceAppears() {
+        const FileTree tree;
+        install(tree, raspberryPi);
+        LinuxTemperatureSensors sensors(tree.root());
+        QCOMPARE(told(sensors).size(), 1);
+        install(tree, "hwmon2 name nvme\nhwmon2 temp1_input 33000\n");
+        for (int read = 0; read < 10; ++read)
+            (void)sensors.read();
+        QCOMPARE(told(sensors), (QStringList{u"tdie cpu_thermal=48.686"_s, u"SSD nvme=33"_s}));
+    }
+
+    void sleepingDeviceIsNotAsked() {
+        const FileTree tree;
+        install(tree, "hwmon0 name amdgpu\nhwmon0 temp1_input 44000\nhwmon0 device/power/runtime_status suspended\n");
+        LinuxTemperatureSensors sensors(tree.root());
+        QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=?"_s});
+        tree.write(u"sys/class/hwmon/hwmon0/device/power/runtime_status"_s, "active\n");
+        QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=44"_s});
+    }
+
+    void idleSecondCardIsLeftAlone() {
+        const FileTree tree;
+        install(tree, "hwmon0 name amdgpu\nhwmon0 temp1_input 44000\nhwmon0 device/power/runtime_status active\n"
+                      "hwmon0 device/power/control auto\nhwmon0 device/boot_vga 0\n");
+        LinuxTemperatureSensors sensors(tree.root());
+        QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=44"_s});
+        tree.write(u"sys/class/hwmon/hwmon0/temp1_input"_s, "48000\n");
+        QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=44"_s});
+        tree.write(u"sys/class/hwmon/hwmon0/device/power/runtime_status"_s, "suspended\n");
+        QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=?"_s});
+    }
 };
-
-void HwmonSensorsTest::machines_data() {
-    QTest::addColumn<QByteArray>("capture");
-    QTest::addColumn<QStringList>("expected");
-    QTest::newRow("Intel laptop") << QByteArray(intelLaptop)
-                                  << QStringList{u"acpitz=27.8"_s,
-                                                 u"iwlwifi_1=41"_s,
-                                                 u"tdie coretemp Package id 0=47"_s,
-                                                 u"tdie coretemp Core 0=45"_s,
-                                                 u"tdie coretemp Core 12=46"_s,
-                                                 u"thinkpad CPU=46"_s,
-                                                 u"thinkpad temp3=0"_s,
-                                                 u"SSD nvme Sensor 1=51.85"_s,
-                                                 u"SSD nvme Composite=37.85"_s};
-    QTest::newRow("Ryzen desktop") << QByteArray(ryzenDesktop)
-                                   << QStringList{u"SSD drivetemp=31"_s,        u"k10temp Tctl=66.25"_s,
-                                                  u"tdie k10temp Tdie=46.25"_s, u"tdie amdgpu edge=44"_s,
-                                                  u"amdgpu mem=52"_s,           u"tdev asusec VRM=49"_s,
-                                                  u"nct6798 SYSTIN=35"_s,       u"SSD nvme Composite=40.85"_s};
-    QTest::newRow("Raspberry Pi") << QByteArray(raspberryPi) << QStringList{u"tdie cpu_thermal=48.686"_s};
-    QTest::newRow("broken values") << QByteArray(brokenValues)
-                                   << QStringList{u"tdie k10temp Tctl=?"_s, u"tdie k10temp Tccd1=?"_s,
-                                                  u"tdie k10temp Tccd2=-61"_s, u"?=42.5"_s, u"tdev VRM=43.5"_s};
-}
-
-void HwmonSensorsTest::machines() {
-    QFETCH(const QByteArray, capture);
-    const FileTree tree;
-    install(tree, capture);
-    LinuxTemperatureSensors sensors(tree.root());
-    QTEST(told(sensors), "expected");
-}
-
-void HwmonSensorsTest::sameDriverTwice() {
-    const FileTree tree;
-    install(tree, "hwmon0 name nvme\nhwmon0 temp1_input 30000\nhwmon1 name nvme\nhwmon1 temp1_input 31000\n");
-    tree.write(u"sys/devices/nvme0/model"_s, "one");
-    tree.link(u"sys/class/hwmon/hwmon0/device"_s, tree.full(u"sys/devices/nvme0"_s));
-    LinuxTemperatureSensors sensors(tree.root());
-    QCOMPARE(told(sensors), (QStringList{u"SSD nvme (nvme0)=30"_s, u"SSD nvme (hwmon1)=31"_s}));
-}
-
-void HwmonSensorsTest::noSensorsAtAll() {
-    const FileTree tree;
-    LinuxTemperatureSensors sensors(tree.root());
-    QCOMPARE(sensors.read().has_value(), false);
-    QDir().mkpath(tree.full(u"sys/class/hwmon"_s));
-    LinuxTemperatureSensors container(tree.root() + u'/');
-    QCOMPARE(container.read().has_value(), true);
-    QCOMPARE(container.read()->size(), 0);
-}
-
-void HwmonSensorsTest::readsAnew() {
-    const FileTree tree;
-    install(tree, raspberryPi);
-    LinuxTemperatureSensors sensors(tree.root());
-    QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=48.686"_s});
-    tree.write(u"sys/class/hwmon/hwmon0/temp1_input"_s, "51000\n");
-    QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=51"_s});
-}
-
-void HwmonSensorsTest::sensorWithoutAnAnswerStays() {
-    const FileTree tree;
-    install(tree, "hwmon0 name iwlwifi_1\nhwmon1 name acpitz\nhwmon1 temp1_input 30000\n");
-    tree.link(u"sys/class/hwmon/hwmon0/temp1_input"_s, u"/proc/self/mem"_s); // reading its beginning fails with EIO
-    LinuxTemperatureSensors sensors(tree.root());
-    for (int read = 0; read < 30; ++read) {
-        QCOMPARE(told(sensors), (QStringList{u"iwlwifi_1=?"_s, u"acpitz=30"_s}));
-    }
-}
-
-void HwmonSensorsTest::vanishedDeviceGoes() {
-    const FileTree tree;
-    install(tree, ryzenDesktop);
-    LinuxTemperatureSensors sensors(tree.root());
-    QVERIFY(told(sensors).contains(u"SSD drivetemp=31"_s));
-    tree.remove(u"sys/class/hwmon/hwmon1"_s);
-    QVERIFY(told(sensors).contains(u"SSD drivetemp=?"_s));
-    for (int read = 0; read < 10; ++read) {
-        (void)sensors.read();
-    }
-    QVERIFY(told(sensors).filter(u"drivetemp"_s).isEmpty());
-    QCOMPARE(told(sensors).last(), u"SSD nvme Composite=40.85"_s);
-}
-
-void HwmonSensorsTest::replacedDeviceIsFoundAtOnce() {
-    const FileTree tree;
-    install(tree, raspberryPi);
-    LinuxTemperatureSensors sensors(tree.root());
-    for (int read = 0; read < 15; ++read) {
-        (void)sensors.read();
-    }
-    tree.remove(u"sys/class/hwmon/hwmon0"_s);
-    install(tree, raspberryPi); // under the same number, as a driver that is loaded again
-    QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=?"_s});
-    QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=48.686"_s});
-}
-
-void HwmonSensorsTest::newDeviceAppears() {
-    const FileTree tree;
-    install(tree, raspberryPi);
-    LinuxTemperatureSensors sensors(tree.root());
-    QCOMPARE(told(sensors).size(), 1);
-    install(tree, "hwmon2 name nvme\nhwmon2 temp1_input 33000\n");
-    for (int read = 0; read < 10; ++read) {
-        (void)sensors.read();
-    }
-    QCOMPARE(told(sensors), (QStringList{u"tdie cpu_thermal=48.686"_s, u"SSD nvme=33"_s}));
-}
-
-void HwmonSensorsTest::sleepingDeviceIsNotAsked() {
-    const FileTree tree;
-    install(tree, "hwmon0 name amdgpu\nhwmon0 temp1_input 44000\nhwmon0 device/power/runtime_status suspended\n");
-    LinuxTemperatureSensors sensors(tree.root());
-    QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=?"_s});
-    tree.write(u"sys/class/hwmon/hwmon0/device/power/runtime_status"_s, "active\n");
-    QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=44"_s});
-}
-
-void HwmonSensorsTest::idleSecondCardIsLeftAlone() {
-    const FileTree tree;
-    install(tree, "hwmon0 name amdgpu\nhwmon0 temp1_input 44000\nhwmon0 device/power/runtime_status active\n"
-                  "hwmon0 device/power/control auto\nhwmon0 device/boot_vga 0\n");
-    LinuxTemperatureSensors sensors(tree.root());
-    QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=44"_s});
-    tree.write(u"sys/class/hwmon/hwmon0/temp1_input"_s, "48000\n");
-    QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=44"_s});
-    tree.write(u"sys/class/hwmon/hwmon0/device/power/runtime_status"_s, "suspended\n");
-    QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=?"_s});
-}
 
 QTEST_APPLESS_MAIN(HwmonSensorsTest)
 #include "tst_hwmonsensors.moc"

@@ -13,17 +13,15 @@ namespace {
 using Files = QList<std::pair<const char*, QByteArray>>;
 
 void install(const FileTree& tree, const Files& files) {
-    for (const auto& [path, content] : files) {
+    for (const auto& [path, content] : files)
         tree.write(QString::fromLatin1(path), content);
-    }
 }
 
 template <typename Integer>
 std::optional<Integer> number(KernelReadings& kernel, const char* name, qsizetype at = 0) {
     const std::optional<QByteArray> bytes = kernel.value(name);
-    if (!bytes || bytes->size() < at + static_cast<qsizetype>(sizeof(Integer))) {
+    if (!bytes || bytes->size() < at + static_cast<qsizetype>(sizeof(Integer)))
         return std::nullopt;
-    }
     Integer value = 0;
     std::memcpy(&value, bytes->constData() + at, sizeof value);
     return value;
@@ -66,303 +64,278 @@ class LinuxReadingsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void processorTicks_data();
-    void processorTicks();
-    void idleTicksNeverRunBackwards();
-    void memory_data();
-    void memory();
-    void coreCounts_data();
-    void coreCounts();
-    void names_data();
-    void names();
-    void systems_data();
-    void systems();
-    void bootTimeFollowsTheKernel();
-    void thermalState_data();
-    void thermalState();
-    void kernelCards();
-    void idleSecondCardIsLeftAlone();
-    void nvidiaCards();
-    void emptyRootTellsNothing();
-    void thisComputer();
-};
-
-void LinuxReadingsTest::processorTicks_data() {
-    QTest::addColumn<QByteArray>("stat");
-    QTest::addColumn<std::optional<CpuTicks>>("ticks");
-    const auto row = [](const char* name, const QByteArray& stat, const std::optional<CpuTicks>& ticks) {
-        QTest::newRow(name) << stat << ticks;
-    };
-    row("Linux 6.1", "cpu  100 20 30 400 50 6 7 8 90 10\ncpu0 1 2 3 4\n", CpuTicks{100, 51, 450, 20});
-    row("only the first four", "cpu 1 2 3 4\n", CpuTicks{1, 3, 4, 2});
-    row("beyond 32 bits", "cpu  4294967297 4294967296 0 8589934599 0 0 0 0 0 0\n", CpuTicks{1, 0, 7, 0});
-    row("cut short", "cpu  1 2 3", std::nullopt);
-    row("damaged", "cpu  1 x 3 4\n", std::nullopt);
-    row("no summary line", "cpu0 1 2 3 4\n", std::nullopt);
-    row("empty", "", std::nullopt);
-}
-
-void LinuxReadingsTest::processorTicks() {
-    QFETCH(const QByteArray, stat);
-    const FileTree tree;
-    tree.write(u"proc/stat"_s, stat);
-    QTEST(LinuxKernelReadings(tree.root()).cpuTicks(), "ticks");
-}
-
-void LinuxReadingsTest::idleTicksNeverRunBackwards() {
-    const FileTree tree;
-    tree.write(u"proc/stat"_s, "cpu  10 0 0 100 50 0 0 0 0 0\n");
-    LinuxKernelReadings kernel(tree.root());
-    QCOMPARE(kernel.cpuTicks()->idle, 150U);
-    tree.write(u"proc/stat"_s, "cpu  20 0 0 110 30 0 0 0 0 0\n");
-    QCOMPARE(kernel.cpuTicks(), (CpuTicks{20, 0, 150, 0}));
-}
-
-void LinuxReadingsTest::memory_data() {
-    QTest::addColumn<QByteArray>("meminfo");
-    QTest::addColumn<qint64>("total");
-    QTest::addColumn<qint64>("used");
-    const auto row = [](const char* name, const QByteArray& text, qint64 total, qint64 used) {
-        QTest::newRow(name) << text << total << used;
-    };
-    constexpr qint64 mebibyte = 1 << 20;
-    row("available", "MemTotal:  4096000 kB\nMemFree: 1 kB\nMemAvailable:   1024000 kB\n", 4000 * mebibyte,
-        3000 * mebibyte);
-    row("early kernel", "MemTotal: 4096000 kB\nMemFree: 1024000 kB\nBuffers: 512000 kB\nCached: 512000 kB\n",
-        4000 * mebibyte, 2000 * mebibyte);
-    row("more available than there is", "MemTotal: 1024 kB\nMemAvailable: 4096 kB\n", mebibyte, 0);
-    row("no total", "MemAvailable: 4096 kB\n", -1, -1);
-    row("damaged", "MemTotal: lots\nMemAvailable: 4096 kB\n", -1, -1);
-}
-
-void LinuxReadingsTest::memory() {
-    QFETCH(const QByteArray, meminfo);
-    QFETCH(const qint64, total);
-    QFETCH(const qint64, used);
-    const FileTree tree;
-    tree.write(u"proc/meminfo"_s, meminfo);
-    LinuxKernelReadings kernel(tree.root());
-    QCOMPARE(number<qint64>(kernel, "hw.memsize").value_or(-1), total);
-    const std::optional<MemoryPages> pages = kernel.memoryPages();
-    QCOMPARE(pages ? static_cast<qint64>(pages->active * pages->pageSize) : -1, used);
-}
-
-void LinuxReadingsTest::coreCounts_data() {
-    QTest::addColumn<Files>("files");
-    QTest::addColumn<int>("performance");
-    QTest::addColumn<int>("efficiency");
-    QTest::newRow("four cores with two threads each")
-        << processors({"0,4", "1,5", "2,6", "3,7", "0,4", "1,5", "2,6", "3,7"}) << 4 << 0;
-    QTest::newRow("hybrid Intel") << processors({"0-1", "0-1", "2-3", "2-3", "4", "5", "6", "7"}) +
-                                         Files{{"sys/devices/cpu_core/cpus", "0-3\n"},
-                                               {"sys/devices/cpu_atom/cpus", "4-7\n"}}
-                                  << 2 << 4;
-    QTest::newRow("big and little, two sizes of big")
-        << processors({"0 325", "1 325", "2 325", "3 325", "4 870", "5 870", "6 870", "7 1024"}) << 4 << 4;
-    QTest::newRow("one capacity for all") << processors({"0 1024", "1 1024"}) << 2 << 0;
-    QTest::newRow("damaged list of small cores")
-        << processors({"0", "1"}) + Files{{"sys/devices/cpu_atom/cpus", "1-,x,-3,2-9999999999\n"}} << 2 << 0;
-    QTest::newRow("nothing told") << Files() << -1 << -1;
-}
-
-void LinuxReadingsTest::coreCounts() {
-    QFETCH(const Files, files);
-    const FileTree tree;
-    install(tree, files);
-    LinuxKernelReadings kernel(tree.root());
-    QTEST(number<qint32>(kernel, "hw.perflevel0.physicalcpu").value_or(-1), "performance");
-    QTEST(number<qint32>(kernel, "hw.perflevel1.physicalcpu").value_or(-1), "efficiency");
-}
-
-void LinuxReadingsTest::names_data() {
-    QTest::addColumn<Files>("files");
-    QTest::addColumn<QByteArray>("identifier");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("chip");
-    const auto row = [](const char* title, const Files& files, const char* identifier, const char* name,
-                        const char* chip) {
-        QTest::newRow(title) << files << QByteArray(identifier) << QString::fromLatin1(name) << QByteArray(chip);
-    };
-    row("laptop",
-        {{"sys/class/dmi/id/sys_vendor", "Dell Inc.\n"},
-         {"sys/class/dmi/id/product_name", "XPS 13 9310\n"},
-         {"proc/cpuinfo", "processor\t: 0\nmodel\t\t: 140\nmodel name\t: 11th Gen Intel(R) Core(TM) i7-1165G7\n\n"}},
-        "XPS 13 9310", "XPS 13 9310", "11th Gen Intel(R) Core(TM) i7-1165G7");
-    row("maker that puts the name in the version",
-        {{"sys/class/dmi/id/sys_vendor", "LENOVO\n"},
-         {"sys/class/dmi/id/product_name", "20XWCTO1WW\n"},
-         {"sys/class/dmi/id/product_version", "ThinkPad X1 Carbon Gen 9\n"}},
-        "20XWCTO1WW", "ThinkPad X1 Carbon Gen 9", "");
-    row("identifier with a family of its own",
-        {{"sys/class/dmi/id/sys_vendor", "Apple Inc.\n"}, {"sys/class/dmi/id/product_name", "MacBookPro15,1\n"}},
-        "MacBookPro15,1", "", "");
-    row("home-built",
-        {{"sys/class/dmi/id/sys_vendor", "ASUS\n"},
-         {"sys/class/dmi/id/product_name", "System Product Name\n"},
-         {"sys/class/dmi/id/board_name", "ROG STRIX B550-F GAMING\n"}},
-        "ROG STRIX B550-F GAMING", "ROG STRIX B550-F GAMING", "");
-    row("single-board computer",
-        {{"proc/device-tree/model", QByteArray("Raspberry Pi 4 Model B Rev 1.4\0", 31)},
-         {"proc/device-tree/compatible", QByteArray("raspberrypi,4-model-b\0brcm,bcm2711\0", 35)},
-         {"proc/cpuinfo", "processor\t: 0\nBogoMIPS\t: 108.00\n"}},
-        "Raspberry Pi 4 Model B Rev 1.4", "Raspberry Pi 4 Model B Rev 1.4", "BCM2711");
-    row("virtual machine without firmware",
-        {{"proc/sys/kernel/arch", "aarch64\n"}, {"proc/cpuinfo", "processor\t: 0\nmodel name"}}, "aarch64", "aarch64",
-        "aarch64");
-    row("nothing told", {}, "", "", "");
-}
-
-void LinuxReadingsTest::names() {
-    QFETCH(const Files, files);
-    const FileTree tree;
-    install(tree, files);
-    LinuxKernelReadings kernel(tree.root());
-    QTEST(kernel.value("hw.model").value_or(QByteArray()), "identifier");
-    QTEST(kernel.makersModelName().value_or(QString()), "name");
-    QTEST(kernel.value("machdep.cpu.brand_string").value_or(QByteArray()), "chip");
-}
-
-void LinuxReadingsTest::systems_data() {
-    QTest::addColumn<QByteArray>("release");
-    QTest::addColumn<QStringList>("system");
-    QTest::newRow("Debian") << QByteArray("PRETTY_NAME=\"Debian GNU/Linux 12 (bookworm)\"\nNAME=\"Debian GNU/Linux\"\n"
-                                          "VERSION_ID=\"12\"\nVERSION=\"12 (bookworm)\"\n")
-                            << QStringList{u"Debian GNU/Linux"_s, u"12"_s, u"Debian GNU/Linux 12 (bookworm)"_s};
-    QTest::newRow("unquoted, rolling") << QByteArray("NAME=Arch\nPRETTY_NAME='Arch Linux'\n")
-                                       << QStringList{u"Arch"_s, u""_s, u"Arch Linux"_s};
-    QTest::newRow("escapes, no pretty name") << QByteArray("NAME=\"Joe\\\"s \\$ Linux\"\nVERSION_ID=3.1")
-                                             << QStringList{u"Joe\"s $ Linux"_s, u"3.1"_s, u"Joe\"s $ Linux 3.1"_s};
-    QTest::newRow("empty") << QByteArray() << QStringList{u"Linux"_s, u""_s, u"Linux"_s};
-}
-
-void LinuxReadingsTest::systems() {
-    QFETCH(const QByteArray, release);
-    const FileTree tree;
-    tree.write(u"etc/os-release"_s, release);
-    const OperatingSystem system = LinuxKernelReadings(tree.root()).operatingSystem();
-    QTEST((QStringList{system.name, system.version, system.versionText}), "system");
-}
-
-void LinuxReadingsTest::bootTimeFollowsTheKernel() {
-    const FileTree tree;
-    tree.write(u"proc/stat"_s, "cpu  1 2 3 4\nctxt 5\nbtime 1795378849\nprocesses 8029\n");
-    LinuxKernelReadings kernel(tree.root());
-    QCOMPARE(kernel.value("kern.boottime")->size(), 16);
-    QCOMPARE(number<qint64>(kernel, "kern.boottime"), std::optional(qint64{1795378849}));
-    QCOMPARE(number<qint64>(kernel, "kern.boottime", 8), std::optional(qint64{0}));
-    tree.write(u"proc/stat"_s, "cpu  1 2 3 4\nbtime 1795378900\n");
-    QCOMPARE(number<qint64>(kernel, "kern.boottime"), std::optional(qint64{1795378900}));
-}
-
-void LinuxReadingsTest::thermalState_data() {
-    QTest::addColumn<QByteArray>("celsius");
-    QTest::addColumn<ThermalState>("state");
-    QTest::newRow("below all trip points") << QByteArray("49") << ThermalState::nominal;
-    QTest::newRow("at the fan's") << QByteArray("50") << ThermalState::fair;
-    QTest::newRow("at the passive one") << QByteArray("90") << ThermalState::serious;
-    QTest::newRow("at the critical one") << QByteArray("105") << ThermalState::critical;
-    QTest::newRow("no reading") << QByteArray("x") << ThermalState::unknown;
-}
-
-void LinuxReadingsTest::thermalState() {
-    QFETCH(const QByteArray, celsius);
-    const FileTree tree;
-    install(tree, {{"sys/class/thermal/thermal_zone0/temp", "20000\n"}, // a zone without trip points
-                   {"sys/class/thermal/thermal_zone1/temp", celsius + "000\n"},
-                   {"sys/class/thermal/thermal_zone1/trip_point_0_type", "critical\n"},
-                   {"sys/class/thermal/thermal_zone1/trip_point_0_temp", "105000\n"},
-                   {"sys/class/thermal/thermal_zone1/trip_point_1_type", "passive\n"},
-                   {"sys/class/thermal/thermal_zone1/trip_point_1_temp", "90000\n"},
-                   {"sys/class/thermal/thermal_zone1/trip_point_2_type", "active\n"},
-                   {"sys/class/thermal/thermal_zone1/trip_point_2_temp", "50000\n"},
-                   {"sys/class/thermal/thermal_zone2/temp", "60000\n"},
-                   {"sys/class/thermal/thermal_zone2/trip_point_0_type", "passive\n"},
-                   {"sys/class/thermal/thermal_zone2/trip_point_0_temp", "-274000\n"}});
-    QTEST(LinuxKernelReadings(tree.root()).thermalState(), "state");
-}
-
-void LinuxReadingsTest::kernelCards() {
-    const FileTree tree;
-    install(tree, {{"sys/class/drm/card0/device/vendor", "0x8086\n"},
-                   {"sys/class/drm/card10/device/gpu_busy_percent", "77\n"},
-                   {amd, "12\n"},
-                   {"sys/class/drm/card1/device/power/runtime_status", "suspended\n"},
-                   {"sys/class/drm/card1-DP-1/status", "connected\n"}});
-    LinuxKernelReadings kernel(tree.root());
-    QCOMPARE(told(kernel), u"? 77"_s);
-    tree.write(u"sys/class/drm/card1/device/power/runtime_status"_s, "active\n");
-    QCOMPARE(told(kernel), u"12 77"_s);
-    tree.write(QString::fromLatin1(amd), "busy\n");
-    QCOMPARE(told(kernel), u"? 77"_s);
-    tree.remove(u"sys/class/drm/card10/device"_s);
-    QCOMPARE(told(kernel), u"? ?"_s);
-    install(tree, {{"sys/class/drm/card2/device/gpu_busy_percent", "33\n"}});
-    for (int read = 0; read < 60; ++read) {
-        (void)kernel.accelerators();
+    void processorTicks_data() {
+        QTest::addColumn<QByteArray>("stat");
+        QTest::addColumn<std::optional<CpuTicks>>("ticks");
+        const auto row = [](const char* name, const QByteArray& stat, const std::optional<CpuTicks>& ticks) {
+            QTest::newRow(name) << stat << ticks;
+        };
+        row("Linux 6.1", "cpu  100 20 30 400 50 6 7 8 90 10\ncpu0 1 2 3 4\n", CpuTicks{100, 51, 450, 20});
+        row("only the first four", "cpu 1 2 3 4\n", CpuTicks{1, 3, 4, 2});
+        row("beyond 32 bits", "cpu  4294967297 4294967296 0 8589934599 0 0 0 0 0 0\n", CpuTicks{1, 0, 7, 0});
+        row("cut short", "cpu  1 2 3", std::nullopt);
+        row("damaged", "cpu  1 x 3 4\n", std::nullopt);
+        row("no summary line", "cpu0 1 2 3 4\n", std::nullopt);
+        row("empty", "", std::nullopt);
     }
-    QCOMPARE(told(kernel), u"? 33"_s);
-}
+    void processorTicks() {
+        QFETCH(const QByteArray, stat);
+        const FileTree tree;
+        tree.write(u"proc/stat"_s, stat);
+        QTEST(LinuxKernelReadings(tree.root()).cpuTicks(), "ticks");
+    }
 
-void LinuxReadingsTest::idleSecondCardIsLeftAlone() {
-    const FileTree tree;
-    install(tree, {{amd, "40\n"},
-                   {"sys/class/drm/card1/device/boot_vga", "0\n"},
-                   {"sys/class/drm/card1/device/power/control", "auto\n"},
-                   {"sys/class/drm/card1/device/power/runtime_status", "active\n"}});
-    LinuxKernelReadings kernel(tree.root());
-    QCOMPARE(told(kernel), u"40"_s);
-    tree.write(QString::fromLatin1(amd), "0\n");
-    QCOMPARE(told(kernel), u"0"_s);
-    tree.write(QString::fromLatin1(amd), "50\n");
-    QCOMPARE(told(kernel), u"0"_s);
-}
+    void idleTicksNeverRunBackwards() {
+        const FileTree tree;
+        tree.write(u"proc/stat"_s, "cpu  10 0 0 100 50 0 0 0 0 0\n");
+        LinuxKernelReadings kernel(tree.root());
+        QCOMPARE(kernel.cpuTicks()->idle, 150U);
+        tree.write(u"proc/stat"_s, "cpu  20 0 0 110 30 0 0 0 0 0\n");
+        QCOMPARE(kernel.cpuTicks(), (CpuTicks{20, 0, 150, 0}));
+    }
 
-void LinuxReadingsTest::nvidiaCards() {
-    const FileTree tree;
-    const QString log = tree.full(u"log"_s);
-    qputenv("STANDIN_NVIDIA_LOG", QFile::encodeName(log));
-    install(tree, {{nvidiaStatus, "suspended\n"},
-                   {"sys/bus/pci/drivers/nvidia/0000:01:00.0/boot_vga", "0\n"},
-                   {"sys/bus/pci/drivers/nvidia/0000:01:00.0/power/control", "auto\n"}});
-    {
-        LinuxKernelReadings kernel(tree.root(), QStringLiteral(STANDIN_NVIDIA));
-        QCOMPARE(told(kernel), u"?"_s);
-        QVERIFY2(!QFile::exists(log), "a card that sleeps was touched");
-        tree.write(QString::fromLatin1(nvidiaStatus), "active\n");
-        QCOMPARE(told(kernel), u"63"_s);
-        QCOMPARE(told(kernel), u"0"_s); // idle: the session ends, and the card may fall asleep
+    void memory_data() {
+        QTest::addColumn<QByteArray>("meminfo");
+        QTest::addColumn<qint64>("total");
+        QTest::addColumn<qint64>("used");
+        const auto row = [](const char* name, const QByteArray& text, qint64 total, qint64 used) {
+            QTest::newRow(name) << text << total << used;
+        };
+        constexpr qint64 mebibyte = 1 << 20;
+        row("available", "MemTotal:  4096000 kB\nMemFree: 1 kB\nMemAvailable:   1024000 kB\n", 4000 * mebibyte,
+            3000 * mebibyte);
+        row("early kernel", "MemTotal: 4096000 kB\nMemFree: 1024000 kB\nBuffers: 512000 kB\nCached: 512000 kB\n",
+            4000 * mebibyte, 2000 * mebibyte);
+        row("more available than there is", "MemTotal: 1024 kB\nMemAvailable: 4096 kB\n", mebibyte, 0);
+        row("no total", "MemAvailable: 4096 kB\n", -1, -1);
+        row("damaged", "MemTotal: lots\nMemAvailable: 4096 kB\n", -1, -1);
+    }
+    void memory() {
+        QFETCH(const QByteArray, meminfo);
+        QFETCH(const qint64, total);
+        QFETCH(const qint64, used);
+        const FileTree tree;
+        tree.write(u"proc/meminfo"_s, meminfo);
+        LinuxKernelReadings kernel(tree.root());
+        QCOMPARE(number<qint64>(kernel, "hw.memsize").value_or(-1), total);
+        const std::optional<MemoryPages> pages = kernel.memoryPages();
+        QCOMPARE(pages ? static_cast<qint64>(pages->active * pages->pageSize) : -1, used);
+    }
+
+    void coreCounts_data() {
+        QTest::addColumn<Files>("files");
+        QTest::addColumn<int>("performance");
+        QTest::addColumn<int>("efficiency");
+        QTest::newRow("four cores with two threads each")
+            << processors({"0,4", "1,5", "2,6", "3,7", "0,4", "1,5", "2,6", "3,7"}) << 4 << 0;
+        QTest::newRow("hybrid Intel") << processors({"0-1", "0-1", "2-3", "2-3", "4", "5", "6", "7"}) +
+                                             Files{{"sys/devices/cpu_core/cpus", "0-3\n"},
+                                                   {"sys/devices/cpu_atom/cpus", "4-7\n"}}
+                                      << 2 << 4;
+        QTest::newRow("big and little, two sizes of big")
+            << processors({"0 325", "1 325", "2 325", "3 325", "4 870", "5 870", "6 870", "7 1024"}) << 4 << 4;
+        QTest::newRow("one capacity for all") << processors({"0 1024", "1 1024"}) << 2 << 0;
+        QTest::newRow("damaged list of small cores")
+            << processors({"0", "1"}) + Files{{"sys/devices/cpu_atom/cpus", "1-,x,-3,2-9999999999\n"}} << 2 << 0;
+        QTest::newRow("nothing told") << Files() << -1 << -1;
+    }
+    void coreCounts() {
+        QFETCH(const Files, files);
+        const FileTree tree;
+        install(tree, files);
+        LinuxKernelReadings kernel(tree.root());
+        QTEST(number<qint32>(kernel, "hw.perflevel0.physicalcpu").value_or(-1), "performance");
+        QTEST(number<qint32>(kernel, "hw.perflevel1.physicalcpu").value_or(-1), "efficiency");
+    }
+
+    void names_data() {
+        QTest::addColumn<Files>("files");
+        QTest::addColumn<QByteArray>("identifier");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("chip");
+        const auto row = [](const char* title, const Files& files, const char* identifier, const char* name,
+                            const char* chip) {
+            QTest::newRow(title) << files << QByteArray(identifier) << QString::fromLatin1(name) << QByteArray(chip);
+        };
+        row("laptop",
+            {{"sys/class/dmi/id/sys_vendor", "Dell Inc.\n"},
+             {"sys/class/dmi/id/product_name", "XPS 13 9310\n"},
+             {"proc/cpuinfo",
+              "processor\t: 0\nmodel\t\t: 140\nmodel name\t: 11th Gen Intel(R) Core(TM) i7-1165G7\n\n"}},
+            "XPS 13 9310", "XPS 13 9310", "11th Gen Intel(R) Core(TM) i7-1165G7");
+        row("maker that puts the name in the version",
+            {{"sys/class/dmi/id/sys_vendor", "LENOVO\n"},
+             {"sys/class/dmi/id/product_name", "20XWCTO1WW\n"},
+             {"sys/class/dmi/id/product_version", "ThinkPad X1 Carbon Gen 9\n"}},
+            "20XWCTO1WW", "ThinkPad X1 Carbon Gen 9", "");
+        row("identifier with a family of its own",
+            {{"sys/class/dmi/id/sys_vendor", "Apple Inc.\n"}, {"sys/class/dmi/id/product_name", "MacBookPro15,1\n"}},
+            "MacBookPro15,1", "", "");
+        row("home-built",
+            {{"sys/class/dmi/id/sys_vendor", "ASUS\n"},
+             {"sys/class/dmi/id/product_name", "System Product Name\n"},
+             {"sys/class/dmi/id/board_name", "ROG STRIX B550-F GAMING\n"}},
+            "ROG STRIX B550-F GAMING", "ROG STRIX B550-F GAMING", "");
+        row("single-board computer",
+            {{"proc/device-tree/model", QByteArray("Raspberry Pi 4 Model B Rev 1.4\0", 31)},
+             {"proc/device-tree/compatible", QByteArray("raspberrypi,4-model-b\0brcm,bcm2711\0", 35)},
+             {"proc/cpuinfo", "processor\t: 0\nBogoMIPS\t: 108.00\n"}},
+            "Raspberry Pi 4 Model B Rev 1.4", "Raspberry Pi 4 Model B Rev 1.4", "BCM2711");
+        row("virtual machine without firmware",
+            {{"proc/sys/kernel/arch", "aarch64\n"}, {"proc/cpuinfo", "processor\t: 0\nmodel name"}}, "aarch64",
+            "aarch64", "aarch64");
+        row("nothing told", {}, "", "", "");
+    }
+    void names() {
+        QFETCH(const Files, files);
+        const FileTree tree;
+        install(tree, files);
+        LinuxKernelReadings kernel(tree.root());
+        QTEST(kernel.value("hw.model").value_or(QByteArray()), "identifier");
+        QTEST(kernel.makersModelName().value_or(QString()), "name");
+        QTEST(kernel.value("machdep.cpu.brand_string").value_or(QByteArray()), "chip");
+    }
+
+    void systems_data() {
+        QTest::addColumn<QByteArray>("release");
+        QTest::addColumn<QStringList>("system");
+        QTest::newRow("Debian") << QByteArray(
+                                       "PRETTY_NAME=\"Debian GNU/Linux 12 (bookworm)\"\nNAME=\"Debian GNU/Linux\"\n"
+                                       "VERSION_ID=\"12\"\nVERSION=\"12 (bookworm)\"\n")
+                                << QStringList{u"Debian GNU/Linux"_s, u"12"_s, u"Debian GNU/Linux 12 (bookworm)"_s};
+        QTest::newRow("unquoted, rolling")
+            << QByteArray("NAME=Arch\nPRETTY_NAME='Arch Linux'\n") << QStringList{u"Arch"_s, u""_s, u"Arch Linux"_s};
+        QTest::newRow("escapes, no pretty name") << QByteArray("NAME=\"Joe\\\"s \\$ Linux\"\nVERSION_ID=3.1")
+                                                 << QStringList{u"Joe\"s $ Linux"_s, u"3.1"_s, u"Joe\"s $ Linux 3.1"_s};
+        QTest::newRow("empty") << QByteArray() << QStringList{u"Linux"_s, u""_s, u"Linux"_s};
+    }
+    void systems() {
+        QFETCH(const QByteArray, release);
+        const FileTree tree;
+        tree.write(u"etc/os-release"_s, release);
+        const OperatingSystem system = LinuxKernelReadings(tree.root()).operatingSystem();
+        QTEST((QStringList{system.name, system.version, system.versionText}), "system");
+    }
+
+    void bootTimeFollowsTheKernel() {
+        const FileTree tree;
+        tree.write(u"proc/stat"_s, "cpu  1 2 3 4\nctxt 5\nbtime 1795378849\nprocesses 8029\n");
+        LinuxKernelReadings kernel(tree.root());
+        QCOMPARE(kernel.value("kern.boottime")->size(), 16);
+        QCOMPARE(number<qint64>(kernel, "kern.boottime"), std::optional(qint64{1795378849}));
+        QCOMPARE(number<qint64>(kernel, "kern.boottime", 8), std::optional(qint64{0}));
+        tree.write(u"proc/stat"_s, "cpu  1 2 3 4\nbtime 1795378900\n");
+        QCOMPARE(number<qint64>(kernel, "kern.boottime"), std::optional(qint64{1795378900}));
+    }
+
+    void thermalState_data() {
+        QTest::addColumn<QByteArray>("celsius");
+        QTest::addColumn<ThermalState>("state");
+        QTest::newRow("below all trip points") << QByteArray("49") << ThermalState::nominal;
+        QTest::newRow("at the fan's") << QByteArray("50") << ThermalState::fair;
+        QTest::newRow("at the passive one") << QByteArray("90") << ThermalState::serious;
+        QTest::newRow("at the critical one") << QByteArray("105") << ThermalState::critical;
+        QTest::newRow("no reading") << QByteArray("x") << ThermalState::unknown;
+    }
+    void thermalState() {
+        QFETCH(const QByteArray, celsius);
+        const FileTree tree;
+        install(tree, {{"sys/class/thermal/thermal_zone0/temp", "20000\n"}, // a zone without trip points
+                       {"sys/class/thermal/thermal_zone1/temp", celsius + "000\n"},
+                       {"sys/class/thermal/thermal_zone1/trip_point_0_type", "critical\n"},
+                       {"sys/class/thermal/thermal_zone1/trip_point_0_temp", "105000\n"},
+                       {"sys/class/thermal/thermal_zone1/trip_point_1_type", "passive\n"},
+                       {"sys/class/thermal/thermal_zone1/trip_point_1_temp", "90000\n"},
+                       {"sys/class/thermal/thermal_zone1/trip_point_2_type", "active\n"},
+                       {"sys/class/thermal/thermal_zone1/trip_point_2_temp", "50000\n"},
+                       {"sys/class/thermal/thermal_zone2/temp", "60000\n"},
+                       {"sys/class/thermal/thermal_zone2/trip_point_0_type", "passive\n"},
+                       {"sys/class/thermal/thermal_zone2/trip_point_0_temp", "-274000\n"}});
+        QTEST(LinuxKernelReadings(tree.root()).thermalState(), "state");
+    }
+
+    void kernelCards() {
+        const FileTree tree;
+        install(tree, {{"sys/class/drm/card0/device/vendor", "0x8086\n"},
+                       {"sys/class/drm/card10/device/gpu_busy_percent", "77\n"},
+                       {amd, "12\n"},
+                       {"sys/class/drm/card1/device/power/runtime_status", "suspended\n"},
+                       {"sys/class/drm/card1-DP-1/status", "connected\n"}});
+        LinuxKernelReadings kernel(tree.root());
+        QCOMPARE(told(kernel), u"? 77"_s);
+        tree.write(u"sys/class/drm/card1/device/power/runtime_status"_s, "active\n");
+        QCOMPARE(told(kernel), u"12 77"_s);
+        tree.write(QString::fromLatin1(amd), "busy\n");
+        QCOMPARE(told(kernel), u"? 77"_s);
+        tree.remove(u"sys/class/drm/card10/device"_s);
+        QCOMPARE(told(kernel), u"? ?"_s);
+        install(tree, {{"sys/class/drm/card2/device/gpu_busy_percent", "33\n"}});
+        for (int read = 0; read < 60; ++read)
+            (void)kernel.accelerators();
+        QCOMPARE(told(kernel), u"? 33"_s);
+    }
+
+    void idleSecondCardIsLeftAlone() {
+        const FileTree tree;
+        install(tree, {{amd, "40\n"},
+                       {"sys/class/drm/card1/device/boot_vga", "0\n"},
+                       {"sys/class/drm/card1/device/power/control", "auto\n"},
+                       {"sys/class/drm/card1/device/power/runtime_status", "active\n"}});
+        LinuxKernelReadings kernel(tree.root());
+        QCOMPARE(told(kernel), u"40"_s);
+        tree.write(QString::fromLatin1(amd), "0\n");
         QCOMPARE(told(kernel), u"0"_s);
-        QFile calls(log);
-        QVERIFY(calls.open(QIODevice::ReadOnly));
-        QCOMPARE(calls.readAll(), "idudus");
+        tree.write(QString::fromLatin1(amd), "50\n");
+        QCOMPARE(told(kernel), u"0"_s);
     }
-    LinuxKernelReadings withoutLibrary(tree.root(), u"/nowhere/libnvidia-ml.so.1"_s);
-    QCOMPARE(told(withoutLibrary), u"?"_s);
-}
 
-void LinuxReadingsTest::emptyRootTellsNothing() {
-    const FileTree tree;
-    LinuxKernelReadings kernel(tree.root());
-    for (const char* name : {"hw.memsize", "hw.model", "kern.boottime", "kern.osrelease", "machdep.cpu.brand_string",
-                             "hw.perflevel0.physicalcpu", "no.such.value"}) {
-        QVERIFY2(!kernel.value(name), name);
+    void nvidiaCards() {
+        const FileTree tree;
+        const QString log = tree.full(u"log"_s);
+        qputenv("STANDIN_NVIDIA_LOG", QFile::encodeName(log));
+        install(tree, {{nvidiaStatus, "suspended\n"},
+                       {"sys/bus/pci/drivers/nvidia/0000:01:00.0/boot_vga", "0\n"},
+                       {"sys/bus/pci/drivers/nvidia/0000:01:00.0/power/control", "auto\n"}});
+        {
+            LinuxKernelReadings kernel(tree.root(), QStringLiteral(STANDIN_NVIDIA));
+            QCOMPARE(told(kernel), u"?"_s);
+            QVERIFY2(!QFile::exists(log), "a card that sleeps was touched");
+            tree.write(QString::fromLatin1(nvidiaStatus), "active\n");
+            QCOMPARE(told(kernel), u"63"_s);
+            QCOMPARE(told(kernel), u"0"_s); // idle: the session ends, and the card may fall asleep
+            QCOMPARE(told(kernel), u"0"_s);
+            QFile calls(log);
+            QVERIFY(calls.open(QIODevice::ReadOnly));
+            QCOMPARE(calls.readAll(), "idudus");
+        }
+        LinuxKernelReadings withoutLibrary(tree.root(), u"/nowhere/libnvidia-ml.so.1"_s);
+        QCOMPARE(told(withoutLibrary), u"?"_s);
     }
-    QVERIFY(!kernel.cpuTicks() && !kernel.memoryPages());
-    QCOMPARE(kernel.thermalState(), ThermalState::unknown);
-    QCOMPARE(kernel.accelerators().size(), 0);
-}
 
-void LinuxReadingsTest::thisComputer() {
-    KernelReadings& kernel = KernelReadings::system();
-    const std::optional<CpuTicks> before = kernel.cpuTicks();
-    QVERIFY(before);
-    QTRY_VERIFY(kernel.cpuTicks() != before);
-    QVERIFY(number<qint64>(kernel, "hw.memsize").value_or(0) > 0);
-    QVERIFY(number<qint32>(kernel, "hw.perflevel0.physicalcpu").value_or(0) > 0);
-    QVERIFY(number<qint64>(kernel, "kern.boottime").value_or(0) <= kernel.wallClockSeconds());
-    const std::optional<VolumeSpace> home = kernel.homeVolume();
-    QVERIFY(home && home->size.value_or(0) >= home->free.value_or(-1) && home->free.value_or(-1) >= 0);
-}
+    void emptyRootTellsNothing() {
+        const FileTree tree;
+        LinuxKernelReadings kernel(tree.root());
+        for (const char* name : {"hw.memsize", "hw.model", "kern.boottime", "kern.osrelease",
+                                 "machdep.cpu.brand_string", "hw.perflevel0.physicalcpu", "no.such.value"}) {
+            QVERIFY2(!kernel.value(name), name);
+        }
+        QVERIFY(!kernel.cpuTicks() && !kernel.memoryPages());
+        QCOMPARE(kernel.thermalState(), ThermalState::unknown);
+        QCOMPARE(kernel.accelerators().size(), 0);
+    }
+
+    void thisComputer() {
+        KernelReadings& kernel = KernelReadings::system();
+        const std::optional<CpuTicks> before = kernel.cpuTicks();
+        QVERIFY(before);
+        QTRY_VERIFY(kernel.cpuTicks() != before);
+        QVERIFY(number<qint64>(kernel, "hw.memsize").value_or(0) > 0);
+        QVERIFY(number<qint32>(kernel, "hw.perflevel0.physicalcpu").value_or(0) > 0);
+        QVERIFY(number<qint64>(kernel, "kern.boottime").value_or(0) <= kernel.wallClockSeconds());
+        const std::optional<VolumeSpace> home = kernel.homeVolume();
+        QVERIFY(home && home->size.value_or(0) >= home->free.value_or(-1) && home->free.value_or(-1) >= 0);
+    }
+};
 
 QTEST_GUILESS_MAIN(LinuxReadingsTest)
 #include "tst_linuxreadings.moc"

@@ -51,200 +51,187 @@ class tst_Popover : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void geometry_data();
-    void geometry();
-    void hangsFromItsAnchor();
-    void pressOutsideIsHeardAndPressInsideIsTheContents();
-    void pressOnAnotherWindowOfOursIsNotOutside();
-    void focusLossIsToldButNotToAChild();
-    void closesFromInsideItsOwnHandler();
-    void closedByTheWindowManagerIsClosed();
-    void shownAgainWhileShown();
-    void takesItsContentAlong();
-    void cornersAreSquareWithoutACompositor();
-};
+    void initTestCase() {
+        QVERIFY2(!QStandardPaths::findExecutable(u"xdotool"_s).isEmpty(), "xdotool is missing: install xdotool");
+    }
 
-void tst_Popover::initTestCase() {
-    QVERIFY2(!QStandardPaths::findExecutable(u"xdotool"_s).isEmpty(), "xdotool is missing: install xdotool");
-}
+    void geometry_data() {
+        QTest::addColumn<QPoint>("anchor");
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QRect>("available");
+        QTest::addColumn<QRect>("expected");
+        const QSize size(400, 560);
+        const QRect topPanel(0, 28, 1280, 772);
+        QTest::newRow("panel above") << QPoint(640, 14) << size << topPanel << QRect(440, 34, 400, 560);
+        QTest::newRow("right corner") << QPoint(1270, 14) << size << topPanel << QRect(874, 34, 400, 560);
+        QTest::newRow("left corner") << QPoint(3, 14) << size << topPanel << QRect(6, 34, 400, 560);
+        QTest::newRow("panel below") << QPoint(1270, 790) << size << QRect(0, 0, 1280, 772)
+                                     << QRect(874, 206, 400, 560);
+        QTest::newRow("panel at the left")
+            << QPoint(14, 700) << size << QRect(28, 0, 1252, 800) << QRect(34, 126, 400, 560);
+        QTest::newRow("panel of unknown height")
+            << QPoint(1000, 14) << size << QRect(0, 0, 1280, 800) << QRect(800, 28, 400, 560);
+        QTest::newRow("second screen") << QPoint(1900, 14) << size << QRect(1280, 28, 1920, 1052)
+                                       << QRect(1700, 34, 400, 560);
+        QTest::newRow("screen left of the first")
+            << QPoint(-10, 14) << size << QRect(-1280, 28, 1280, 772) << QRect(-406, 34, 400, 560);
+        QTest::newRow("low screen") << QPoint(700, 10) << size << QRect(0, 20, 1024, 460) << QRect(500, 26, 400, 448);
+        QTest::newRow("narrow screen") << QPoint(100, 10) << size << QRect(0, 20, 320, 700) << QRect(6, 26, 308, 560);
+        QTest::newRow("anchor off the screen") << QPoint(9999, -50) << size << topPanel << QRect(874, 34, 400, 560);
+    }
+    void geometry() {
+        QFETCH(const QPoint, anchor);
+        QFETCH(const QSize, size);
+        QFETCH(const QRect, available);
+        QTEST(popoverGeometry(anchor, size, available), "expected");
+    }
 
-void tst_Popover::geometry_data() {
-    QTest::addColumn<QPoint>("anchor");
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<QRect>("available");
-    QTest::addColumn<QRect>("expected");
-    const QSize size(400, 560);
-    const QRect topPanel(0, 28, 1280, 772);
-    QTest::newRow("panel above") << QPoint(640, 14) << size << topPanel << QRect(440, 34, 400, 560);
-    QTest::newRow("right corner") << QPoint(1270, 14) << size << topPanel << QRect(874, 34, 400, 560);
-    QTest::newRow("left corner") << QPoint(3, 14) << size << topPanel << QRect(6, 34, 400, 560);
-    QTest::newRow("panel below") << QPoint(1270, 790) << size << QRect(0, 0, 1280, 772) << QRect(874, 206, 400, 560);
-    QTest::newRow("panel at the left") << QPoint(14, 700) << size << QRect(28, 0, 1252, 800)
-                                       << QRect(34, 126, 400, 560);
-    QTest::newRow("panel of unknown height")
-        << QPoint(1000, 14) << size << QRect(0, 0, 1280, 800) << QRect(800, 28, 400, 560);
-    QTest::newRow("second screen") << QPoint(1900, 14) << size << QRect(1280, 28, 1920, 1052)
-                                   << QRect(1700, 34, 400, 560);
-    QTest::newRow("screen left of the first")
-        << QPoint(-10, 14) << size << QRect(-1280, 28, 1280, 772) << QRect(-406, 34, 400, 560);
-    QTest::newRow("low screen") << QPoint(700, 10) << size << QRect(0, 20, 1024, 460) << QRect(500, 26, 400, 448);
-    QTest::newRow("narrow screen") << QPoint(100, 10) << size << QRect(0, 20, 320, 700) << QRect(6, 26, 308, 560);
-    QTest::newRow("anchor off the screen") << QPoint(9999, -50) << size << topPanel << QRect(874, 34, 400, 560);
-}
+    void hangsFromItsAnchor() {
+        DesktopPopover popover;
+        auto content = makeContent();
+        QWindow* const window = content.get();
+        popover.show(std::move(content), {640, 14});
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        QVERIFY(popover.isShown());
+        QCOMPARE(window->geometry(), QRect(440, 28, 400, 560));
+        QVERIFY(window->flags().testFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint));
+        popover.show(makeContent(), {}); // a desktop that does not tell
+        QCOMPARE(QGuiApplication::topLevelWindows().constLast()->geometry().right(), 1280 - 1 - 6);
+    }
 
-void tst_Popover::geometry() {
-    QFETCH(const QPoint, anchor);
-    QFETCH(const QSize, size);
-    QFETCH(const QRect, available);
-    QTEST(popoverGeometry(anchor, size, available), "expected");
-}
+    void pressOutsideIsHeardAndPressInsideIsTheContents() {
+        DesktopPopover popover;
+        QSignalSpy outside(&popover, &Popover::pressedOutside);
+        int inside = 0;
+        auto content = makeContent();
+        content->onPress = [&] {
+            ++inside;
+        };
+        QWindow* const window = content.get();
+        popover.show(std::move(content), {640, 14});
+        QVERIFY(QTest::qWaitForWindowActive(window));
 
-void tst_Popover::hangsFromItsAnchor() {
-    DesktopPopover popover;
-    auto content = makeContent();
-    QWindow* const window = content.get();
-    popover.show(std::move(content), {640, 14});
-    QVERIFY(QTest::qWaitForWindowActive(window));
-    QVERIFY(popover.isShown());
-    QCOMPARE(window->geometry(), QRect(440, 28, 400, 560));
-    QVERIFY(window->flags().testFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint));
-    popover.show(makeContent(), {}); // a desktop that does not tell
-    QCOMPARE(QGuiApplication::topLevelWindows().constLast()->geometry().right(), 1280 - 1 - 6);
-}
+        xdotool({u"mousemove"_s, u"600"_s, u"300"_s, u"click"_s, u"1"_s});
+        QTRY_COMPARE(inside, 1);
+        xdotool({u"mousemove"_s, u"100"_s, u"300"_s, u"click"_s, u"5"_s, u"click"_s, u"1"_s}); // scrolls first
+        QTRY_COMPARE(outside.size(), 1);
+        xdotool({u"click"_s, u"3"_s});
+        QTRY_COMPARE(outside.size(), 2);
 
-void tst_Popover::pressOutsideIsHeardAndPressInsideIsTheContents() {
-    DesktopPopover popover;
-    QSignalSpy outside(&popover, &Popover::pressedOutside);
-    int inside = 0;
-    auto content = makeContent();
-    content->onPress = [&] {
-        ++inside;
-    };
-    QWindow* const window = content.get();
-    popover.show(std::move(content), {640, 14});
-    QVERIFY(QTest::qWaitForWindowActive(window));
-
-    xdotool({u"mousemove"_s, u"600"_s, u"300"_s, u"click"_s, u"1"_s});
-    QTRY_COMPARE(inside, 1);
-    xdotool({u"mousemove"_s, u"100"_s, u"300"_s, u"click"_s, u"5"_s, u"click"_s, u"1"_s}); // scrolls first
-    QTRY_COMPARE(outside.size(), 1);
-    xdotool({u"click"_s, u"3"_s});
-    QTRY_COMPARE(outside.size(), 2);
-
-    popover.close();
-    xdotool({u"click"_s, u"1"_s});
-    popover.show(makeContent(), {640, 14});
-    xdotool({u"click"_s, u"1"_s});
-    QTRY_COMPARE(outside.size(), 3); // nothing of the click while it was closed
-    QCOMPARE(inside, 1);
-}
-
-void tst_Popover::pressOnAnotherWindowOfOursIsNotOutside() {
-    ClosingWindow other;
-    int pressed = 0;
-    other.onPress = [&] {
-        ++pressed;
-    };
-    other.setGeometry(0, 600, 200, 100);
-    other.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&other));
-    DesktopPopover popover;
-    QSignalSpy outside(&popover, &Popover::pressedOutside);
-    popover.show(makeContent(), {640, 14});
-    xdotool({u"mousemove"_s, u"100"_s, u"650"_s, u"click"_s, u"1"_s});
-    QTRY_COMPARE(pressed, 1);
-    QCOMPARE(outside.size(), 0);
-}
-
-void tst_Popover::focusLossIsToldButNotToAChild() {
-    DesktopPopover popover;
-    QSignalSpy lost(&popover, &Popover::lostFocus);
-    auto content = makeContent();
-    QWindow* const window = content.get();
-    popover.show(std::move(content), {640, 14});
-    QVERIFY(QTest::qWaitForWindowActive(window));
-
-    QRasterWindow dialog;
-    dialog.setTransientParent(window);
-    dialog.show();
-    dialog.requestActivate();
-    QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    QCOMPARE(lost.size(), 0);
-
-    QRasterWindow stranger;
-    stranger.show();
-    stranger.requestActivate();
-    QVERIFY(QTest::qWaitForWindowActive(&stranger));
-    QCOMPARE(lost.size(), 1);
-}
-
-void tst_Popover::closesFromInsideItsOwnHandler() {
-    DesktopPopover popover;
-    QSignalSpy closed(&popover, &Popover::didClose);
-    auto content = makeContent();
-    const QPointer<QWindow> window = content.get();
-    content->onPress = [&] {
         popover.close();
+        xdotool({u"click"_s, u"1"_s});
+        popover.show(makeContent(), {640, 14});
+        xdotool({u"click"_s, u"1"_s});
+        QTRY_COMPARE(outside.size(), 3); // nothing of the click while it was closed
+        QCOMPARE(inside, 1);
+    }
+
+    void pressOnAnotherWindowOfOursIsNotOutside() {
+        ClosingWindow other;
+        int pressed = 0;
+        other.onPress = [&] {
+            ++pressed;
+        };
+        other.setGeometry(0, 600, 200, 100);
+        other.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&other));
+        DesktopPopover popover;
+        QSignalSpy outside(&popover, &Popover::pressedOutside);
+        popover.show(makeContent(), {640, 14});
+        xdotool({u"mousemove"_s, u"100"_s, u"650"_s, u"click"_s, u"1"_s});
+        QTRY_COMPARE(pressed, 1);
+        QCOMPARE(outside.size(), 0);
+    }
+
+    void focusLossIsToldButNotToAChild() {
+        DesktopPopover popover;
+        QSignalSpy lost(&popover, &Popover::lostFocus);
+        auto content = makeContent();
+        QWindow* const window = content.get();
+        popover.show(std::move(content), {640, 14});
+        QVERIFY(QTest::qWaitForWindowActive(window));
+
+        QRasterWindow dialog;
+        dialog.setTransientParent(window);
+        dialog.show();
+        dialog.requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QCOMPARE(lost.size(), 0);
+
+        QRasterWindow stranger;
+        stranger.show();
+        stranger.requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(&stranger));
+        QCOMPARE(lost.size(), 1);
+    }
+
+    void closesFromInsideItsOwnHandler() {
+        DesktopPopover popover;
+        QSignalSpy closed(&popover, &Popover::didClose);
+        auto content = makeContent();
+        const QPointer<QWindow> window = content.get();
+        content->onPress = [&] {
+            popover.close();
+            QVERIFY(!popover.isShown());
+            QVERIFY(window); // its own code still runs
+        };
+        popover.show(std::move(content), {640, 14});
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QTest::mousePress(window, Qt::LeftButton);
+        QTRY_COMPARE(closed.size(), 1);
+        QVERIFY(!window);
+        popover.close();
+        QCOMPARE(closed.size(), 1);
+    }
+
+    void closedByTheWindowManagerIsClosed() {
+        DesktopPopover popover;
+        QSignalSpy closed(&popover, &Popover::didClose);
+        auto content = makeContent();
+        QWindow* const window = content.get();
+        popover.show(std::move(content), {640, 14});
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        window->close();
         QVERIFY(!popover.isShown());
-        QVERIFY(window); // its own code still runs
-    };
-    popover.show(std::move(content), {640, 14});
-    QVERIFY(QTest::qWaitForWindowExposed(window));
-    QTest::mousePress(window, Qt::LeftButton);
-    QTRY_COMPARE(closed.size(), 1);
-    QVERIFY(!window);
-    popover.close();
-    QCOMPARE(closed.size(), 1);
-}
+        QTRY_COMPARE(closed.size(), 1);
+    }
 
-void tst_Popover::closedByTheWindowManagerIsClosed() {
-    DesktopPopover popover;
-    QSignalSpy closed(&popover, &Popover::didClose);
-    auto content = makeContent();
-    QWindow* const window = content.get();
-    popover.show(std::move(content), {640, 14});
-    QVERIFY(QTest::qWaitForWindowExposed(window));
-    window->close();
-    QVERIFY(!popover.isShown());
-    QTRY_COMPARE(closed.size(), 1);
-}
-
-void tst_Popover::shownAgainWhileShown() {
-    DesktopPopover popover;
-    auto first = makeContent();
-    const QPointer<QWindow> window = first.get();
-    popover.show(std::move(first), {640, 14});
-    popover.show(makeContent(), {640, 14});
-    QVERIFY(popover.isShown());
-    QTRY_VERIFY(!window);
-    QVERIFY(popover.isShown());
-}
-
-void tst_Popover::takesItsContentAlong() {
-    QPointer<QWindow> shown;
-    QPointer<QWindow> closing;
-    {
+    void shownAgainWhileShown() {
         DesktopPopover popover;
         auto first = makeContent();
-        auto second = makeContent();
-        closing = first.get();
-        shown = second.get();
+        const QPointer<QWindow> window = first.get();
         popover.show(std::move(first), {640, 14});
-        popover.show(std::move(second), {640, 14});
+        popover.show(makeContent(), {640, 14});
+        QVERIFY(popover.isShown());
+        QTRY_VERIFY(!window);
+        QVERIFY(popover.isShown());
     }
-    QVERIFY(!shown);
-    QVERIFY(!closing);
-}
 
-void tst_Popover::cornersAreSquareWithoutACompositor() {
-    DesktopPopover popover;
-    QVERIFY(!popover.isTranslucent());
-    auto content = makeContent();
-    QWindow* const window = content.get();
-    popover.show(std::move(content), {640, 14});
-    QVERIFY(window->requestedFormat().alphaBufferSize() <= 0);
-}
+    void takesItsContentAlong() {
+        QPointer<QWindow> shown;
+        QPointer<QWindow> closing;
+        {
+            DesktopPopover popover;
+            auto first = makeContent();
+            auto second = makeContent();
+            closing = first.get();
+            shown = second.get();
+            popover.show(std::move(first), {640, 14});
+            popover.show(std::move(second), {640, 14});
+        }
+        QVERIFY(!shown);
+        QVERIFY(!closing);
+    }
+
+    void cornersAreSquareWithoutACompositor() {
+        DesktopPopover popover;
+        QVERIFY(!popover.isTranslucent());
+        auto content = makeContent();
+        QWindow* const window = content.get();
+        popover.show(std::move(content), {640, 14});
+        QVERIFY(window->requestedFormat().alphaBufferSize() <= 0);
+    }
+};
 
 /// Presses in other applications are known to a real display server only, so the test brings one.
 int main(int argc, char* argv[]) {

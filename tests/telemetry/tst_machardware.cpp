@@ -93,258 +93,238 @@ class MacHardwareTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cpuSampleIsKeptBetweenCalls(); // first: it tests the first measurement of the process
-    void cpuSampleIsSharedByThreads();
-    void cpuPercent_data();
-    void cpuPercent();
-    void ramUsage();
-    void diskUsage_data();
-    void diskUsage();
-    void firstAcceleratorThatTellsWins();
-    void kernelValues();
-    void modelNames_data();
-    void modelNames();
-    void fixedTexts();
-    void systemTexts_data();
-    void systemTexts();
-    void uptime_data();
-    void uptime();
-    void collectFallsBackThenKeepsTheDescription();
+    /// first: it tests the first measurement of the process
+    void cpuSampleIsKeptBetweenCalls() {
+        ScriptedKernel kernel;
+        kernel.ticks = CpuTicks{.user = 20, .system = 10, .idle = 60, .nice = 10};
+        QCOMPARE(MacHardwareCollector::queryCpuUsage(kernel), 40.0);
+        QCOMPARE(MacHardwareCollector::queryCpuUsage(kernel), 0.0);
+        kernel.ticks.reset();
+        QCOMPARE(MacHardwareCollector::queryCpuUsage(kernel), 0.0);
+        kernel.ticks = CpuTicks{.user = 50, .system = 10, .idle = 70, .nice = 10};
+        QCOMPARE(MacHardwareCollector::queryCpuUsage(kernel), 75.0);
+    }
+
+    void cpuSampleIsSharedByThreads() {
+        CountingKernel kernel;
+        (void)MacHardwareCollector::queryCpuUsage(kernel);
+        std::atomic<int> wrong = 0;
+        std::latch start(2);
+        const auto measure = [&] {
+            start.arrive_and_wait();
+            for (int call = 0; call < 20'000; ++call) {
+                const double percent = MacHardwareCollector::queryCpuUsage(kernel);
+                wrong += percent == CountingKernel::busyIn(CountingKernel::lastSampleHere) / 100.0 * 100 ? 0 : 1;
+            }
+        };
+        std::thread probe(measure);
+        measure();
+        probe.join();
+        QCOMPARE(wrong.load(), 0);
+    }
+
+    void cpuPercent_data() {
+        constexpr std::uint32_t top = std::numeric_limits<std::uint32_t>::max();
+        QTest::addColumn<CpuTicks>("now");
+        QTest::addColumn<std::optional<CpuTicks>>("previous");
+        QTest::addColumn<double>("percent");
+        const std::optional<CpuTicks> none;
+        QTest::newRow("since boot") << CpuTicks{1, 1, 6, 2} << none << 40.0;
+        QTest::newRow("nothing counted") << CpuTicks{} << none << 0.0;
+        QTest::newRow("all busy") << CpuTicks{9, 5, 7, 1} << std::optional(CpuTicks{4, 5, 7, 0}) << 100.0;
+        QTest::newRow("all idle") << CpuTicks{9, 5, 8, 1} << std::optional(CpuTicks{9, 5, 7, 1}) << 0.0;
+        QTest::newRow("user wrapped") << CpuTicks{9, 0, 30, 0} << std::optional(CpuTicks{top, 0, 0, 0}) << 25.0;
+        QTest::newRow("idle wrapped") << CpuTicks{10, 0, 4, 0} << std::optional(CpuTicks{0, 0, top - 5, 0}) << 50.0;
+        QTest::newRow("sum beyond 32 bits") << CpuTicks{top, top, top, top} << none << 75.0;
+    }
+    void cpuPercent() {
+        QFETCH(const CpuTicks, now);
+        QFETCH(const std::optional<CpuTicks>, previous);
+        QTEST(LoadArithmetic::cpuPercent(now, previous), "percent");
+    }
+
+    void ramUsage() {
+        constexpr quint64 installed = 16ULL << 30;
+        const MemoryPages pages{.active = 262'144, .wired = 131'072, .compressed = 131'072, .pageSize = 16'384};
+        const auto usage = LoadArithmetic::ramUsage(installed, pages);
+        QCOMPARE(usage.usedGB, 8.0);
+        QCOMPARE(usage.totalGB, 16.0);
+        QCOMPARE(usage.percent, 50.0);
+        QCOMPARE(LoadArithmetic::ramUsage(installed / 4, pages).percent, 100.0);
+        QCOMPARE(LoadArithmetic::ramUsage(std::nullopt, pages).percent, 0.0);
+        QCOMPARE(LoadArithmetic::ramUsage(std::nullopt, pages).usedGB, 8.0);
+        QCOMPARE(LoadArithmetic::ramUsage(installed, std::nullopt).usedGB, 0.0);
+        QCOMPARE(LoadArithmetic::ramUsage(installed, std::nullopt).totalGB, 16.0);
+    }
+
+    void diskUsage_data() {
+        QTest::addColumn<std::optional<VolumeSpace>>("volume");
+        QTest::addColumn<double>("used");
+        QTest::addColumn<double>("total");
+        const auto space = [](double size, double free) {
+            return std::optional(
+                VolumeSpace{static_cast<qint64>(size * gigabyte), static_cast<qint64>(free * gigabyte)});
+        };
+        QTest::newRow("half rounds away from zero") << space(1.25, 1.0) << 0.3 << 1.3;
+        QTest::newRow("free beyond size") << space(10, 11) << 0.0 << 10.0;
+        QTest::newRow("no free count") << std::optional(VolumeSpace{qint64{1} << 30, {}}) << 1.0 << 1.0;
+        QTest::newRow("no size") << std::optional(VolumeSpace{{}, 5}) << 0.0 << 0.0;
+        QTest::newRow("extremes") << std::optional(VolumeSpace{std::numeric_limits<qint64>::max(),
+                                                               std::numeric_limits<qint64>::min()})
+                                  << 17179869184.0 << 8589934592.0;
+        QTest::newRow("no volume") << std::optional<VolumeSpace>() << 0.0 << 0.0;
+    }
+    void diskUsage() {
+        QFETCH(const std::optional<VolumeSpace>, volume);
+        const auto usage = LoadArithmetic::diskUsage(volume);
+        QTEST(usage.usedGB, "used");
+        QTEST(usage.totalGB, "total");
+    }
+
+    void firstAcceleratorThatTellsWins() {
+        const QVariantMap wrongStatistics{{u"PerformanceStatistics"_s, 50}};
+        QCOMPARE(LoadArithmetic::gpuPercent({{}, wrongStatistics, card(u"90"_s), card(12), card(99)}), 12.0);
+        QCOMPARE(LoadArithmetic::gpuPercent({card(250.5)}), 250.5);
+        QCOMPARE(LoadArithmetic::gpuPercent({card(QVariant())}), 0.0);
+        QCOMPARE(LoadArithmetic::gpuPercent({}), 0.0);
+    }
+
+    void kernelValues() {
+        using namespace MacHardwareTexts;
+        QCOMPARE(kernelText(QByteArray("  Apple M2 Pro \n\0junk", 20)), std::optional(u"Apple M2 Pro"_s));
+        QCOMPARE(kernelText(QByteArray("no terminator")), std::optional(u"no terminator"_s));
+        QCOMPARE(kernelText(QByteArray("\0", 1)), std::optional(u""_s));
+        QCOMPARE(kernelText(QByteArray()), std::nullopt);
+        QCOMPARE(kernelText(std::nullopt), std::nullopt);
+        QCOMPARE(kernelInt(bytes(qint32{-3})), std::optional<qint64>(-3));
+        QCOMPARE(kernelInt(bytes(qint64{3})), std::nullopt);
+        QCOMPARE(kernelInt64(bytes(qint64{1} << 40)), std::optional(qint64{1} << 40));
+        QCOMPARE(kernelInt64(bytes(qint32{3})), std::nullopt);
+    }
+
+    void modelNames_data() {
+        QTest::addColumn<QString>("identifier");
+        QTest::addColumn<QString>("name");
+        const auto row = [](const char* identifier, const char* name) {
+            QTest::newRow(identifier) << QString::fromLatin1(identifier) << QString::fromLatin1(name);
+        };
+        row("Macmini9,1", "Mac mini");
+        row("xMINIx", "Mac mini");
+        row("Mac14,12", "Mac mini");
+        row("Mac14,3", "Mac mini");
+        row("Mac16,11", "Mac mini");
+        row("mac14,3", "Apple Silicon Mac");
+        row("MacBookAir10,1", "MacBook Air");
+        row("MacBookPro18,3", "MacBook Pro");
+        row("macbook", "MacBook Pro");
+        row("Mac13,2", "Mac Studio");
+        row("Mac14,13", "Mac Studio");
+        row("some studio", "Mac Studio");
+        row("iMac21,1", "iMac");
+        row("iMacPro1,1", "iMac");
+        row("MacPro7,1", "Mac Pro");
+        row("Mac14,15", "Apple Silicon Mac");
+        row("Mac14,2", "Apple Silicon Mac");
+        row("Mac13,10", "Mac Studio");
+        row("", "Apple Silicon Mac");
+    }
+    void modelNames() {
+        QFETCH(const QString, identifier);
+        QTEST(MacHardwareTexts::friendlyModelName(identifier), "name");
+    }
+
+    void fixedTexts() {
+        using namespace MacHardwareTexts;
+        QCOMPARE(coreText({}, {}), u"10 Cores (4 Performance + 6 Efficiency)"_s);
+        QCOMPARE(coreText(8, {}), u"14 Cores (8 Performance + 6 Efficiency)"_s);
+        QCOMPARE(coreText(2147483647, 2147483647),
+                 u"4294967294 Cores (2147483647 Performance + 2147483647 Efficiency)"_s);
+        QCOMPARE(memoryText(17179869184), u"16 GB Unified Memory"_s);
+        QCOMPARE(memoryText(25769803776), u"24 GB Unified Memory"_s);
+        QCOMPARE(memoryText((qint64{1} << 30) * 5 / 2), u"3 GB Unified Memory"_s);
+        QCOMPARE(memoryText({}), u"16 GB Unified Memory"_s);
+        QCOMPARE(thermalStateText(ThermalState::nominal), u"Nominal (Cool & Quiet)"_s);
+        QCOMPARE(thermalStateText(ThermalState::fair), u"Fair (Slightly Warm)"_s);
+        QCOMPARE(thermalStateText(ThermalState::serious), u"Serious (Thermal Throttling)"_s);
+        QCOMPARE(thermalStateText(ThermalState::critical), u"Critical (Overheating)"_s);
+        QCOMPARE(thermalStateText(static_cast<ThermalState>(77)), u"Normal"_s);
+    }
+
+    void systemTexts_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("version");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("two numbers") << u"macOS"_s << u"15.1"_s << u"macOS 15.1"_s;
+        QTest::newRow("patch left out") << u"macOS"_s << u"14.5.2"_s << u"macOS 14.5"_s;
+        QTest::newRow("leading zero kept") << u"Ubuntu"_s << u"22.04"_s << u"Ubuntu 22.04"_s;
+        QTest::newRow("one number") << u"Debian GNU/Linux"_s << u"12"_s << u"Debian GNU/Linux 12"_s;
+        QTest::newRow("rolling") << u"Arch Linux"_s << u""_s << u"Arch Linux"_s;
+        QTest::newRow("a name like a format") << u"%2 %1"_s << u"1"_s << u"%2 %1 1"_s;
+    }
+    void systemTexts() {
+        QFETCH(const QString, name);
+        QFETCH(const QString, version);
+        QTEST(MacHardwareTexts::systemText({.name = name, .version = version, .versionText = {}}), "text");
+    }
+
+    void uptime_data() {
+        QTest::addColumn<qint64>("up");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("just started") << qint64{59} << u"0h 0m"_s;
+        QTest::newRow("hours") << qint64{3725} << u"1h 2m"_s;
+        QTest::newRow("a second short of a day") << qint64{86'399} << u"23h 59m"_s;
+        QTest::newRow("a day") << qint64{86'400} << u"1d 0h 0m"_s;
+        QTest::newRow("days") << qint64{14 * 86'400 + 6 * 3600} << u"14d 6h 0m"_s;
+        QTest::newRow("clock set back") << qint64{-5000} << u"0h 0m"_s;
+    }
+    void uptime() {
+        QFETCH(const qint64, up);
+        constexpr qint64 boot = 1'700'000'000;
+        QTEST(MacHardwareTexts::uptimeText(bootTime(boot), boot + up), "text");
+        QCOMPARE(MacHardwareTexts::uptimeText(std::nullopt, boot), u"Unknown"_s);
+        QCOMPARE(MacHardwareTexts::uptimeText(bytes(boot), boot), u"Unknown"_s);
+    }
+
+    void collectFallsBackThenKeepsTheDescription() {
+        ScriptedKernel kernel;
+        NoSensors sensors;
+        kernel.values["hw.model"] = "MacBookAir10,1";
+        kernel.os = {.name = u"macOS"_s, .version = u"14.5"_s, .versionText = u"Version 14.5 (Build 23F79)"_s};
+        const MacHardwareInfo first = MacHardwareCollector::collect(kernel, sensors);
+        MacHardwareInfo expected;
+        expected.modelName = u"MacBook Air"_s;
+        expected.modelIdentifier = u"MacBookAir10,1"_s;
+        expected.chip = u"Apple Silicon"_s;
+        expected.cpuCores = u"10 Cores (4 Performance + 6 Efficiency)"_s;
+        expected.gpuCores = u"Integrated GPU (Metal)"_s;
+        expected.memoryString = u"16 GB Unified Memory"_s;
+        expected.osVersion = u"macOS 14.5"_s;
+        expected.osBuild = u"Version 14.5 (Build 23F79)"_s;
+        expected.kernelVersion = u"Darwin"_s;
+        expected.uptimeString = u"Unknown"_s;
+        expected.thermalState = u"Normal"_s;
+        QCOMPARE(first, expected);
+
+        kernel.values["hw.model"] = "Macmini9,1";
+        kernel.values["hw.memsize"] = bytes(qint64{8} << 30);
+        kernel.values["kern.boottime"] = bootTime(1000);
+        kernel.makersName = u"Workstation 5"_s;
+        kernel.os.versionText = u"Version 14.6"_s;
+        kernel.thermal = ThermalState::fair;
+        kernel.cards = {card(7)};
+        kernel.pages = MemoryPages{.active = 1U << 18, .pageSize = 4096};
+        kernel.now = 1000 + 3725;
+        expected.modelName = u"Workstation 5"_s;
+        expected.osBuild = u"Version 14.6"_s;
+        expected.uptimeString = u"1h 2m"_s;
+        expected.thermalState = u"Fair (Slightly Warm)"_s;
+        expected.gpuUsagePercent = 7;
+        expected.ramUsedGB = 1;
+        expected.ramTotalGB = 8;
+        expected.ramUsagePercent = 12.5;
+        QCOMPARE(MacHardwareCollector::collect(kernel, sensors), expected);
+    }
 };
-
-void MacHardwareTest::cpuSampleIsKeptBetweenCalls() {
-    ScriptedKernel kernel;
-    kernel.ticks = CpuTicks{.user = 20, .system = 10, .idle = 60, .nice = 10};
-    QCOMPARE(MacHardwareCollector::queryCpuUsage(kernel), 40.0);
-    QCOMPARE(MacHardwareCollector::queryCpuUsage(kernel), 0.0);
-    kernel.ticks.reset();
-    QCOMPARE(MacHardwareCollector::queryCpuUsage(kernel), 0.0);
-    kernel.ticks = CpuTicks{.user = 50, .system = 10, .idle = 70, .nice = 10};
-    QCOMPARE(MacHardwareCollector::queryCpuUsage(kernel), 75.0);
-}
-
-void MacHardwareTest::cpuSampleIsSharedByThreads() {
-    CountingKernel kernel;
-    (void)MacHardwareCollector::queryCpuUsage(kernel);
-    std::atomic<int> wrong = 0;
-    std::latch start(2);
-    const auto measure = [&] {
-        start.arrive_and_wait();
-        for (int call = 0; call < 20'000; ++call) {
-            const double percent = MacHardwareCollector::queryCpuUsage(kernel);
-            wrong += percent == CountingKernel::busyIn(CountingKernel::lastSampleHere) / 100.0 * 100 ? 0 : 1;
-        }
-    };
-    std::thread probe(measure);
-    measure();
-    probe.join();
-    QCOMPARE(wrong.load(), 0);
-}
-
-void MacHardwareTest::cpuPercent_data() {
-    constexpr std::uint32_t top = std::numeric_limits<std::uint32_t>::max();
-    QTest::addColumn<CpuTicks>("now");
-    QTest::addColumn<std::optional<CpuTicks>>("previous");
-    QTest::addColumn<double>("percent");
-    const std::optional<CpuTicks> none;
-    QTest::newRow("since boot") << CpuTicks{1, 1, 6, 2} << none << 40.0;
-    QTest::newRow("nothing counted") << CpuTicks{} << none << 0.0;
-    QTest::newRow("all busy") << CpuTicks{9, 5, 7, 1} << std::optional(CpuTicks{4, 5, 7, 0}) << 100.0;
-    QTest::newRow("all idle") << CpuTicks{9, 5, 8, 1} << std::optional(CpuTicks{9, 5, 7, 1}) << 0.0;
-    QTest::newRow("user wrapped") << CpuTicks{9, 0, 30, 0} << std::optional(CpuTicks{top, 0, 0, 0}) << 25.0;
-    QTest::newRow("idle wrapped") << CpuTicks{10, 0, 4, 0} << std::optional(CpuTicks{0, 0, top - 5, 0}) << 50.0;
-    QTest::newRow("sum beyond 32 bits") << CpuTicks{top, top, top, top} << none << 75.0;
-}
-
-void MacHardwareTest::cpuPercent() {
-    QFETCH(const CpuTicks, now);
-    QFETCH(const std::optional<CpuTicks>, previous);
-    QTEST(LoadArithmetic::cpuPercent(now, previous), "percent");
-}
-
-void MacHardwareTest::ramUsage() {
-    constexpr quint64 installed = 16ULL << 30;
-    const MemoryPages pages{.active = 262'144, .wired = 131'072, .compressed = 131'072, .pageSize = 16'384};
-    const auto usage = LoadArithmetic::ramUsage(installed, pages);
-    QCOMPARE(usage.usedGB, 8.0);
-    QCOMPARE(usage.totalGB, 16.0);
-    QCOMPARE(usage.percent, 50.0);
-    QCOMPARE(LoadArithmetic::ramUsage(installed / 4, pages).percent, 100.0);
-    QCOMPARE(LoadArithmetic::ramUsage(std::nullopt, pages).percent, 0.0);
-    QCOMPARE(LoadArithmetic::ramUsage(std::nullopt, pages).usedGB, 8.0);
-    QCOMPARE(LoadArithmetic::ramUsage(installed, std::nullopt).usedGB, 0.0);
-    QCOMPARE(LoadArithmetic::ramUsage(installed, std::nullopt).totalGB, 16.0);
-}
-
-void MacHardwareTest::diskUsage_data() {
-    QTest::addColumn<std::optional<VolumeSpace>>("volume");
-    QTest::addColumn<double>("used");
-    QTest::addColumn<double>("total");
-    const auto space = [](double size, double free) {
-        return std::optional(VolumeSpace{static_cast<qint64>(size * gigabyte), static_cast<qint64>(free * gigabyte)});
-    };
-    QTest::newRow("half rounds away from zero") << space(1.25, 1.0) << 0.3 << 1.3;
-    QTest::newRow("free beyond size") << space(10, 11) << 0.0 << 10.0;
-    QTest::newRow("no free count") << std::optional(VolumeSpace{qint64{1} << 30, {}}) << 1.0 << 1.0;
-    QTest::newRow("no size") << std::optional(VolumeSpace{{}, 5}) << 0.0 << 0.0;
-    QTest::newRow("extremes") << std::optional(VolumeSpace{std::numeric_limits<qint64>::max(),
-                                                           std::numeric_limits<qint64>::min()})
-                              << 17179869184.0 << 8589934592.0;
-    QTest::newRow("no volume") << std::optional<VolumeSpace>() << 0.0 << 0.0;
-}
-
-void MacHardwareTest::diskUsage() {
-    QFETCH(const std::optional<VolumeSpace>, volume);
-    const auto usage = LoadArithmetic::diskUsage(volume);
-    QTEST(usage.usedGB, "used");
-    QTEST(usage.totalGB, "total");
-}
-
-void MacHardwareTest::firstAcceleratorThatTellsWins() {
-    const QVariantMap wrongStatistics{{u"PerformanceStatistics"_s, 50}};
-    QCOMPARE(LoadArithmetic::gpuPercent({{}, wrongStatistics, card(u"90"_s), card(12), card(99)}), 12.0);
-    QCOMPARE(LoadArithmetic::gpuPercent({card(250.5)}), 250.5);
-    QCOMPARE(LoadArithmetic::gpuPercent({card(QVariant())}), 0.0);
-    QCOMPARE(LoadArithmetic::gpuPercent({}), 0.0);
-}
-
-void MacHardwareTest::kernelValues() {
-    using namespace MacHardwareTexts;
-    QCOMPARE(kernelText(QByteArray("  Apple M2 Pro \n\0junk", 20)), std::optional(u"Apple M2 Pro"_s));
-    QCOMPARE(kernelText(QByteArray("no terminator")), std::optional(u"no terminator"_s));
-    QCOMPARE(kernelText(QByteArray("\0", 1)), std::optional(u""_s));
-    QCOMPARE(kernelText(QByteArray()), std::nullopt);
-    QCOMPARE(kernelText(std::nullopt), std::nullopt);
-    QCOMPARE(kernelInt(bytes(qint32{-3})), std::optional<qint64>(-3));
-    QCOMPARE(kernelInt(bytes(qint64{3})), std::nullopt);
-    QCOMPARE(kernelInt64(bytes(qint64{1} << 40)), std::optional(qint64{1} << 40));
-    QCOMPARE(kernelInt64(bytes(qint32{3})), std::nullopt);
-}
-
-void MacHardwareTest::modelNames_data() {
-    QTest::addColumn<QString>("identifier");
-    QTest::addColumn<QString>("name");
-    const auto row = [](const char* identifier, const char* name) {
-        QTest::newRow(identifier) << QString::fromLatin1(identifier) << QString::fromLatin1(name);
-    };
-    row("Macmini9,1", "Mac mini");
-    row("xMINIx", "Mac mini");
-    row("Mac14,12", "Mac mini");
-    row("Mac14,3", "Mac mini");
-    row("Mac16,11", "Mac mini");
-    row("mac14,3", "Apple Silicon Mac");
-    row("MacBookAir10,1", "MacBook Air");
-    row("MacBookPro18,3", "MacBook Pro");
-    row("macbook", "MacBook Pro");
-    row("Mac13,2", "Mac Studio");
-    row("Mac14,13", "Mac Studio");
-    row("some studio", "Mac Studio");
-    row("iMac21,1", "iMac");
-    row("iMacPro1,1", "iMac");
-    row("MacPro7,1", "Mac Pro");
-    row("Mac14,15", "Apple Silicon Mac");
-    row("Mac14,2", "Apple Silicon Mac");
-    row("Mac13,10", "Mac Studio");
-    row("", "Apple Silicon Mac");
-}
-
-void MacHardwareTest::modelNames() {
-    QFETCH(const QString, identifier);
-    QTEST(MacHardwareTexts::friendlyModelName(identifier), "name");
-}
-
-void MacHardwareTest::fixedTexts() {
-    using namespace MacHardwareTexts;
-    QCOMPARE(coreText({}, {}), u"10 Cores (4 Performance + 6 Efficiency)"_s);
-    QCOMPARE(coreText(8, {}), u"14 Cores (8 Performance + 6 Efficiency)"_s);
-    QCOMPARE(coreText(2147483647, 2147483647), u"4294967294 Cores (2147483647 Performance + 2147483647 Efficiency)"_s);
-    QCOMPARE(memoryText(17179869184), u"16 GB Unified Memory"_s);
-    QCOMPARE(memoryText(25769803776), u"24 GB Unified Memory"_s);
-    QCOMPARE(memoryText((qint64{1} << 30) * 5 / 2), u"3 GB Unified Memory"_s);
-    QCOMPARE(memoryText({}), u"16 GB Unified Memory"_s);
-    QCOMPARE(thermalStateText(ThermalState::nominal), u"Nominal (Cool & Quiet)"_s);
-    QCOMPARE(thermalStateText(ThermalState::fair), u"Fair (Slightly Warm)"_s);
-    QCOMPARE(thermalStateText(ThermalState::serious), u"Serious (Thermal Throttling)"_s);
-    QCOMPARE(thermalStateText(ThermalState::critical), u"Critical (Overheating)"_s);
-    QCOMPARE(thermalStateText(static_cast<ThermalState>(77)), u"Normal"_s);
-}
-
-void MacHardwareTest::systemTexts_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("version");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("two numbers") << u"macOS"_s << u"15.1"_s << u"macOS 15.1"_s;
-    QTest::newRow("patch left out") << u"macOS"_s << u"14.5.2"_s << u"macOS 14.5"_s;
-    QTest::newRow("leading zero kept") << u"Ubuntu"_s << u"22.04"_s << u"Ubuntu 22.04"_s;
-    QTest::newRow("one number") << u"Debian GNU/Linux"_s << u"12"_s << u"Debian GNU/Linux 12"_s;
-    QTest::newRow("rolling") << u"Arch Linux"_s << u""_s << u"Arch Linux"_s;
-    QTest::newRow("a name like a format") << u"%2 %1"_s << u"1"_s << u"%2 %1 1"_s;
-}
-
-void MacHardwareTest::systemTexts() {
-    QFETCH(const QString, name);
-    QFETCH(const QString, version);
-    QTEST(MacHardwareTexts::systemText({.name = name, .version = version, .versionText = {}}), "text");
-}
-
-void MacHardwareTest::uptime_data() {
-    QTest::addColumn<qint64>("up");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("just started") << qint64{59} << u"0h 0m"_s;
-    QTest::newRow("hours") << qint64{3725} << u"1h 2m"_s;
-    QTest::newRow("a second short of a day") << qint64{86'399} << u"23h 59m"_s;
-    QTest::newRow("a day") << qint64{86'400} << u"1d 0h 0m"_s;
-    QTest::newRow("days") << qint64{14 * 86'400 + 6 * 3600} << u"14d 6h 0m"_s;
-    QTest::newRow("clock set back") << qint64{-5000} << u"0h 0m"_s;
-}
-
-void MacHardwareTest::uptime() {
-    QFETCH(const qint64, up);
-    constexpr qint64 boot = 1'700'000'000;
-    QTEST(MacHardwareTexts::uptimeText(bootTime(boot), boot + up), "text");
-    QCOMPARE(MacHardwareTexts::uptimeText(std::nullopt, boot), u"Unknown"_s);
-    QCOMPARE(MacHardwareTexts::uptimeText(bytes(boot), boot), u"Unknown"_s);
-}
-
-void MacHardwareTest::collectFallsBackThenKeepsTheDescription() {
-    ScriptedKernel kernel;
-    NoSensors sensors;
-    kernel.values["hw.model"] = "MacBookAir10,1";
-    kernel.os = {.name = u"macOS"_s, .version = u"14.5"_s, .versionText = u"Version 14.5 (Build 23F79)"_s};
-    const MacHardwareInfo first = MacHardwareCollector::collect(kernel, sensors);
-    MacHardwareInfo expected;
-    expected.modelName = u"MacBook Air"_s;
-    expected.modelIdentifier = u"MacBookAir10,1"_s;
-    expected.chip = u"Apple Silicon"_s;
-    expected.cpuCores = u"10 Cores (4 Performance + 6 Efficiency)"_s;
-    expected.gpuCores = u"Integrated GPU (Metal)"_s;
-    expected.memoryString = u"16 GB Unified Memory"_s;
-    expected.osVersion = u"macOS 14.5"_s;
-    expected.osBuild = u"Version 14.5 (Build 23F79)"_s;
-    expected.kernelVersion = u"Darwin"_s;
-    expected.uptimeString = u"Unknown"_s;
-    expected.thermalState = u"Normal"_s;
-    QCOMPARE(first, expected);
-
-    kernel.values["hw.model"] = "Macmini9,1";
-    kernel.values["hw.memsize"] = bytes(qint64{8} << 30);
-    kernel.values["kern.boottime"] = bootTime(1000);
-    kernel.makersName = u"Workstation 5"_s;
-    kernel.os.versionText = u"Version 14.6"_s;
-    kernel.thermal = ThermalState::fair;
-    kernel.cards = {card(7)};
-    kernel.pages = MemoryPages{.active = 1U << 18, .pageSize = 4096};
-    kernel.now = 1000 + 3725;
-    expected.modelName = u"Workstation 5"_s;
-    expected.osBuild = u"Version 14.6"_s;
-    expected.uptimeString = u"1h 2m"_s;
-    expected.thermalState = u"Fair (Slightly Warm)"_s;
-    expected.gpuUsagePercent = 7;
-    expected.ramUsedGB = 1;
-    expected.ramTotalGB = 8;
-    expected.ramUsagePercent = 12.5;
-    QCOMPARE(MacHardwareCollector::collect(kernel, sensors), expected);
-}
 
 QTEST_APPLESS_MAIN(MacHardwareTest)
 #include "tst_machardware.moc"

@@ -20,9 +20,8 @@ public:
 
 QStringList namesOf(const ThermalSummary& summary) {
     QStringList names;
-    for (const MacThermalSensor& sensor : summary.sensors) {
+    for (const MacThermalSensor& sensor : summary.sensors)
         names.append(sensor.name);
-    }
     return names;
 }
 
@@ -32,100 +31,91 @@ class ThermalSurveyTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void keepsPlausibleReadings_data();
-    void keepsPlausibleReadings();
-    void classifiesByName_data();
-    void classifiesByName();
-    void condenses();
-    void lastStorageReadingCounts();
-    void storageAndZonesStayOutOfTheSummary();
-    void sortsHottestFirstAndKeepsTies();
-    void nothingToRead();
-    void quickReadings();
+    void keepsPlausibleReadings_data() {
+        QTest::addColumn<double>("celsius");
+        QTest::addColumn<bool>("kept");
+        QTest::newRow("lower bound") << 15.0 << false;
+        QTest::newRow("above lower bound") << 15.01 << true;
+        QTest::newRow("below upper bound") << 124.99 << true;
+        QTest::newRow("upper bound") << 125.0 << false;
+        QTest::newRow("negative") << -40.0 << false;
+        QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << false;
+        QTest::newRow("infinite") << std::numeric_limits<double>::infinity() << false;
+    }
+    void keepsPlausibleReadings() {
+        QFETCH(const double, celsius);
+        QFETCH(const bool, kept);
+        const ThermalSummary summary = surveyThermals(Readings{{u"PMU tdie1"_s, celsius}, {u"NAND"_s, celsius}});
+        QCOMPARE(summary.sensors.size(), kept ? 2 : 0);
+        QCOMPARE(summary.avgSoc, kept ? celsius : 0);
+        QCOMPARE(summary.ssd, kept ? std::optional(celsius) : std::nullopt);
+    }
+
+    void classifiesByName_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("category");
+        QTest::newRow("NAND in capitals") << u"NAND CH0 temp"_s << u"Storage (SSD)"_s;
+        QTest::newRow("storage before die") << u"tdie ssd"_s << u"Storage (SSD)"_s;
+        QTest::newRow("die in mixed case") << u"PMU TDie7"_s << u"SoC Die (CPU/GPU)"_s;
+        QTest::newRow("die before power") << u"tdev tdie"_s << u"SoC Die (CPU/GPU)"_s;
+        QTest::newRow("power") << u"PMU2 tdev3"_s << u"Power Delivery (PMU)"_s;
+        QTest::newRow("any other") << u"gas gauge battery"_s << u"Thermal Zone"_s;
+        QTest::newRow("empty name") << u""_s << u"Thermal Zone"_s;
+    }
+    void classifiesByName() {
+        QFETCH(const QString, name);
+        QFETCH(const QString, category);
+        const MacThermalSensor expected{name, 40.0, category};
+        QCOMPARE(surveyThermals(Readings{{name, 40.0}}).sensors, QList{expected});
+    }
+
+    void condenses() {
+        const ThermalSummary summary = surveyThermals(
+            Readings{{u"tdie1"_s, 40.0}, {u"tdev1"_s, 50.0}, {u"tdie2"_s, 60.0}, {u"tdie3"_s, std::nullopt}});
+        QCOMPARE(summary.avgSoc, 50.0);
+        QCOMPARE(summary.peak, 60.0);
+        QCOMPARE(summary.ssd, std::nullopt);
+        QCOMPARE(summary.sensors.size(), 3);
+    }
+
+    void lastStorageReadingCounts() {
+        const ThermalSummary summary =
+            surveyThermals(Readings{{u"NAND 0"_s, 61.0}, {u"NAND 1"_s, 38.0}, {u"NAND 2"_s, 3.0}, {u"SSD"_s, {}}});
+        QCOMPARE(summary.ssd, std::optional(38.0));
+    }
+
+    void storageAndZonesStayOutOfTheSummary() {
+        const ThermalSummary summary = surveyThermals(Readings{{u"NAND"_s, 80.0}, {u"acpitz"_s, 90.0}});
+        QCOMPARE(summary.avgSoc, 0.0);
+        QCOMPARE(summary.peak, 0.0);
+        QCOMPARE(namesOf(summary), (QStringList{u"acpitz"_s, u"NAND"_s}));
+    }
+
+    void sortsHottestFirstAndKeepsTies() {
+        const ThermalSummary summary = surveyThermals(Readings{{u"a"_s, 40.0},
+                                                               {std::nullopt, 50.0},
+                                                               {u"c"_s, 60.0},
+                                                               {u"d"_s, 50.0},
+                                                               {std::nullopt, 40.0},
+                                                               {u"f"_s, 50.0}});
+        QCOMPARE(namesOf(summary), (QStringList{u"c"_s, u"Sensor"_s, u"d"_s, u"f"_s, u"a"_s, u"Sensor"_s}));
+    }
+
+    void nothingToRead() {
+        QCOMPARE(surveyThermals(std::nullopt), ThermalSummary{});
+        QCOMPARE(surveyThermals(Readings{}), ThermalSummary{});
+    }
+
+    void quickReadings() {
+        ScriptedSensors sensors;
+        sensors.readings = Readings{{u"tdie"_s, 55.0}, {u"SSD"_s, 33.0}};
+        const ThermalSummary expected{.avgSoc = 55, .peak = 55, .ssd = 33, .sensors = {}};
+        QCOMPARE(MacHardwareCollector::queryQuickThermals(sensors), expected);
+        QCOMPARE(MacHardwareCollector::queryQuickSocTemp(sensors), std::optional(55.0));
+        sensors.readings = Readings{{u"SSD"_s, 33.0}};
+        QCOMPARE(MacHardwareCollector::queryQuickSocTemp(sensors), std::nullopt);
+    }
 };
-
-void ThermalSurveyTest::keepsPlausibleReadings_data() {
-    QTest::addColumn<double>("celsius");
-    QTest::addColumn<bool>("kept");
-    QTest::newRow("lower bound") << 15.0 << false;
-    QTest::newRow("above lower bound") << 15.01 << true;
-    QTest::newRow("below upper bound") << 124.99 << true;
-    QTest::newRow("upper bound") << 125.0 << false;
-    QTest::newRow("negative") << -40.0 << false;
-    QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << false;
-    QTest::newRow("infinite") << std::numeric_limits<double>::infinity() << false;
-}
-
-void ThermalSurveyTest::keepsPlausibleReadings() {
-    QFETCH(const double, celsius);
-    QFETCH(const bool, kept);
-    const ThermalSummary summary = surveyThermals(Readings{{u"PMU tdie1"_s, celsius}, {u"NAND"_s, celsius}});
-    QCOMPARE(summary.sensors.size(), kept ? 2 : 0);
-    QCOMPARE(summary.avgSoc, kept ? celsius : 0);
-    QCOMPARE(summary.ssd, kept ? std::optional(celsius) : std::nullopt);
-}
-
-void ThermalSurveyTest::classifiesByName_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("category");
-    QTest::newRow("NAND in capitals") << u"NAND CH0 temp"_s << u"Storage (SSD)"_s;
-    QTest::newRow("storage before die") << u"tdie ssd"_s << u"Storage (SSD)"_s;
-    QTest::newRow("die in mixed case") << u"PMU TDie7"_s << u"SoC Die (CPU/GPU)"_s;
-    QTest::newRow("die before power") << u"tdev tdie"_s << u"SoC Die (CPU/GPU)"_s;
-    QTest::newRow("power") << u"PMU2 tdev3"_s << u"Power Delivery (PMU)"_s;
-    QTest::newRow("any other") << u"gas gauge battery"_s << u"Thermal Zone"_s;
-    QTest::newRow("empty name") << u""_s << u"Thermal Zone"_s;
-}
-
-void ThermalSurveyTest::classifiesByName() {
-    QFETCH(const QString, name);
-    QFETCH(const QString, category);
-    const MacThermalSensor expected{name, 40.0, category};
-    QCOMPARE(surveyThermals(Readings{{name, 40.0}}).sensors, QList{expected});
-}
-
-void ThermalSurveyTest::condenses() {
-    const ThermalSummary summary = surveyThermals(
-        Readings{{u"tdie1"_s, 40.0}, {u"tdev1"_s, 50.0}, {u"tdie2"_s, 60.0}, {u"tdie3"_s, std::nullopt}});
-    QCOMPARE(summary.avgSoc, 50.0);
-    QCOMPARE(summary.peak, 60.0);
-    QCOMPARE(summary.ssd, std::nullopt);
-    QCOMPARE(summary.sensors.size(), 3);
-}
-
-void ThermalSurveyTest::lastStorageReadingCounts() {
-    const ThermalSummary summary =
-        surveyThermals(Readings{{u"NAND 0"_s, 61.0}, {u"NAND 1"_s, 38.0}, {u"NAND 2"_s, 3.0}, {u"SSD"_s, {}}});
-    QCOMPARE(summary.ssd, std::optional(38.0));
-}
-
-void ThermalSurveyTest::storageAndZonesStayOutOfTheSummary() {
-    const ThermalSummary summary = surveyThermals(Readings{{u"NAND"_s, 80.0}, {u"acpitz"_s, 90.0}});
-    QCOMPARE(summary.avgSoc, 0.0);
-    QCOMPARE(summary.peak, 0.0);
-    QCOMPARE(namesOf(summary), (QStringList{u"acpitz"_s, u"NAND"_s}));
-}
-
-void ThermalSurveyTest::sortsHottestFirstAndKeepsTies() {
-    const ThermalSummary summary = surveyThermals(Readings{
-        {u"a"_s, 40.0}, {std::nullopt, 50.0}, {u"c"_s, 60.0}, {u"d"_s, 50.0}, {std::nullopt, 40.0}, {u"f"_s, 50.0}});
-    QCOMPARE(namesOf(summary), (QStringList{u"c"_s, u"Sensor"_s, u"d"_s, u"f"_s, u"a"_s, u"Sensor"_s}));
-}
-
-void ThermalSurveyTest::nothingToRead() {
-    QCOMPARE(surveyThermals(std::nullopt), ThermalSummary{});
-    QCOMPARE(surveyThermals(Readings{}), ThermalSummary{});
-}
-
-void ThermalSurveyTest::quickReadings() {
-    ScriptedSensors sensors;
-    sensors.readings = Readings{{u"tdie"_s, 55.0}, {u"SSD"_s, 33.0}};
-    const ThermalSummary expected{.avgSoc = 55, .peak = 55, .ssd = 33, .sensors = {}};
-    QCOMPARE(MacHardwareCollector::queryQuickThermals(sensors), expected);
-    QCOMPARE(MacHardwareCollector::queryQuickSocTemp(sensors), std::optional(55.0));
-    sensors.readings = Readings{{u"SSD"_s, 33.0}};
-    QCOMPARE(MacHardwareCollector::queryQuickSocTemp(sensors), std::nullopt);
-}
 
 QTEST_APPLESS_MAIN(ThermalSurveyTest)
 #include "tst_thermalsurvey.moc"

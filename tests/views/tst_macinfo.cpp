@@ -42,217 +42,201 @@ class MacInfoTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void tellsTheMachine();
-    void coloursByScale_data();
-    void coloursByScale();
-    void fallsBack_data();
-    void fallsBack();
-    void sensorRowsChangeInPlace();
+    void tellsTheMachine() {
+        const MacInfoContent content = macInfoContent(macMini(), PinPreset::standard(), false);
+        QCOMPARE(content.heading, u"Mac mini (Apple M2 Pro)"_s);
+        QCOMPARE(content.identity, u"Mac14,12 \u2022 macOS 14.5"_s);
+        QStringList tiles;
+        for (const MacTile& tile : content.tiles)
+            tiles += QStringList{tile.title, tile.value, tile.subtitle, tile.hint, tile.help}.join(u'|');
+        QCOMPARE(tiles, (QStringList{
+                            u"CPU Usage|12%|10 Cores|Pin to Bar +|Click to add CPU Usage to menu bar"_s,
+                            u"GPU Usage|8%|Integrated GPU (Metal)|Pin to Bar +|Click to add GPU Usage to menu bar"_s,
+                            u"Unified RAM|69%|11.0/16GB|Pin to Bar +|Click to add Unified RAM to menu bar"_s,
+                            u"SoC Average|41.2\u00b0C|CPU & GPU Die||Click to remove SoC Average from menu bar"_s,
+                            u"Peak Core|57.8\u00b0C|Hotspot Core|Pin to Bar +|Click to add Peak Core to menu bar"_s,
+                            u"SSD Storage|32.0\u00b0C|NAND Flash|Pin to Bar +|Click to add SSD Storage to menu bar"_s,
+                        }));
+        QStringList facts;
+        for (const MacFact& fact : content.facts)
+            facts += fact.symbol + u'|' + fact.label + u'|' + fact.value;
+        QCOMPARE(facts, (QStringList{u"sparkle|Chip|Apple M2 Pro"_s,
+                                     u"cpu|CPU Cores|10 Cores (4 Performance + 6 Efficiency)"_s,
+                                     u"square.grid.2x2|GPU Cores|Integrated GPU (Metal)"_s,
+                                     u"memorychip|Unified Memory|16 GB Unified Memory"_s,
+                                     u"desktopcomputer|Model Number|Mac14,12"_s,
+                                     u"apple.logo|OS Version|Version 14.5 (Build 23F79)"_s, u"terminal|Kernel|23.5.0"_s,
+                                     u"clock|System Uptime|14d 6h 0m"_s}));
+        QCOMPARE(content.fleet.symbol, u"checkmark.circle.fill"_s);
+        QCOMPARE(macInfoContent(macMini(), {}, false).fleet.symbol, u"circle"_s);
+        QCOMPARE(content.sensors.at(1).temperature, u"55.0 \u00b0C"_s);
+        QCOMPARE(content.sensors.at(1).role, ColorRole::Role::Green);
+    }
 
-    void tilesPinThemselves();
-    void presetsReplaceThePins_data();
-    void presetsReplaceThePins();
-    void sensorsOpenAndClose();
-    void snapshotsOnlyWhileOpen();
-    void closes();
+    void coloursByScale_data() {
+        using enum ColorRole::Role;
+        QTest::addColumn<double>("value");
+        QTest::addColumn<ColorRole::Role>("load");
+        QTest::addColumn<ColorRole::Role>("temperature");
+        QTest::newRow("0") << 0.0 << Green << Green;
+        QTest::newRow("below 55") << 54.99 << Green << Green;
+        QTest::newRow("55") << 55.0 << Green << Orange;
+        QTest::newRow("below 65") << 64.99 << Green << Orange;
+        QTest::newRow("65") << 65.0 << Orange << Orange;
+        QTest::newRow("below 75") << 74.99 << Orange << Orange;
+        QTest::newRow("75") << 75.0 << Orange << Red;
+        QTest::newRow("below 85") << 84.99 << Orange << Red;
+        QTest::newRow("85") << 85.0 << Red << Red;
+    }
+    void coloursByScale() {
+        QFETCH(const double, value);
+        MacHardwareInfo info = macMini();
+        info.cpuUsagePercent = info.gpuUsagePercent = info.ramUsagePercent = value;
+        info.avgSocTemp = info.peakSocTemp = value;
+        info.ssdTemp = value;
+        const MacInfoContent content = macInfoContent(info, {}, false);
+        for (int tile = 0; tile < 6; ++tile)
+            QTEST(content.tile(tile).role, tile < 3 ? "load" : "temperature");
+        QTEST(content.thermalRole, "temperature");
+    }
+
+    void fallsBack_data() {
+        QTest::addColumn<QString>("cpuCores");
+        QTest::addColumn<QString>("subtitle");
+        QTest::newRow("empty") << u""_s << u" Cores"_s;
+        QTest::newRow("no space") << u"8"_s << u"8 Cores"_s;
+        QTest::newRow("a space first") << u" 8"_s << u" Cores"_s;
+    }
+    void fallsBack() {
+        QFETCH(const QString, cpuCores);
+        MacHardwareInfo info = macMini();
+        info.cpuCores = cpuCores;
+        info.ssdTemp.reset();
+        info.sensors.clear();
+        const MacInfoContent content = macInfoContent(info, {}, true);
+        QTEST(content.tile(0).subtitle, "subtitle");
+        QCOMPARE(content.tile(5).value, u"--"_s);
+        QCOMPARE(content.tile(5).role, ColorRole::Role::Gray);
+        QCOMPARE(content.sensorsCaption, u"Individual Thermal Sensors (0)"_s);
+    }
+
+    void sensorRowsChangeInPlace() {
+        SensorListModel model;
+        const QAbstractItemModelTester tester(&model);
+        QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+        QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+        QList<MacSensorRow> rows = macInfoContent(macMini(), {}, true).sensors;
+        model.setRows(rows);
+        QCOMPARE(model.rowCount(), 3);
+        rows[2].temperature = u"40.0 \u00b0C"_s;
+        model.setRows(rows);
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(changes.at(0).at(0).toModelIndex().row(), 2);
+        rows.removeFirst();
+        model.setRows(rows);
+        QCOMPARE(model.rowCount(), 2);
+        QCOMPARE(model.data(model.index(1), SensorListModel::SensorRole).value<MacSensorRow>(), rows.at(1));
+        QCOMPARE(resets.count(), 0);
+    }
+
+    void tilesPinThemselves() {
+        using enum MenuBarItem;
+        ViewRig rig;
+        rig.show(u"MacInfoSheet"_s);
+        press(*rig.view, u"SSD Storage"_s);
+        QCOMPARE(rig.savedPins(), (MenuBarItemSet{socTemp, ssdTemp, serverStatus}));
+        press(*rig.view, u"SoC Average"_s);
+        QCOMPARE(rig.savedPins(), (MenuBarItemSet{ssdTemp, serverStatus}));
+        press(*rig.view, u"Server Fleet Status"_s);
+        QCOMPARE(rig.savedPins(), MenuBarItemSet{ssdTemp});
+
+        // The tile keeps the keyboard while what it shows changes.
+        findItem(rig.view->rootObject(), u"CPU Usage"_s)->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(rig.view.get(), Qt::Key_Space);
+        QCOMPARE(rig.savedPins(), (MenuBarItemSet{ssdTemp, cpuUsage}));
+        QTest::keyClick(rig.view.get(), Qt::Key_Return);
+        QCOMPARE(rig.savedPins(), MenuBarItemSet{ssdTemp});
+        QTest::keyClick(rig.view.get(), Qt::Key_Tab);
+        QTest::keyClick(rig.view.get(), Qt::Key_Space);
+        QCOMPARE(rig.savedPins(), (MenuBarItemSet{ssdTemp, gpuUsage}));
+    }
+
+    void presetsReplaceThePins_data() {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<MenuBarItemSet>("pins");
+        QTest::newRow("all") << u"Pin All (7 Items)"_s << PinPreset::all();
+        QTest::newRow("resources") << u"Pin Resources"_s << PinPreset::resources();
+        QTest::newRow("temperatures") << u"Pin All Temps"_s << PinPreset::thermals();
+        QTest::newRow("default") << u"Reset Default"_s << PinPreset::standard();
+    }
+    void presetsReplaceThePins() {
+        QFETCH(const QString, button);
+        ViewRig rig;
+        AppSettings settings = rig.store->settings();
+        settings.pinnedMenuBarItems = {MenuBarItem::peakTemp, MenuBarItem::gpuUsage};
+        rig.store->setSettings(settings);
+        rig.show(u"MacInfoSheet"_s);
+        press(*rig.view, button);
+        QTEST(rig.savedPins(), "pins");
+    }
+
+    void sensorsOpenAndClose() {
+        ViewRig rig;
+        rig.show(u"MacInfoSheet"_s);
+        rig.ui.setMacInfo(macMini());
+        auto* header = findItem(rig.view->rootObject(), u"sensors"_s);
+        QCOMPARE(header->property("text").toString(), u"Individual Thermal Sensors (3)"_s);
+        QVERIFY(!findItem(rig.view->rootObject(), u"NAND CH0 temp"_s));
+
+        press(*rig.view, u"sensors"_s);
+        QVERIFY(rig.ui.showingAllSensors());
+        rig.ui.setMacInfo(macMini());
+        QVERIFY(findItem(rig.view->rootObject(), u"NAND CH0 temp"_s));
+
+        // A fresh snapshot leaves the page where it is.
+        auto* scroll = findItem(rig.view->rootObject(), u"scroll"_s);
+        QTRY_VERIFY(scroll->property("contentHeight").toReal() > scroll->height() + 200);
+        scroll->setProperty("contentY", 150);
+        MacHardwareInfo warmer = macMini();
+        warmer.sensors[0].tempCelsius = 80;
+        rig.ui.setMacInfo(warmer);
+        QCOMPARE(scroll->property("contentY").toReal(), 150.0);
+
+        press(*rig.view, u"sensors"_s);
+        QVERIFY(!rig.ui.showingAllSensors());
+        QTRY_VERIFY(!findItem(rig.view->rootObject(), u"NAND CH0 temp"_s));
+    }
+
+    void snapshotsOnlyWhileOpen() {
+        ViewRig rig;
+        rig.show(u"MacInfoSheet"_s);
+        QVERIFY(rig.ui.macInfo().has_value());
+
+        rig.ui.setMacInfo(macMini());
+        press(*rig.view, u"refresh"_s);
+        QVERIFY(rig.ui.macInfo() != macMini());
+
+        rig.ui.setMacInfo(macMini());
+        QTRY_VERIFY_WITH_TIMEOUT(rig.ui.macInfo() != macMini(), 10000);
+
+        const QPointer<MacInfoModel> model = rig.view->rootObject()->findChild<MacInfoModel*>();
+        QVERIFY(model);
+        QCOMPARE(MacInfoModel::snapshotInterval, std::chrono::milliseconds(2500));
+        rig.view.reset();
+        QVERIFY2(!model, "its timer would go on");
+        QVERIFY(rig.ui.macInfo().has_value());
+    }
+
+    void closes() {
+        ViewRig rig;
+        rig.show(u"MacInfoSheet"_s);
+        QSignalSpy dismissed(rig.view->rootObject(), SIGNAL(dismissed()));
+        press(*rig.view, u"done"_s);
+        QCOMPARE(dismissed.count(), 1);
+        QTest::keyClick(rig.view.get(), Qt::Key_Escape);
+        QCOMPARE(dismissed.count(), 2);
+    }
 };
-
-void MacInfoTest::tellsTheMachine() {
-    const MacInfoContent content = macInfoContent(macMini(), PinPreset::standard(), false);
-    QCOMPARE(content.heading, u"Mac mini (Apple M2 Pro)"_s);
-    QCOMPARE(content.identity, u"Mac14,12 \u2022 macOS 14.5"_s);
-    QStringList tiles;
-    for (const MacTile& tile : content.tiles)
-        tiles += QStringList{tile.title, tile.value, tile.subtitle, tile.hint, tile.help}.join(u'|');
-    QCOMPARE(tiles, (QStringList{
-                        u"CPU Usage|12%|10 Cores|Pin to Bar +|Click to add CPU Usage to menu bar"_s,
-                        u"GPU Usage|8%|Integrated GPU (Metal)|Pin to Bar +|Click to add GPU Usage to menu bar"_s,
-                        u"Unified RAM|69%|11.0/16GB|Pin to Bar +|Click to add Unified RAM to menu bar"_s,
-                        u"SoC Average|41.2\u00b0C|CPU & GPU Die||Click to remove SoC Average from menu bar"_s,
-                        u"Peak Core|57.8\u00b0C|Hotspot Core|Pin to Bar +|Click to add Peak Core to menu bar"_s,
-                        u"SSD Storage|32.0\u00b0C|NAND Flash|Pin to Bar +|Click to add SSD Storage to menu bar"_s,
-                    }));
-    QStringList facts;
-    for (const MacFact& fact : content.facts)
-        facts += fact.symbol + u'|' + fact.label + u'|' + fact.value;
-    QCOMPARE(facts, (QStringList{
-                        u"sparkle|Chip|Apple M2 Pro"_s, u"cpu|CPU Cores|10 Cores (4 Performance + 6 Efficiency)"_s,
-                        u"square.grid.2x2|GPU Cores|Integrated GPU (Metal)"_s,
-                        u"memorychip|Unified Memory|16 GB Unified Memory"_s, u"desktopcomputer|Model Number|Mac14,12"_s,
-                        u"apple.logo|OS Version|Version 14.5 (Build 23F79)"_s, u"terminal|Kernel|23.5.0"_s,
-                        u"clock|System Uptime|14d 6h 0m"_s}));
-    QCOMPARE(content.fleet.symbol, u"checkmark.circle.fill"_s);
-    QCOMPARE(macInfoContent(macMini(), {}, false).fleet.symbol, u"circle"_s);
-    QCOMPARE(content.sensors.at(1).temperature, u"55.0 \u00b0C"_s);
-    QCOMPARE(content.sensors.at(1).role, ColorRole::Role::Green);
-}
-
-void MacInfoTest::coloursByScale_data() {
-    using enum ColorRole::Role;
-    QTest::addColumn<double>("value");
-    QTest::addColumn<ColorRole::Role>("load");
-    QTest::addColumn<ColorRole::Role>("temperature");
-    QTest::newRow("0") << 0.0 << Green << Green;
-    QTest::newRow("below 55") << 54.99 << Green << Green;
-    QTest::newRow("55") << 55.0 << Green << Orange;
-    QTest::newRow("below 65") << 64.99 << Green << Orange;
-    QTest::newRow("65") << 65.0 << Orange << Orange;
-    QTest::newRow("below 75") << 74.99 << Orange << Orange;
-    QTest::newRow("75") << 75.0 << Orange << Red;
-    QTest::newRow("below 85") << 84.99 << Orange << Red;
-    QTest::newRow("85") << 85.0 << Red << Red;
-}
-
-void MacInfoTest::coloursByScale() {
-    QFETCH(const double, value);
-    MacHardwareInfo info = macMini();
-    info.cpuUsagePercent = info.gpuUsagePercent = info.ramUsagePercent = value;
-    info.avgSocTemp = info.peakSocTemp = value;
-    info.ssdTemp = value;
-    const MacInfoContent content = macInfoContent(info, {}, false);
-    for (int tile = 0; tile < 6; ++tile)
-        QTEST(content.tile(tile).role, tile < 3 ? "load" : "temperature");
-    QTEST(content.thermalRole, "temperature");
-}
-
-void MacInfoTest::fallsBack_data() {
-    QTest::addColumn<QString>("cpuCores");
-    QTest::addColumn<QString>("subtitle");
-    QTest::newRow("empty") << u""_s << u" Cores"_s;
-    QTest::newRow("no space") << u"8"_s << u"8 Cores"_s;
-    QTest::newRow("a space first") << u" 8"_s << u" Cores"_s;
-}
-
-void MacInfoTest::fallsBack() {
-    QFETCH(const QString, cpuCores);
-    MacHardwareInfo info = macMini();
-    info.cpuCores = cpuCores;
-    info.ssdTemp.reset();
-    info.sensors.clear();
-    const MacInfoContent content = macInfoContent(info, {}, true);
-    QTEST(content.tile(0).subtitle, "subtitle");
-    QCOMPARE(content.tile(5).value, u"--"_s);
-    QCOMPARE(content.tile(5).role, ColorRole::Role::Gray);
-    QCOMPARE(content.sensorsCaption, u"Individual Thermal Sensors (0)"_s);
-}
-
-void MacInfoTest::sensorRowsChangeInPlace() {
-    SensorListModel model;
-    const QAbstractItemModelTester tester(&model);
-    QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
-    QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
-    QList<MacSensorRow> rows = macInfoContent(macMini(), {}, true).sensors;
-    model.setRows(rows);
-    QCOMPARE(model.rowCount(), 3);
-    rows[2].temperature = u"40.0 \u00b0C"_s;
-    model.setRows(rows);
-    QCOMPARE(changes.count(), 1);
-    QCOMPARE(changes.at(0).at(0).toModelIndex().row(), 2);
-    rows.removeFirst();
-    model.setRows(rows);
-    QCOMPARE(model.rowCount(), 2);
-    QCOMPARE(model.data(model.index(1), SensorListModel::SensorRole).value<MacSensorRow>(), rows.at(1));
-    QCOMPARE(resets.count(), 0);
-}
-
-void MacInfoTest::tilesPinThemselves() {
-    using enum MenuBarItem;
-    ViewRig rig;
-    rig.show(u"MacInfoSheet"_s);
-    press(*rig.view, u"SSD Storage"_s);
-    QCOMPARE(rig.savedPins(), (MenuBarItemSet{socTemp, ssdTemp, serverStatus}));
-    press(*rig.view, u"SoC Average"_s);
-    QCOMPARE(rig.savedPins(), (MenuBarItemSet{ssdTemp, serverStatus}));
-    press(*rig.view, u"Server Fleet Status"_s);
-    QCOMPARE(rig.savedPins(), MenuBarItemSet{ssdTemp});
-
-    // The tile keeps the keyboard while what it shows changes.
-    findItem(rig.view->rootObject(), u"CPU Usage"_s)->forceActiveFocus(Qt::TabFocusReason);
-    QTest::keyClick(rig.view.get(), Qt::Key_Space);
-    QCOMPARE(rig.savedPins(), (MenuBarItemSet{ssdTemp, cpuUsage}));
-    QTest::keyClick(rig.view.get(), Qt::Key_Return);
-    QCOMPARE(rig.savedPins(), MenuBarItemSet{ssdTemp});
-    QTest::keyClick(rig.view.get(), Qt::Key_Tab);
-    QTest::keyClick(rig.view.get(), Qt::Key_Space);
-    QCOMPARE(rig.savedPins(), (MenuBarItemSet{ssdTemp, gpuUsage}));
-}
-
-void MacInfoTest::presetsReplaceThePins_data() {
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<MenuBarItemSet>("pins");
-    QTest::newRow("all") << u"Pin All (7 Items)"_s << PinPreset::all();
-    QTest::newRow("resources") << u"Pin Resources"_s << PinPreset::resources();
-    QTest::newRow("temperatures") << u"Pin All Temps"_s << PinPreset::thermals();
-    QTest::newRow("default") << u"Reset Default"_s << PinPreset::standard();
-}
-
-void MacInfoTest::presetsReplaceThePins() {
-    QFETCH(const QString, button);
-    ViewRig rig;
-    AppSettings settings = rig.store->settings();
-    settings.pinnedMenuBarItems = {MenuBarItem::peakTemp, MenuBarItem::gpuUsage};
-    rig.store->setSettings(settings);
-    rig.show(u"MacInfoSheet"_s);
-    press(*rig.view, button);
-    QTEST(rig.savedPins(), "pins");
-}
-
-void MacInfoTest::sensorsOpenAndClose() {
-    ViewRig rig;
-    rig.show(u"MacInfoSheet"_s);
-    rig.ui.setMacInfo(macMini());
-    auto* header = findItem(rig.view->rootObject(), u"sensors"_s);
-    QCOMPARE(header->property("text").toString(), u"Individual Thermal Sensors (3)"_s);
-    QVERIFY(!findItem(rig.view->rootObject(), u"NAND CH0 temp"_s));
-
-    press(*rig.view, u"sensors"_s);
-    QVERIFY(rig.ui.showingAllSensors());
-    rig.ui.setMacInfo(macMini());
-    QVERIFY(findItem(rig.view->rootObject(), u"NAND CH0 temp"_s));
-
-    // A fresh snapshot leaves the page where it is.
-    auto* scroll = findItem(rig.view->rootObject(), u"scroll"_s);
-    QTRY_VERIFY(scroll->property("contentHeight").toReal() > scroll->height() + 200);
-    scroll->setProperty("contentY", 150);
-    MacHardwareInfo warmer = macMini();
-    warmer.sensors[0].tempCelsius = 80;
-    rig.ui.setMacInfo(warmer);
-    QCOMPARE(scroll->property("contentY").toReal(), 150.0);
-
-    press(*rig.view, u"sensors"_s);
-    QVERIFY(!rig.ui.showingAllSensors());
-    QTRY_VERIFY(!findItem(rig.view->rootObject(), u"NAND CH0 temp"_s));
-}
-
-void MacInfoTest::snapshotsOnlyWhileOpen() {
-    ViewRig rig;
-    rig.show(u"MacInfoSheet"_s);
-    QVERIFY(rig.ui.macInfo().has_value());
-
-    rig.ui.setMacInfo(macMini());
-    press(*rig.view, u"refresh"_s);
-    QVERIFY(rig.ui.macInfo() != macMini());
-
-    rig.ui.setMacInfo(macMini());
-    QTRY_VERIFY_WITH_TIMEOUT(rig.ui.macInfo() != macMini(), 10000);
-
-    const QPointer<MacInfoModel> model = rig.view->rootObject()->findChild<MacInfoModel*>();
-    QVERIFY(model);
-    QCOMPARE(MacInfoModel::snapshotInterval, std::chrono::milliseconds(2500));
-    rig.view.reset();
-    QVERIFY2(!model, "its timer would go on");
-    QVERIFY(rig.ui.macInfo().has_value());
-}
-
-void MacInfoTest::closes() {
-    ViewRig rig;
-    rig.show(u"MacInfoSheet"_s);
-    QSignalSpy dismissed(rig.view->rootObject(), SIGNAL(dismissed()));
-    press(*rig.view, u"done"_s);
-    QCOMPARE(dismissed.count(), 1);
-    QTest::keyClick(rig.view.get(), Qt::Key_Escape);
-    QCOMPARE(dismissed.count(), 2);
-}
 
 QTEST_MAIN(MacInfoTest)
 #include "tst_macinfo.moc"

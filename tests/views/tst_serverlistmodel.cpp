@@ -59,172 +59,163 @@ class ServerListModelTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void followsRandomChanges();
-    void oneMoveForOneMove_data();
-    void oneMoveForOneMove();
-    void sharedIdsAreToldApart();
-    void coalescesAThousandResults();
-    void readsTheComputerOncePerChange();
-    void followsTheUserInterface();
-    void containersKeepTheirPlaces();
-};
+    void followsRandomChanges() {
+        Fixture fleet(numbered(12));
+        const QSignalSpy resets(fleet.model.get(), &QAbstractItemModel::modelReset);
+        QRandomGenerator random(7);
+        for (int round = 0; round < 300; ++round) {
+            QList<Server> servers = fleet.store->servers();
+            const auto place = [&] {
+                return random.bounded(std::max<qsizetype>(servers.size(), 1));
+            };
+            switch (random.bounded(6)) {
+            case 0:
+                servers.insert(place(), StoreRig::server(u"new %1"_s.arg(round)));
+                break;
+            case 1:
+                if (!servers.isEmpty())
+                    servers.removeAt(place());
+                break;
+            case 2:
+                if (!servers.isEmpty())
+                    servers.insert(place(), servers[place()]); // a second row of the same id
+                break;
+            case 3:
+                std::shuffle(servers.begin(), servers.end(), random);
+                break;
+            case 4:
+                if (!servers.isEmpty())
+                    servers[place()].name = u"renamed %1"_s.arg(round);
+                break;
+            default:
+                if (!servers.isEmpty())
+                    servers.move(place(), place());
+            }
+            fleet.store->setServers(servers);
+            if (random.bounded(3) > 0) // several changes may fall in one turn
+                QCoreApplication::processEvents();
+            if (fleet.model->rowCount() == servers.size() && fleet.shownNames() != fleet.names())
+                QCoreApplication::processEvents();
+        }
+        QCoreApplication::processEvents();
+        QCOMPARE(fleet.shownNames(), fleet.names());
+        QVERIFY(resets.isEmpty());
+    }
 
-void ServerListModelTest::followsRandomChanges() {
-    Fixture fleet(numbered(12));
-    const QSignalSpy resets(fleet.model.get(), &QAbstractItemModel::modelReset);
-    QRandomGenerator random(7);
-    for (int round = 0; round < 300; ++round) {
+    void oneMoveForOneMove_data() {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("to");
+        QTest::newRow("one up") << 3 << 2;
+        QTest::newRow("one down") << 3 << 4;
+        QTest::newRow("to the top") << 9 << 0;
+        QTest::newRow("to the bottom") << 0 << 9;
+    }
+    void oneMoveForOneMove() {
+        QFETCH(int, from);
+        QFETCH(int, to);
+        Fixture fleet(numbered(10));
+        const QSignalSpy moves(fleet.model.get(), &QAbstractItemModel::rowsMoved);
+        const QSignalSpy changes(fleet.model.get(), &QAbstractItemModel::dataChanged);
+        fleet.store->moveServer(from, to);
+        QCoreApplication::processEvents();
+        QCOMPARE(fleet.shownNames(), fleet.names());
+        QCOMPARE(moves.count(), 1);
+        QVERIFY(changes.isEmpty());
+    }
+
+    void sharedIdsAreToldApart() {
+        QList<Server> servers = numbered(3);
+        servers[2].id = servers[0].id;
+        Fixture fleet(servers);
+        servers[2].name = u"third"_s;
+        QSignalSpy changes(fleet.model.get(), &QAbstractItemModel::dataChanged);
+        fleet.store->setServers(servers);
+        QCoreApplication::processEvents();
+        QCOMPARE(fleet.shownNames(), QStringList({u"1"_s, u"2"_s, u"third"_s}));
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(changes[0][0].toModelIndex().row(), 2);
+        servers.removeFirst();
+        fleet.store->setServers(servers);
+        QCoreApplication::processEvents();
+        QCOMPARE(fleet.shownNames(), QStringList({u"2"_s, u"third"_s}));
+    }
+
+    void coalescesAThousandResults() {
+        Fixture fleet(numbered(1000));
+        QSignalSpy changes(fleet.model.get(), &QAbstractItemModel::dataChanged);
         QList<Server> servers = fleet.store->servers();
-        const auto place = [&] {
-            return random.bounded(std::max<qsizetype>(servers.size(), 1));
+        for (qsizetype part = 0; part < 20; ++part) {
+            for (qsizetype row = 0; row < servers.size(); ++row) {
+                if (row == 499)
+                    continue;
+                servers[row].metrics.emplace();
+                servers[row].metrics->latencyMs = part;
+            }
+            fleet.store->setServers(servers);
+        }
+        QVERIFY(changes.isEmpty());
+        QCoreApplication::processEvents();
+        QCOMPARE(changes.count(), 999);
+        QVERIFY(
+            std::ranges::none_of(changes, [](const auto& change) { return change[0].toModelIndex().row() == 499; }));
+        QCOMPARE(fleet.card(999).latencyText, u"19 ms"_s);
+    }
+
+    void readsTheComputerOncePerChange() {
+        QList<Server> servers = numbered(3);
+        servers[1].isLocal = true;
+        servers[1].metrics = ServerMetrics();
+        Fixture fleet(servers);
+        QCOMPARE(fleet.thermalReadings, 1);
+        for (int look = 0; look < 5; ++look)
+            QCOMPARE(fleet.card(1).temperatureText, u"41\u00b0C"_s);
+        QCOMPARE(fleet.thermalReadings, 1);
+        fleet.store->moveServer(0, 2);
+        fleet.store->moveServer(0, 2);
+        QCoreApplication::processEvents();
+        QCOMPARE(fleet.thermalReadings, 2);
+    }
+
+    void followsTheUserInterface() {
+        QList<Server> servers = numbered(3);
+        for (Server& server : servers) {
+            server.metrics = ServerMetrics();
+            server.metrics->containers = {ContainerInfo(u"c"_s + server.name, u"n"_s, {}, {}, u"running"_s, {})};
+        }
+        servers[2].metrics->containers.clear();
+        Fixture fleet(servers);
+        QSignalSpy changes(fleet.model.get(), &QAbstractItemModel::dataChanged);
+        fleet.ui.toggleExpanded(servers[1].id);
+        QCoreApplication::processEvents();
+        QCOMPARE(changes.count(), 1);
+        QVERIFY(fleet.card(1).isExpanded && !fleet.card(0).isExpanded);
+        fleet.ui.setRestartingContainerId(u"c2"_s);
+        QCoreApplication::processEvents();
+        QCOMPARE(changes.count(), 3); // every card that has containers
+        QVERIFY(fleet.card(1).containers[0].restarting && !fleet.card(0).containers[0].restarting);
+        QVERIFY(!fleet.card(0).containers[0].restartEnabled);
+        fleet.ui.setDraggedServerId(servers[0].id);
+        QCoreApplication::processEvents();
+        QCOMPARE(changes.count(), 4);
+        QVERIFY(fleet.card(0).isDragged);
+    }
+
+    void containersKeepTheirPlaces() {
+        ContainerListModel model;
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        const auto row = [](const QString& status) {
+            return containerRowContent({u"same"_s, {}, {}, status, {}, {}}, {});
         };
-        switch (random.bounded(6)) {
-        case 0:
-            servers.insert(place(), StoreRig::server(u"new %1"_s.arg(round)));
-            break;
-        case 1:
-            if (!servers.isEmpty())
-                servers.removeAt(place());
-            break;
-        case 2:
-            if (!servers.isEmpty())
-                servers.insert(place(), servers[place()]); // a second row of the same id
-            break;
-        case 3:
-            std::shuffle(servers.begin(), servers.end(), random);
-            break;
-        case 4:
-            if (!servers.isEmpty())
-                servers[place()].name = u"renamed %1"_s.arg(round);
-            break;
-        default:
-            if (!servers.isEmpty())
-                servers.move(place(), place());
-        }
-        fleet.store->setServers(servers);
-        if (random.bounded(3) > 0) // several changes may fall in one turn
-            QCoreApplication::processEvents();
-        if (fleet.model->rowCount() == servers.size() && fleet.shownNames() != fleet.names())
-            QCoreApplication::processEvents();
+        model.setRows({row(u"a"_s), row(u"b"_s), row(u"c"_s)});
+        QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+        const QSignalSpy removals(&model, &QAbstractItemModel::rowsRemoved);
+        model.setRows({row(u"a"_s), row(u"B"_s)});
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(changes[0][0].toModelIndex().row(), 1);
+        QCOMPARE(removals.count(), 1);
+        QCOMPARE(model.index(1).data(ContainerListModel::ContentRole).value<ContainerRowContent>().status, u"B"_s);
     }
-    QCoreApplication::processEvents();
-    QCOMPARE(fleet.shownNames(), fleet.names());
-    QVERIFY(resets.isEmpty());
-}
-
-void ServerListModelTest::oneMoveForOneMove_data() {
-    QTest::addColumn<int>("from");
-    QTest::addColumn<int>("to");
-    QTest::newRow("one up") << 3 << 2;
-    QTest::newRow("one down") << 3 << 4;
-    QTest::newRow("to the top") << 9 << 0;
-    QTest::newRow("to the bottom") << 0 << 9;
-}
-
-void ServerListModelTest::oneMoveForOneMove() {
-    QFETCH(int, from);
-    QFETCH(int, to);
-    Fixture fleet(numbered(10));
-    const QSignalSpy moves(fleet.model.get(), &QAbstractItemModel::rowsMoved);
-    const QSignalSpy changes(fleet.model.get(), &QAbstractItemModel::dataChanged);
-    fleet.store->moveServer(from, to);
-    QCoreApplication::processEvents();
-    QCOMPARE(fleet.shownNames(), fleet.names());
-    QCOMPARE(moves.count(), 1);
-    QVERIFY(changes.isEmpty());
-}
-
-void ServerListModelTest::sharedIdsAreToldApart() {
-    QList<Server> servers = numbered(3);
-    servers[2].id = servers[0].id;
-    Fixture fleet(servers);
-    servers[2].name = u"third"_s;
-    QSignalSpy changes(fleet.model.get(), &QAbstractItemModel::dataChanged);
-    fleet.store->setServers(servers);
-    QCoreApplication::processEvents();
-    QCOMPARE(fleet.shownNames(), QStringList({u"1"_s, u"2"_s, u"third"_s}));
-    QCOMPARE(changes.count(), 1);
-    QCOMPARE(changes[0][0].toModelIndex().row(), 2);
-    servers.removeFirst();
-    fleet.store->setServers(servers);
-    QCoreApplication::processEvents();
-    QCOMPARE(fleet.shownNames(), QStringList({u"2"_s, u"third"_s}));
-}
-
-void ServerListModelTest::coalescesAThousandResults() {
-    Fixture fleet(numbered(1000));
-    QSignalSpy changes(fleet.model.get(), &QAbstractItemModel::dataChanged);
-    QList<Server> servers = fleet.store->servers();
-    for (qsizetype part = 0; part < 20; ++part) {
-        for (qsizetype row = 0; row < servers.size(); ++row) {
-            if (row == 499)
-                continue;
-            servers[row].metrics.emplace();
-            servers[row].metrics->latencyMs = part;
-        }
-        fleet.store->setServers(servers);
-    }
-    QVERIFY(changes.isEmpty());
-    QCoreApplication::processEvents();
-    QCOMPARE(changes.count(), 999);
-    QVERIFY(std::ranges::none_of(changes, [](const auto& change) { return change[0].toModelIndex().row() == 499; }));
-    QCOMPARE(fleet.card(999).latencyText, u"19 ms"_s);
-}
-
-void ServerListModelTest::readsTheComputerOncePerChange() {
-    QList<Server> servers = numbered(3);
-    servers[1].isLocal = true;
-    servers[1].metrics = ServerMetrics();
-    Fixture fleet(servers);
-    QCOMPARE(fleet.thermalReadings, 1);
-    for (int look = 0; look < 5; ++look)
-        QCOMPARE(fleet.card(1).temperatureText, u"41\u00b0C"_s);
-    QCOMPARE(fleet.thermalReadings, 1);
-    fleet.store->moveServer(0, 2);
-    fleet.store->moveServer(0, 2);
-    QCoreApplication::processEvents();
-    QCOMPARE(fleet.thermalReadings, 2);
-}
-
-void ServerListModelTest::followsTheUserInterface() {
-    QList<Server> servers = numbered(3);
-    for (Server& server : servers) {
-        server.metrics = ServerMetrics();
-        server.metrics->containers = {ContainerInfo(u"c"_s + server.name, u"n"_s, {}, {}, u"running"_s, {})};
-    }
-    servers[2].metrics->containers.clear();
-    Fixture fleet(servers);
-    QSignalSpy changes(fleet.model.get(), &QAbstractItemModel::dataChanged);
-    fleet.ui.toggleExpanded(servers[1].id);
-    QCoreApplication::processEvents();
-    QCOMPARE(changes.count(), 1);
-    QVERIFY(fleet.card(1).isExpanded && !fleet.card(0).isExpanded);
-    fleet.ui.setRestartingContainerId(u"c2"_s);
-    QCoreApplication::processEvents();
-    QCOMPARE(changes.count(), 3); // every card that has containers
-    QVERIFY(fleet.card(1).containers[0].restarting && !fleet.card(0).containers[0].restarting);
-    QVERIFY(!fleet.card(0).containers[0].restartEnabled);
-    fleet.ui.setDraggedServerId(servers[0].id);
-    QCoreApplication::processEvents();
-    QCOMPARE(changes.count(), 4);
-    QVERIFY(fleet.card(0).isDragged);
-}
-
-void ServerListModelTest::containersKeepTheirPlaces() {
-    ContainerListModel model;
-    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    const auto row = [](const QString& status) {
-        return containerRowContent({u"same"_s, {}, {}, status, {}, {}}, {});
-    };
-    model.setRows({row(u"a"_s), row(u"b"_s), row(u"c"_s)});
-    QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
-    const QSignalSpy removals(&model, &QAbstractItemModel::rowsRemoved);
-    model.setRows({row(u"a"_s), row(u"B"_s)});
-    QCOMPARE(changes.count(), 1);
-    QCOMPARE(changes[0][0].toModelIndex().row(), 1);
-    QCOMPARE(removals.count(), 1);
-    QCOMPARE(model.index(1).data(ContainerListModel::ContentRole).value<ContainerRowContent>().status, u"B"_s);
-}
+};
 
 QTEST_GUILESS_MAIN(ServerListModelTest)
 #include "tst_serverlistmodel.moc"
