@@ -42,19 +42,18 @@ private Q_SLOTS:
     void accepts_data() {
         QTest::addColumn<QByteArray>("line");
         QTest::addColumn<double>("cpu");
-        QTest::newRow("empty object, white space") << QByteArray(" \t\r\n{}\n\n") << 0.0;
-        QTest::newRow("null is absent") << QByteArray(
-                                               R"({"cpu":null,"gpu":null,"uptime":null,"containers":null,"load":null})")
-                                        << 0.0;
-        QTest::newRow("unknown keys") << QByteArray(R"({"cpu":2,"temp":{"a":[true]},"CPU":"x"})") << 2.0;
-        QTest::newRow("any range") << QByteArray(R"({"cpu":-1.5e3})") << -1500.0;
-        QTest::newRow("more digits than a double has")
-            << QByteArray(R"({"cpu":123456789012345678901234})") << 1.2345678901234568e23;
-        QTest::newRow("the last of two") << QByteArray(R"({"cpu":"x","cpu":3})") << 3.0;
-        QTest::newRow("escapes") << QByteArray("{\"cpu\":4,\"uptime\":\"\\\"\\\\\\/\\b\\f\\n\\r\\t\\u0041.\"}") << 4.0;
-        QTest::newRow("a container's null ports") << lineWithStatus("Up", ",\"ports\":null") << 1.0;
-        QTest::newRow("deep, unknown") << "{\"cpu\":5,\"x\":" + QByteArray(900, '[') + QByteArray(900, ']') + "}"
-                                       << 5.0;
+        const auto row = [](const char* name, const QByteArray& line, double cpu) {
+            QTest::newRow(name) << line << cpu;
+        };
+        row("empty object, white space", " \t\r\n{}\n\n", 0);
+        row("null is absent", R"({"cpu":null,"gpu":null,"uptime":null,"containers":null,"load":null})", 0);
+        row("unknown keys", R"({"cpu":2,"temp":{"a":[true]},"CPU":"x"})", 2);
+        row("any range", R"({"cpu":-1.5e3})", -1500);
+        row("more digits than a double has", R"({"cpu":123456789012345678901234})", 1.2345678901234568e23);
+        row("the last of two", R"({"cpu":"x","cpu":3})", 3);
+        row("escapes", "{\"cpu\":4,\"uptime\":\"\\\"\\\\\\/\\b\\f\\n\\r\\t\\u0041.\"}", 4);
+        row("a container's null ports", lineWithStatus("Up", ",\"ports\":null"), 1);
+        row("deep, unknown", "{\"cpu\":5,\"x\":" + QByteArray(900, '[') + QByteArray(900, ']') + "}", 5);
     }
     void accepts() {
         QFETCH(const QByteArray, line);

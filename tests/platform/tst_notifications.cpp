@@ -1,14 +1,13 @@
 #include "Desktop.h"
+#include "FileTree.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QVariantMap>
 
@@ -43,12 +42,6 @@ public:
 private:
     QProcess process_;
 };
-
-void write(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write the test's file");
-}
 
 /// What the real service shows, newest first.
 QJsonArray dunstHistory() {
@@ -92,18 +85,17 @@ class NotificationsTest : public QObject {
 private Q_SLOTS:
     void initTestCase() {
         qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-        qputenv("XDG_RUNTIME_DIR", runtimeFolder_.path().toUtf8());
+        qputenv("XDG_RUNTIME_DIR", runtime_.root().toUtf8());
         // The connection to the session bus is made once in a process: the tests below fail if this one tried.
         Desktop::post({u"Tarnwick"_s, u"no bus"_s, u"x"_s, {}});
 
         // A bus that starts no services of its own accord.
-        const QString configuration = runtimeFolder_.filePath(u"bus.conf"_s);
-        write(configuration, "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
-                             "<policy context='default'><allow send_destination='*'/><allow receive_sender='*'/><allow "
-                             "own='*'/></policy>"
-                             "</busconfig>");
-        const QString address = bus_.start(
-            u"dbus-daemon"_s, {u"--config-file"_s, configuration, u"--nofork"_s, u"--print-address"_s}, true);
+        runtime_.write(u"bus.conf"_s,
+                       "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><policy context='default'>"
+                       "<allow send_destination='*'/><allow receive_sender='*'/><allow own='*'/></policy></busconfig>");
+        const QString address =
+            bus_.start(u"dbus-daemon"_s,
+                       {u"--config-file"_s, runtime_.full(u"bus.conf"_s), u"--nofork"_s, u"--print-address"_s}, true);
         qputenv("DBUS_SESSION_BUS_ADDRESS", address.toUtf8());
         QVERIFY(QDBusConnection::connectToBus(address, u"service"_s).isConnected());
     }
@@ -152,9 +144,8 @@ private Q_SLOTS:
             display.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"640x480x24"_s}, true);
         qputenv("DISPLAY", ':' + number.toUtf8());
         Companion dunst;
-        const QString configuration = runtimeFolder_.filePath(u"dunstrc"_s);
-        write(configuration, "[global]\nmarkup = full\n");
-        dunst.start(u"dunst"_s, {u"-conf"_s, configuration}, false);
+        runtime_.write(u"dunstrc"_s, "[global]\nmarkup = full\n");
+        dunst.start(u"dunst"_s, {u"-conf"_s, runtime_.full(u"dunstrc"_s)}, false);
         QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::sessionBus().interface()->isServiceRegistered(serviceName), 20'000);
 
         Desktop::post(
@@ -173,7 +164,7 @@ private Q_SLOTS:
     void theComputerHasAName() { QVERIFY(!Desktop::computerName().value_or(QString()).isEmpty()); }
 
 private:
-    QTemporaryDir runtimeFolder_;
+    FileTree runtime_;
     Companion bus_;
 };
 

@@ -85,27 +85,20 @@ private Q_SLOTS:
         QTest::addColumn<int>("status");
         QTest::addColumn<QByteArray>("output");
         QTest::addColumn<QByteArray>("error");
-        QTest::newRow("success") << u"echo a; echo b >&2"_s << End::exited << 0 << "a\n"_ba
-                                 << "b\n"_ba;
-        QTest::newRow("status") << u"echo a; exit 255"_s << End::exited << 255 << "a\n"_ba
-                                << ""_ba;
-        QTest::newRow("a status like a signal's") << u"exit 137"_s << End::exited << 137 << ""_ba
-                                                  << ""_ba;
-        QTest::newRow("SIGTERM") << u"printf a; kill -TERM $$"_s << End::signalled << int{SIGTERM} << "a"_ba
-                                 << ""_ba;
-        QTest::newRow("SIGSEGV") << u"kill -SEGV $$"_s << End::signalled << int{SIGSEGV} << ""_ba
-                                 << ""_ba;
-        QTest::newRow("SIGPIPE") << u"kill -PIPE $$; exit 3"_s << End::signalled << int{SIGPIPE} << ""_ba
-                                 << ""_ba;
-        QTest::newRow("bytes that are no text")
-            << uR"(printf '\377\000\303x')"_s << End::exited << 0 << QByteArray("\xff\0\xc3x", 4) << ""_ba;
-        QTest::newRow("nothing to read") << u"cat; echo $?"_s << End::exited << 0 << "0\n"_ba
-                                         << ""_ba;
-        QTest::newRow("a grandchild keeps the pipes")
-            << u"sleep 30 & echo a; echo b >&2"_s << End::exited << 0 << "a\n"_ba
-            << "b\n"_ba;
+        const auto row = [](const char* name, const QString& script, End end, int status, const QByteArray& output,
+                            const QByteArray& error = {}) {
+            QTest::newRow(name) << script << end << status << output << error;
+        };
+        row("success", u"echo a; echo b >&2"_s, End::exited, 0, "a\n", "b\n");
+        row("status", u"echo a; exit 255"_s, End::exited, 255, "a\n");
+        row("a status like a signal's", u"exit 137"_s, End::exited, 137, {});
+        row("SIGTERM", u"printf a; kill -TERM $$"_s, End::signalled, SIGTERM, "a");
+        row("SIGSEGV", u"kill -SEGV $$"_s, End::signalled, SIGSEGV, {});
+        row("SIGPIPE", u"kill -PIPE $$; exit 3"_s, End::signalled, SIGPIPE, {});
+        row("bytes that are no text", uR"(printf '\377\000\303x')"_s, End::exited, 0, QByteArray("\xff\0\xc3x", 4));
+        row("nothing to read", u"cat; echo $?"_s, End::exited, 0, "0\n");
+        row("a grandchild keeps the pipes", u"sleep 30 & echo a; echo b >&2"_s, End::exited, 0, "a\n", "b\n");
     }
-
     static void end() {
         QFETCH(const QString, script);
         QElapsedTimer clock;
@@ -120,26 +113,16 @@ private Q_SLOTS:
         QTEST(outcome.standardError, "error");
     }
 
-    static void launchFailure_data() {
-        QTest::addColumn<QString>("executable");
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("missing") << u"/no/such: file"_s << QStringList{} << u"No such file or directory"_s;
-        QTest::newRow("not executable") << u"/etc/passwd"_s << QStringList{} << u"Permission denied"_s;
-        QTest::newRow("a folder") << u"/tmp"_s << QStringList{} << u"Permission denied"_s;
-        QTest::newRow("NUL inside") << u"/bin/sh"_s << QStringList{u"-c"_s, u"echo a"_s + QChar(0)}
-                                    << u"Invalid argument"_s;
-        QTest::newRow("too long") << u"/bin/true"_s << QStringList{QString(mebibyte, u'a')}
-                                  << u"Argument list too long"_s;
-    }
-
     static void launchFailure() {
-        QFETCH(const QString, executable);
-        QFETCH(const QStringList, arguments);
-        const ProcessOutcome outcome = outcomeOf({.executable = executable, .arguments = arguments});
-        QCOMPARE(outcome.end, End::failedToStart);
-        QVERIFY(!outcome.succeeded());
-        QTEST(outcome.launchError, "reason");
+        const auto reasonOf = [](const QString& executable, const QStringList& arguments = {}) {
+            const ProcessOutcome outcome = outcomeOf({.executable = executable, .arguments = arguments});
+            return outcome.end == End::failedToStart && !outcome.succeeded() ? outcome.launchError : u"started"_s;
+        };
+        QCOMPARE(reasonOf(u"/no/such: file"_s), u"No such file or directory"_s);
+        QCOMPARE(reasonOf(u"/etc/passwd"_s), u"Permission denied"_s);
+        QCOMPARE(reasonOf(u"/tmp"_s), u"Permission denied"_s);
+        QCOMPARE(reasonOf(u"/bin/sh"_s, {u"-c"_s, u"echo a"_s + QChar(0)}), u"Invalid argument"_s);
+        QCOMPARE(reasonOf(u"/bin/true"_s, {QString(mebibyte, u'a')}), u"Argument list too long"_s);
     }
 
     static void noFilesLeft() {
@@ -208,7 +191,6 @@ private Q_SLOTS:
         QTest::newRow("time") << u":"_s << End::timedOut;
         QTest::newRow("output") << u"yes"_s << End::outputTooLarge;
     }
-
     static void limitKillsTheGroup() {
         QFETCH(const QString, flood);
         QFETCH(const End, end);

@@ -89,7 +89,6 @@ private Q_SLOTS:
         QTest::newRow("a link to another pipe") << u"link"_s;
         QTest::newRow("a folder") << u"folder"_s;
     }
-
     static void nothingToLock() {
         QFETCH(const QString, obstacle);
         const QTemporaryDir home;

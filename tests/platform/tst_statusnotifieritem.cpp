@@ -197,19 +197,14 @@ private Q_SLOTS:
         QTRY_COMPARE(recorder.names, QStringList{u"NewIcon"_s} + textSignals);
     }
 
-    void everyKindOfClickIsTheClick_data() {
-        QTest::addColumn<QString>("method");
-        QTest::newRow("left") << u"Activate"_s;
-        QTest::newRow("middle") << u"SecondaryActivate"_s;
-        QTest::newRow("right") << u"ContextMenu"_s;
-    }
     void everyKindOfClickIsTheClick() {
-        QFETCH(const QString, method);
         QSignalSpy clicked(item_.get(), &StatusItem::clicked);
-        QCOMPARE(call(itemPath, itemInterface, method, {321, 12}).type(), QDBusMessage::ReplyMessage);
-        QCOMPARE(clicked, (QList<QVariantList>{{QPoint(321, 12)}}));
+        for (const auto& method : {u"Activate"_s, u"SecondaryActivate"_s, u"ContextMenu"_s}) {
+            QCOMPARE(call(itemPath, itemInterface, method, {321, 12}).type(), QDBusMessage::ReplyMessage);
+            QCOMPARE(clicked.takeFirst(), QVariantList{QPoint(321, 12)});
+        }
         QCOMPARE(call(itemPath, itemInterface, u"Scroll"_s, {120, u"vertical"_s}).type(), QDBusMessage::ReplyMessage);
-        QCOMPARE(clicked.size(), 1);
+        QVERIFY(clicked.isEmpty());
     }
 
     void gnomeGetsAMenuThatClicks() {
@@ -245,23 +240,6 @@ private Q_SLOTS:
             QTRY_COMPARE(watcher.registered, QStringList{bus_->baseService()});
         }
         QVERIFY(bus_->baseService().startsWith(u':'));
-    }
-
-    void knowsWhetherAHostShowsIt() {
-        QSignalSpy host(item_.get(), &StatusNotifierItem::hostChanged);
-        QTRY_COMPARE(host.size(), 1);
-        {
-            Watcher watcher(*hostBus_);
-            QTRY_COMPARE(host.size(), 2);
-            watcher.hosted = false;
-            Q_EMIT watcher.StatusNotifierHostUnregistered();
-            QTRY_COMPARE(host.size(), 3);
-            watcher.hosted = true;
-            Q_EMIT watcher.StatusNotifierHostRegistered();
-            QTRY_COMPARE(host.size(), 4);
-        }
-        QTRY_COMPARE(host.size(), 5);
-        QCOMPARE(host, (QList<QVariantList>{{false}, {true}, {false}, {true}, {false}}));
     }
 
     void iconFollowsTheColourScheme() {

@@ -63,7 +63,6 @@ private Q_SLOTS:
     void everyNameHasADrawing() { QCOMPARE(SymbolImage::names(), used); }
 
     void hasTheFamilysSizeAndWeight_data() { oneRowPerSymbol(); }
-
     void hasTheFamilysSizeAndWeight() {
         QFETCH(const QString, name);
         const Ink ink = inkOf(SymbolImage::render(name, grid * unit, Qt::black));

@@ -19,7 +19,6 @@ private Q_SLOTS:
         QTest::newRow("SIGINT") << SIGINT;
         QTest::newRow("SIGHUP") << SIGHUP;
     }
-
     static void eachSignal() {
         QFETCH(const int, number);
         const TerminationSignals signalsToQt;

@@ -85,6 +85,14 @@ public:
         return server;
     }
 
+    /// One server for each character, named so.
+    [[nodiscard]] static QList<Server> fleet(QStringView names) {
+        QList<Server> servers;
+        for (const QChar name : names)
+            servers.append(server(name));
+        return servers;
+    }
+
     [[nodiscard]] QStringList names() const {
         QStringList names;
         for (const Server& server : store->servers())

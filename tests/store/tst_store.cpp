@@ -16,13 +16,6 @@ ServerMetrics metricsWithCpu(double cpu) {
     return metrics;
 }
 
-QList<Server> fleet(const QString& names) {
-    QList<Server> servers;
-    for (const QChar name : names)
-        servers.append(StoreRig::server(name));
-    return servers;
-}
-
 double cpuOf(const StoreRig& rig, qsizetype index) {
     const auto& metrics = rig.store->servers().at(index).metrics;
     return metrics ? metrics->cpuPercent : -1;
@@ -36,7 +29,7 @@ class StoreTest : public QObject {
 private Q_SLOTS:
     void startUpRefreshesFromTheEventLoop() {
         StoreRig rig;
-        rig.write(u"servers.json"_s, encodeServers(fleet(u"AB"_s)).value());
+        rig.write(u"servers.json"_s, encodeServers(StoreRig::fleet(u"AB")).value());
         rig.start();
         QVERIFY(rig.probed.isEmpty());
         QCoreApplication::processEvents();
@@ -45,35 +38,27 @@ private Q_SLOTS:
         QVERIFY(!rig.store->lastRefreshedAll());
     }
 
-    void moves_data() {
-        QTest::addColumn<char>("name");
-        QTest::addColumn<bool>("up");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("C up") << 'C' << true << u"ACBD"_s;
-        QTest::newRow("A down") << 'A' << false << u"BACD"_s;
-        QTest::newRow("first up") << 'A' << true << u"ABCD"_s;
-        QTest::newRow("last down") << 'D' << false << u"ABCD"_s;
-        QTest::newRow("unknown up") << 'x' << true << u"ABCD"_s;
-        QTest::newRow("unknown down") << 'x' << false << u"ABCD"_s;
-    }
     void moves() {
-        QFETCH(char, name);
-        QFETCH(bool, up);
-        QFETCH(QString, expected);
-        StoreRig rig;
-        const QList<Server> servers = fleet(u"ABCD"_s);
-        rig.startWith(servers);
-        QSignalSpy changed(rig.store.get(), &ServerStore::serversChanged);
-        const QUuid id = name == 'x' ? QUuid::createUuid() : servers.at(name - 'A').id;
-        const bool saved = rig.saves([&] { up ? rig.store->moveServerUp(id) : rig.store->moveServerDown(id); });
-        QCOMPARE(rig.names().join(QString()), expected);
-        QCOMPARE(saved, expected != u"ABCD"_s);
-        QCOMPARE(changed.size(), saved ? 1 : 0);
+        const QList<Server> servers = StoreRig::fleet(u"ABCD");
+        const auto moved = [&servers](const QUuid& id, bool up) {
+            StoreRig rig;
+            rig.startWith(servers);
+            const QSignalSpy changed(rig.store.get(), &ServerStore::serversChanged);
+            const bool saved = rig.saves([&] { up ? rig.store->moveServerUp(id) : rig.store->moveServerDown(id); });
+            return u"%1 %2 %3"_s.arg(rig.names().join(QString()), saved ? u"saved"_s : u"as it was"_s)
+                .arg(changed.size());
+        };
+        QCOMPARE(moved(servers[2].id, true), u"ACBD saved 1"_s);
+        QCOMPARE(moved(servers[0].id, false), u"BACD saved 1"_s);
+        QCOMPARE(moved(servers[0].id, true), u"ABCD as it was 0"_s);
+        QCOMPARE(moved(servers[3].id, false), u"ABCD as it was 0"_s);
+        QCOMPARE(moved(QUuid::createUuid(), true), u"ABCD as it was 0"_s);
+        QCOMPARE(moved(QUuid::createUuid(), false), u"ABCD as it was 0"_s);
     }
 
     void edits() {
         StoreRig rig;
-        const QList<Server> servers = fleet(u"AB"_s);
+        const QList<Server> servers = StoreRig::fleet(u"AB");
         rig.startWith(servers);
         ServerStore& store = *rig.store;
         QSignalSpy listChanged(&store, &ServerStore::serversChanged);
@@ -105,7 +90,7 @@ private Q_SLOTS:
 
     void addedServerIsSavedThenProbed() {
         StoreRig rig;
-        rig.startWith(fleet(u"A"_s));
+        rig.startWith(StoreRig::fleet(u"A"));
         QVERIFY(rig.saves([&] { rig.store->addServer(StoreRig::server(u"new"_s)); }));
         QCOMPARE(rig.names().last(), u"new"_s);
         QTRY_COMPARE(rig.probed, QStringList{u"new"_s});
@@ -116,7 +101,7 @@ private Q_SLOTS:
 
     void rowsWithOneId() {
         StoreRig rig;
-        QList<Server> servers = fleet(u"ABC"_s);
+        QList<Server> servers = StoreRig::fleet(u"ABC");
         servers[2].id = servers[0].id;
         rig.startWith(servers);
         Server renamed = servers.at(2);
@@ -131,7 +116,7 @@ private Q_SLOTS:
 
     void fullRefreshAppliesResultsAsTheyFinish() {
         StoreRig rig;
-        QList<Server> servers = fleet(u"ABCD"_s);
+        QList<Server> servers = StoreRig::fleet(u"ABCD");
         servers[1].isEnabled = false;
         servers[1].metrics = metricsWithCpu(77);
         rig.startWith(servers);
@@ -165,7 +150,7 @@ private Q_SLOTS:
 
     void largeFleetIsLaunchedInTurns() {
         StoreRig rig;
-        rig.startWith(fleet(u"A"_s));
+        rig.startWith(StoreRig::fleet(u"A"));
         QList<Server> servers;
         for (int i = 0; i < 999; ++i)
             servers.append(StoreRig::server(QString::number(i)));
@@ -185,7 +170,7 @@ private Q_SLOTS:
 
     void fleetChangesDuringACycle() {
         StoreRig rig;
-        const QList<Server> servers = fleet(u"ABC"_s);
+        const QList<Server> servers = StoreRig::fleet(u"ABC");
         rig.startWith(servers);
         ServerStore& store = *rig.store;
         store.refreshAll();
@@ -207,7 +192,7 @@ private Q_SLOTS:
 
     void singleRefresh() {
         StoreRig rig;
-        QList<Server> servers = fleet(u"AB"_s);
+        QList<Server> servers = StoreRig::fleet(u"AB");
         servers[0].isEnabled = false;
         rig.startWith(servers);
         ServerStore& store = *rig.store;
@@ -235,7 +220,7 @@ private Q_SLOTS:
 
     void singleAndFullRefreshMeet() {
         StoreRig rig;
-        const QList<Server> servers = fleet(u"A"_s);
+        const QList<Server> servers = StoreRig::fleet(u"A");
         rig.startWith(servers);
         rig.store->refreshAll();
         auto full = std::move(rig.probes.at(u"A"_s));
@@ -248,7 +233,7 @@ private Q_SLOTS:
 
     void cyclesEndWhateverTheProbesDo() {
         StoreRig rig;
-        rig.startWith(fleet(u"A"_s));
+        rig.startWith(StoreRig::fleet(u"A"));
         rig.store->refreshAll();
         rig.probes.clear(); // the probe is cancelled
         QTRY_VERIFY(!rig.store->isRefreshing());
@@ -261,7 +246,7 @@ private Q_SLOTS:
 
     void storeMayDieWhileProbesRun() {
         StoreRig rig;
-        const QList<Server> servers = fleet(u"A"_s);
+        const QList<Server> servers = StoreRig::fleet(u"A");
         rig.startWith(servers);
         QFuture<void> all = rig.store->refreshAll();
         QPromise<ServerMetrics> promise = std::move(rig.probes.at(u"A"_s).promise);
@@ -277,7 +262,7 @@ private Q_SLOTS:
 
     void announcesBeforeTheChange() {
         StoreRig rig;
-        rig.startWith(fleet(u"A"_s));
+        rig.startWith(StoreRig::fleet(u"A"));
         ServerStore& store = *rig.store;
         QStringList log;
         const auto state = [&] {
@@ -296,27 +281,22 @@ private Q_SLOTS:
         QCOMPARE(log.mid(8), QStringList{u"busy AB 0 1"_s});
     }
 
-    void timerPeriod_data() {
-        QTest::addColumn<qint64>("seconds");
-        QTest::addColumn<int>("milliseconds");
-        QTest::newRow("minimum") << qint64(5) << 10'000;
-        QTest::newRow("negative") << std::numeric_limits<qint64>::min() << 10'000;
-        QTest::newRow("usual") << qint64(60) << 60'000;
-        QTest::newRow("as long as a timer goes") << std::numeric_limits<qint64>::max() << 2'147'483'000;
-    }
     void timerPeriod() {
-        QFETCH(qint64, seconds);
-        QFETCH(int, milliseconds);
         StoreRig rig;
-        rig.startWith(fleet(u"A"_s));
-        AppSettings settings;
-        settings.refreshIntervalSeconds = seconds;
-        rig.store->setSettings(settings);
+        rig.startWith(StoreRig::fleet(u"A"));
         const QList<QTimer*> timers = rig.store->findChildren<QTimer*>();
         QCOMPARE(timers.size(), 1);
-        QCOMPARE(timers.at(0)->interval(), 30'000); // settings alone do not touch it
-        rig.store->setupTimer();
-        QCOMPARE(timers.at(0)->interval(), milliseconds);
+        int before = 30'000;
+        using Limits = std::numeric_limits<qint64>;
+        for (const auto& [seconds, milliseconds] :
+             {std::pair(qint64{60}, 60'000), {5, 10'000}, {Limits::max(), 2'147'483'000}, {Limits::min(), 10'000}}) {
+            AppSettings settings;
+            settings.refreshIntervalSeconds = seconds;
+            rig.store->setSettings(settings);
+            QCOMPARE(timers.at(0)->interval(), std::exchange(before, milliseconds)); // settings alone do not touch it
+            rig.store->setupTimer();
+            QCOMPARE(timers.at(0)->interval(), milliseconds);
+        }
         QVERIFY(timers.at(0)->isActive() && !timers.at(0)->isSingleShot());
         QVERIFY(rig.probed.isEmpty());
         QVERIFY(QMetaObject::invokeMethod(timers.at(0), "timeout"));

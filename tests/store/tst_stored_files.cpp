@@ -68,15 +68,14 @@ private Q_SLOTS:
     void damagedFilesAreMovedAside_data() {
         QTest::addColumn<QByteArray>("servers");
         QTest::addColumn<QByteArray>("settings");
-        QTest::newRow("both damaged") << "[{\"id\":"_ba
-                                      << "{"_ba;
-        QTest::newRow("an entry lacks a key") << "[{\"name\":\"web\"}]"_ba
-                                              << "{\"soundAlerts\":1}"_ba;
-        QTest::newRow("of another type") << "{}"_ba
-                                         << "[]"_ba;
-        QTest::newRow("both empty") << ""_ba
-                                    << ""_ba;
-        QTest::newRow("not text") << "\xff\xfe\x00\x00"_ba << QByteArray(4096, '\0');
+        const auto row = [](const char* name, const QByteArray& servers, const QByteArray& settings) {
+            QTest::newRow(name) << servers << settings;
+        };
+        row("both damaged", "[{\"id\":", "{");
+        row("an entry lacks a key", "[{\"name\":\"web\"}]", "{\"soundAlerts\":1}");
+        row("of another type", "{}", "[]");
+        row("both empty", "", "");
+        row("not text", "\xff\xfe\x00\x00"_ba, QByteArray(4096, '\0'));
     }
     void damagedFilesAreMovedAside() {
         QFETCH(QByteArray, servers);

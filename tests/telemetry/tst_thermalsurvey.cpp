@@ -31,42 +31,29 @@ class ThermalSurveyTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void keepsPlausibleReadings_data() {
-        QTest::addColumn<double>("celsius");
-        QTest::addColumn<bool>("kept");
-        QTest::newRow("lower bound") << 15.0 << false;
-        QTest::newRow("above lower bound") << 15.01 << true;
-        QTest::newRow("below upper bound") << 124.99 << true;
-        QTest::newRow("upper bound") << 125.0 << false;
-        QTest::newRow("negative") << -40.0 << false;
-        QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << false;
-        QTest::newRow("infinite") << std::numeric_limits<double>::infinity() << false;
-    }
     void keepsPlausibleReadings() {
-        QFETCH(const double, celsius);
-        QFETCH(const bool, kept);
-        const ThermalSummary summary = surveyThermals(Readings{{u"PMU tdie1"_s, celsius}, {u"NAND"_s, celsius}});
-        QCOMPARE(summary.sensors.size(), kept ? 2 : 0);
-        QCOMPARE(summary.avgSoc, kept ? celsius : 0);
-        QCOMPARE(summary.ssd, kept ? std::optional(celsius) : std::nullopt);
+        using Limits = std::numeric_limits<double>;
+        for (const double celsius : {15.01, 124.99, 15.0, 125.0, -40.0, Limits::quiet_NaN(), Limits::infinity()}) {
+            const bool kept = celsius == 15.01 || celsius == 124.99;
+            const ThermalSummary summary = surveyThermals(Readings{{u"PMU tdie1"_s, celsius}, {u"NAND"_s, celsius}});
+            QCOMPARE(summary.sensors.size(), kept ? 2 : 0);
+            QCOMPARE(summary.avgSoc, kept ? celsius : 0);
+            QCOMPARE(summary.ssd, kept ? std::optional(celsius) : std::nullopt);
+        }
     }
 
-    void classifiesByName_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("category");
-        QTest::newRow("NAND in capitals") << u"NAND CH0 temp"_s << u"Storage (SSD)"_s;
-        QTest::newRow("storage before die") << u"tdie ssd"_s << u"Storage (SSD)"_s;
-        QTest::newRow("die in mixed case") << u"PMU TDie7"_s << u"SoC Die (CPU/GPU)"_s;
-        QTest::newRow("die before power") << u"tdev tdie"_s << u"SoC Die (CPU/GPU)"_s;
-        QTest::newRow("power") << u"PMU2 tdev3"_s << u"Power Delivery (PMU)"_s;
-        QTest::newRow("any other") << u"gas gauge battery"_s << u"Thermal Zone"_s;
-        QTest::newRow("empty name") << u""_s << u"Thermal Zone"_s;
-    }
     void classifiesByName() {
-        QFETCH(const QString, name);
-        QFETCH(const QString, category);
-        const MacThermalSensor expected{name, 40.0, category};
-        QCOMPARE(surveyThermals(Readings{{name, 40.0}}).sensors, QList{expected});
+        const QList<std::pair<QString, QString>> categories{
+            {u"NAND CH0 temp"_s, u"Storage (SSD)"_s},
+            {u"tdie ssd"_s, u"Storage (SSD)"_s},
+            {u"PMU TDie7"_s, u"SoC Die (CPU/GPU)"_s},
+            {u"tdev tdie"_s, u"SoC Die (CPU/GPU)"_s},
+            {u"PMU2 tdev3"_s, u"Power Delivery (PMU)"_s},
+            {u"gas gauge battery"_s, u"Thermal Zone"_s},
+            {u""_s, u"Thermal Zone"_s},
+        };
+        for (const auto& [name, category] : categories)
+            QCOMPARE(surveyThermals(Readings{{name, 40.0}}).sensors, (QList<MacThermalSensor>{{name, 40.0, category}}));
     }
 
     void condenses() {

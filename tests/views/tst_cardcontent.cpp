@@ -76,25 +76,21 @@ class CardContentTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void dot_data() {
-        QTest::addColumn<Server>("server");
-        QTest::addColumn<ColorRole::Role>("role");
+    void dot() {
+        const auto roleOf = [](const Server& server) {
+            return serverCardContent(server, {}).dotRole;
+        };
         Server paused = remoteWith(healthy());
         paused.isEnabled = false;
-        QTest::newRow("paused") << paused << Gray;
-        QTest::newRow("never probed") << remote() << Gray;
-        QTest::newRow("healthy") << remoteWith(healthy()) << Green;
-        ServerMetrics busy = healthy();
-        busy.diskUsedGB = 100;
-        QTest::newRow("warning") << remoteWith(busy) << Orange;
-        busy.diskUsedGB = 118;
-        QTest::newRow("critical") << remoteWith(busy) << Red;
-        QTest::newRow("offline") << remoteWith(ServerMetrics::offline(u"no"_s)) << Red;
-    }
-    void dot() {
-        QFETCH(Server, server);
-        QFETCH(ColorRole::Role, role);
-        QCOMPARE(serverCardContent(server, {}).dotRole, role);
+        QCOMPARE(roleOf(paused), Gray);
+        QCOMPARE(roleOf(remote()), Gray); // never probed
+        ServerMetrics metrics = healthy();
+        QCOMPARE(roleOf(remoteWith(metrics)), Green);
+        metrics.diskUsedGB = 100;
+        QCOMPARE(roleOf(remoteWith(metrics)), Orange);
+        metrics.diskUsedGB = 118;
+        QCOMPARE(roleOf(remoteWith(metrics)), Red);
+        QCOMPARE(roleOf(remoteWith(ServerMetrics::offline(u"no"_s))), Red);
     }
 
     void pausedShowsNothingElse() {
@@ -123,55 +119,41 @@ private Q_SLOTS:
         QCOMPARE(failed.address, u"Local Machine"_s);
     }
 
-    void bars_data() {
-        QTest::addColumn<Server>("server");
-        QTest::addColumn<double>("avgSoc");
-        QTest::addColumn<QStringList>("texts");
-        const QStringList plain{u"CPU 24.5%"_s, u"RAM 3.2 / 8.0 GB (40%)"_s, u"DISK 42.5 / 120.0 GB (35%)"_s};
-        QTest::newRow("remote") << remoteWith(healthy()) << 41.3 << plain;
+    void bars() {
+        const auto texts = [](const Server& server, double avgSoc) {
+            return barTexts(serverCardContent(server, {.avgSoc = avgSoc, .gpuPercent = 8}));
+        };
+        const QString cpu = u"CPU 24.5%"_s;
+        const QStringList rest{u"RAM 3.2 / 8.0 GB (40%)"_s, u"DISK 42.5 / 120.0 GB (35%)"_s};
+        const QStringList withIdleGpu = QStringList{cpu, u"GPU 0.0% (Apple Silicon)"_s} + rest;
+        QCOMPARE(texts(remoteWith(healthy()), 41.3), QStringList{cpu} + rest);
         ServerMetrics withGpu = healthy();
         withGpu.gpuPercent = 0;
-        QTest::newRow("remote with a GPU figure")
-            << remoteWith(withGpu) << 0.0 << QStringList{plain[0], u"GPU 0.0% (Apple Silicon)"_s, plain[1], plain[2]};
-        QTest::newRow("local, both read here") << localWith(healthy()) << 41.3
-                                               << QStringList{plain[0], u"GPU 8.0% (Apple Silicon)"_s, plain[1],
-                                                              plain[2], u"TEMP 41.3\u00b0C (Apple Silicon)"_s};
-        QTest::newRow("local without sensors")
-            << localWith(withGpu) << 0.0 << QStringList{plain[0], u"GPU 0.0% (Apple Silicon)"_s, plain[1], plain[2]};
+        QCOMPARE(texts(remoteWith(withGpu), 0), withIdleGpu);
+        QCOMPARE(texts(localWith(withGpu), 0), withIdleGpu); // and without sensors
+        QCOMPARE(texts(localWith(healthy()), 41.3), (QStringList{cpu, u"GPU 8.0% (Apple Silicon)"_s} + rest)
+                                                        << u"TEMP 41.3\u00b0C (Apple Silicon)"_s);
         // Halves go to the even digit, as printf rounds them.
         ServerMetrics halves;
         halves.cpuPercent = 0.25;
         halves.memoryUsedMB = 256;
         halves.memoryTotalMB = 2048;
-        QTest::newRow("halves, and no disk")
-            << remoteWith(halves) << 0.0
-            << QStringList{u"CPU 0.2%"_s, u"RAM 0.2 / 2.0 GB (12%)"_s, u"DISK 0.0 / 0.0 GB (0%)"_s};
-    }
-    void bars() {
-        QFETCH(Server, server);
-        QFETCH(double, avgSoc);
-        QFETCH(QStringList, texts);
-        QCOMPARE(barTexts(serverCardContent(server, {.avgSoc = avgSoc, .gpuPercent = 8})), texts);
+        QCOMPARE(texts(remoteWith(halves), 0),
+                 (QStringList{u"CPU 0.2%"_s, u"RAM 0.2 / 2.0 GB (12%)"_s, u"DISK 0.0 / 0.0 GB (0%)"_s}));
     }
 
-    void barFill_data() {
-        QTest::addColumn<double>("percent");
-        QTest::addColumn<double>("fraction");
-        QTest::addColumn<ColorRole::Role>("role");
-        QTest::newRow("below zero") << -3.0 << 0.0 << Blue;
-        QTest::newRow("79.9") << 79.9 << 0.799 << Blue;
-        QTest::newRow("80") << 80.0 << 0.8 << Orange;
-        QTest::newRow("89.9") << 89.9 << 0.899 << Orange;
-        QTest::newRow("90") << 90.0 << 0.9 << Red;
-        QTest::newRow("more than one processor") << 412.0 << 1.0 << Red;
-    }
     void barFill() {
-        QFETCH(double, percent);
-        QFETCH(double, fraction);
-        QFETCH(ColorRole::Role, role);
-        const MetricBarContent bar = metricBarContent(u"CPU"_s, percent, {});
-        QCOMPARE(bar.fraction, fraction);
-        QCOMPARE(bar.fillRole, role);
+        using Fill = std::pair<double, ColorRole::Role>;
+        const auto fill = [](double percent) {
+            const MetricBarContent bar = metricBarContent(u"CPU"_s, percent, {});
+            return Fill(bar.fraction, bar.fillRole);
+        };
+        QCOMPARE(fill(-3), Fill(0, Blue));
+        QCOMPARE(fill(79.9), Fill(0.799, Blue));
+        QCOMPARE(fill(80), Fill(0.8, Orange));
+        QCOMPARE(fill(89.9), Fill(0.899, Orange));
+        QCOMPARE(fill(90), Fill(0.9, Red));
+        QCOMPARE(fill(412), Fill(1, Red)); // more than one processor
     }
 
     void temperatureBadge() {
@@ -203,23 +185,15 @@ private Q_SLOTS:
         QCOMPARE(order, QStringList({u"Running"_s, u"exited"_s, u"RUNNING"_s}));
     }
 
-    void containerRow_data() {
-        QTest::addColumn<QString>("state");
-        QTest::addColumn<bool>("running");
-        QTest::newRow("running") << u"Running"_s << true;
-        QTest::newRow("exited") << u"exited"_s << false;
-        QTest::newRow("paused") << u"paused"_s << false;
-        QTest::newRow("created") << u"created"_s << false;
-        QTest::newRow("unknown") << QString() << false;
-    }
     void containerRow() {
-        QFETCH(QString, state);
-        QFETCH(bool, running);
-        const ContainerRowContent row = containerRowContent(container(u"c"_s, state), {});
-        QCOMPARE(row.dotRole, running ? Green : Red);
-        QCOMPARE(row.shellEnabled, running);
-        QCOMPARE(row.shellHelp, running ? u"Enter container shell (docker exec)"_s : u"Container is stopped"_s);
-        QVERIFY(row.restartEnabled && !row.restarting);
+        for (const QString& state : {u"Running"_s, u"exited"_s, u"paused"_s, u"created"_s, QString()}) {
+            const bool running = state == u"Running";
+            const ContainerRowContent row = containerRowContent(container(u"c"_s, state), {});
+            QCOMPARE(row.dotRole, running ? Green : Red);
+            QCOMPARE(row.shellEnabled, running);
+            QCOMPARE(row.shellHelp, running ? u"Enter container shell (docker exec)"_s : u"Container is stopped"_s);
+            QVERIFY(row.restartEnabled && !row.restarting);
+        }
     }
 
     void restartMarksOneAndBlocksAll() {
@@ -231,22 +205,16 @@ private Q_SLOTS:
         QVERIFY(!containerRowContent(container({}, u"exited"_s), {}).restarting);
     }
 
-    void outsideText_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("lines") << u" a\r\nb\tc\u2028d\n"_s << u"a  b c d"_s;
-        QTest::newRow("markup stays text") << u"<b>x</b> &amp;"_s << u"<b>x</b> &amp;"_s;
-        QTest::newRow("direction turned") << u"a\u202egnp.exe\u2069"_s << u"agnp.exe"_s;
-        QTest::newRow("right to left") << u"\u062e\u0627\u062f\u0645"_s << u"\u062e\u0627\u062f\u0645"_s;
-        QTest::newRow("64 KiB") << QString(65536, u'e') << QString(300, u'e') + u"\u2026"_s;
-        // The cut falls inside the pair of the 150th, which then goes as a whole.
-        QTest::newRow("pairs") << u"x"_s + u"\U0001f680"_s.repeated(400)
-                               << u"x"_s + u"\U0001f680"_s.repeated(149) + u"\u2026"_s;
-    }
     void outsideText() {
-        QFETCH(QString, text);
-        QFETCH(QString, shown);
-        QCOMPARE(displayText(text), shown);
+        const auto rocket = u"\U0001f680"_s;
+        const auto rightToLeft = u"\u062e\u0627\u062f\u0645"_s;
+        QCOMPARE(displayText(u" a\r\nb\tc\u2028d\n"_s), u"a  b c d"_s);
+        QCOMPARE(displayText(u"<b>x</b> &amp;"_s), u"<b>x</b> &amp;"_s);
+        QCOMPARE(displayText(u"a\u202egnp.exe\u2069"_s), u"agnp.exe"_s); // direction turned
+        QCOMPARE(displayText(rightToLeft), rightToLeft);
+        QCOMPARE(displayText(QString(65536, u'e')), QString(300, u'e') + u"\u2026"_s);
+        // The cut falls inside the pair of the 150th, which then goes as a whole.
+        QCOMPARE(displayText(u'x' + rocket.repeated(400)), u'x' + rocket.repeated(149) + u"\u2026"_s);
     }
 
     void contextMenu() {
@@ -292,24 +260,18 @@ private Q_SLOTS:
         QCOMPARE(menu[9].pins, MenuBarItemSet({MenuBarItem::cpuUsage, MenuBarItem::gpuUsage, MenuBarItem::ramUsage}));
     }
 
-    void updatedTime_data() {
-        QTest::addColumn<QLocale>("locale");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("C") << QLocale::c() << u"Updated 14:05:07"_s;
-        QTest::newRow("United States") << QLocale(u"en_US"_s) << u"Updated 2:05:07 PM"_s;
-        QTest::newRow("Germany") << QLocale(u"de_DE"_s) << u"Updated 14:05:07"_s;
-        QTest::newRow("Finland") << QLocale(u"fi_FI"_s) << u"Updated 14.05.07"_s;
-        QTest::newRow("Canada, French") << QLocale(u"fr_CA"_s) << u"Updated 14 h 05 min 07 s"_s;
-        QTest::newRow("China") << QLocale(u"zh_CN"_s) << u"Updated 14:05:07"_s;
-        QTest::newRow("Spain") << QLocale(u"es_ES"_s) << u"Updated 14:05:07"_s;
-    }
     void updatedTime() {
-        QFETCH(QLocale, locale);
-        QFETCH(QString, text);
         const QDateTime reference(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
         const QDateTime moment(QDate(2024, 5, 17), QTime(14, 5, 7));
-        QCOMPARE(updatedText(Instant{double(reference.secsTo(moment))}, locale), text);
-        QCOMPARE(updatedText({}, locale), QString());
+        const auto text = [&](const QString& locale) {
+            return updatedText(Instant{double(reference.secsTo(moment))}, QLocale(locale));
+        };
+        for (const auto& locale : {u"C"_s, u"de_DE"_s, u"zh_CN"_s, u"es_ES"_s})
+            QCOMPARE(text(locale), u"Updated 14:05:07"_s);
+        QCOMPARE(text(u"en_US"_s), u"Updated 2:05:07 PM"_s);
+        QCOMPARE(text(u"fi_FI"_s), u"Updated 14.05.07"_s);
+        QCOMPARE(text(u"fr_CA"_s), u"Updated 14 h 05 min 07 s"_s);
+        QCOMPARE(updatedText({}, QLocale::c()), QString());
     }
 };
 

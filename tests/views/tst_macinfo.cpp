@@ -73,48 +73,44 @@ private Q_SLOTS:
         QCOMPARE(content.sensors.at(1).role, ColorRole::Role::Green);
     }
 
-    void coloursByScale_data() {
-        using enum ColorRole::Role;
-        QTest::addColumn<double>("value");
-        QTest::addColumn<ColorRole::Role>("load");
-        QTest::addColumn<ColorRole::Role>("temperature");
-        QTest::newRow("0") << 0.0 << Green << Green;
-        QTest::newRow("below 55") << 54.99 << Green << Green;
-        QTest::newRow("55") << 55.0 << Green << Orange;
-        QTest::newRow("below 65") << 64.99 << Green << Orange;
-        QTest::newRow("65") << 65.0 << Orange << Orange;
-        QTest::newRow("below 75") << 74.99 << Orange << Orange;
-        QTest::newRow("75") << 75.0 << Orange << Red;
-        QTest::newRow("below 85") << 84.99 << Orange << Red;
-        QTest::newRow("85") << 85.0 << Red << Red;
-    }
     void coloursByScale() {
-        QFETCH(const double, value);
-        MacHardwareInfo info = macMini();
-        info.cpuUsagePercent = info.gpuUsagePercent = info.ramUsagePercent = value;
-        info.avgSocTemp = info.peakSocTemp = value;
-        info.ssdTemp = value;
-        const MacInfoContent content = macInfoContent(info, {}, false);
-        for (int tile = 0; tile < 6; ++tile)
-            QTEST(content.tile(tile).role, tile < 3 ? "load" : "temperature");
-        QTEST(content.thermalRole, "temperature");
+        using enum ColorRole::Role;
+        using Roles = QList<ColorRole::Role>;
+        const auto roles = [](double value) {
+            MacHardwareInfo info = macMini();
+            info.cpuUsagePercent = info.gpuUsagePercent = info.ramUsagePercent = value;
+            info.avgSocTemp = info.peakSocTemp = value;
+            info.ssdTemp = value;
+            const MacInfoContent content = macInfoContent(info, {}, false);
+            Roles all{content.thermalRole};
+            for (const MacTile& tile : content.tiles)
+                all += tile.role;
+            return all;
+        };
+        const auto scale = [](ColorRole::Role load, ColorRole::Role heat) {
+            return Roles{heat, load, load, load, heat, heat, heat};
+        };
+        QCOMPARE(roles(0), scale(Green, Green));
+        QCOMPARE(roles(54.99), scale(Green, Green));
+        QCOMPARE(roles(55), scale(Green, Orange));
+        QCOMPARE(roles(64.99), scale(Green, Orange));
+        QCOMPARE(roles(65), scale(Orange, Orange));
+        QCOMPARE(roles(74.99), scale(Orange, Orange));
+        QCOMPARE(roles(75), scale(Orange, Red));
+        QCOMPARE(roles(84.99), scale(Orange, Red));
+        QCOMPARE(roles(85), scale(Red, Red));
     }
 
-    void fallsBack_data() {
-        QTest::addColumn<QString>("cpuCores");
-        QTest::addColumn<QString>("subtitle");
-        QTest::newRow("empty") << u""_s << u" Cores"_s;
-        QTest::newRow("no space") << u"8"_s << u"8 Cores"_s;
-        QTest::newRow("a space first") << u" 8"_s << u" Cores"_s;
-    }
     void fallsBack() {
-        QFETCH(const QString, cpuCores);
         MacHardwareInfo info = macMini();
-        info.cpuCores = cpuCores;
         info.ssdTemp.reset();
         info.sensors.clear();
+        for (const auto& [cpuCores, subtitle] :
+             {std::pair(u""_s, u" Cores"_s), {u"8"_s, u"8 Cores"_s}, {u" 8"_s, u" Cores"_s}}) {
+            info.cpuCores = cpuCores;
+            QCOMPARE(macInfoContent(info, {}, true).tile(0).subtitle, subtitle);
+        }
         const MacInfoContent content = macInfoContent(info, {}, true);
-        QTEST(content.tile(0).subtitle, "subtitle");
         QCOMPARE(content.tile(5).value, u"--"_s);
         QCOMPARE(content.tile(5).role, ColorRole::Role::Gray);
         QCOMPARE(content.sensorsCaption, u"Individual Thermal Sensors (0)"_s);
@@ -161,23 +157,17 @@ private Q_SLOTS:
         QCOMPARE(rig.savedPins(), (MenuBarItemSet{ssdTemp, gpuUsage}));
     }
 
-    void presetsReplaceThePins_data() {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<MenuBarItemSet>("pins");
-        QTest::newRow("all") << u"Pin All (7 Items)"_s << PinPreset::all();
-        QTest::newRow("resources") << u"Pin Resources"_s << PinPreset::resources();
-        QTest::newRow("temperatures") << u"Pin All Temps"_s << PinPreset::thermals();
-        QTest::newRow("default") << u"Reset Default"_s << PinPreset::standard();
-    }
     void presetsReplaceThePins() {
-        QFETCH(const QString, button);
         ViewRig rig;
-        AppSettings settings = rig.store->settings();
-        settings.pinnedMenuBarItems = {MenuBarItem::peakTemp, MenuBarItem::gpuUsage};
-        rig.store->setSettings(settings);
         rig.show(u"MacInfoSheet"_s);
-        press(*rig.view, button);
-        QTEST(rig.savedPins(), "pins");
+        const QList<std::pair<QString, MenuBarItemSet>> presets{{u"Pin All (7 Items)"_s, PinPreset::all()},
+                                                                {u"Pin Resources"_s, PinPreset::resources()},
+                                                                {u"Pin All Temps"_s, PinPreset::thermals()},
+                                                                {u"Reset Default"_s, PinPreset::standard()}};
+        for (const auto& [button, pins] : presets) {
+            press(*rig.view, button);
+            QCOMPARE(rig.savedPins(), pins);
+        }
     }
 
     void sensorsOpenAndClose() {

@@ -23,17 +23,15 @@ ContainerInfo container(const QString& id, const QString& state) {
     return {id, id, u"image"_s, u"Up 2 days"_s, state, {}};
 }
 
-bool says(const QQuickItem* item, const QString& text) {
-    return item->isVisible() && item->property("text").toString() == text;
-}
-
 /// The visible items of a view whose `text` this is, in the order of the screen.
 QList<QQuickItem*> itemsSaying(const QQuickItem* root, const QString& text) {
     QList<QQuickItem*> found;
     for (QQuickItem* child : root->childItems()) {
-        if (says(child, text))
+        if (!child->isVisible())
+            continue;
+        if (child->property("text").toString() == text)
             found += child;
-        else if (child->isVisible())
+        else
             found += itemsSaying(child, text);
     }
     std::ranges::stable_sort(found, {}, [](const QQuickItem* item) { return item->mapToScene({}).y(); });
@@ -48,19 +46,15 @@ struct Desk : StoreRig {
     std::map<QString, QPromise<bool>> restarts;
     std::unique_ptr<PopoverView> view;
 
+    static double soc() { return 41.3; }
+    static double gpu() { return 8; }
     explicit Desk(const QList<Server>& servers) {
         failOnQmlWarnings();
         startWith(servers);
-    }
-    void open() {
         view = std::make_unique<PopoverView>(
             *store, ui,
             ViewCollaborators{
-                .readings = {.avgSoc = [] { return 41.3; },
-                             .gpuPercent =
-                                 [] {
-                                     return 8.0;
-                                 }},
+                .readings = {.avgSoc = soc, .gpuPercent = gpu},
                 .restartContainer =
                     [this](const Server&, const QString& id) {
                         QPromise<bool>& promise = restarts[id];
@@ -113,7 +107,6 @@ private Q_SLOTS:
     /// Also of a popover that was open before.
     void accessibleOnceSomebodyListens() {
         Desk desk({StoreRig::server(u"a"_s)});
-        desk.open();
         const auto refresh = [&desk] {
             return QAccessible::queryAccessibleInterface(desk.all(u"Refresh All Servers"_s).value(0));
         };
@@ -127,7 +120,6 @@ private Q_SLOTS:
 
     void headerAndFooter() {
         Desk desk({StoreRig::server(u"a"_s)});
-        desk.open();
         QCOMPARE(desk.view->width(), 400);
         desk.press(u"Refresh All Servers"_s);
         QVERIFY(desk.store->isRefreshing());
@@ -162,7 +154,6 @@ private Q_SLOTS:
             return desk.ui.property(flag.toLatin1()).toBool();
         };
         Desk desk({StoreRig::server(u"a"_s)});
-        desk.open();
         const QSize before = desk.view->size();
         const QSignalSpy close(desk.view.get(), &PopoverView::closeRequested);
         for (int time = 0; time < 2; ++time) {
@@ -190,7 +181,6 @@ private Q_SLOTS:
 
     void emptyFleet() {
         Desk desk({StoreRig::server(u"a"_s)});
-        desk.open();
         desk.press(u"Remove server from Tarnwick"_s);
         QVERIFY(desk.store->servers().isEmpty());
         desk.press(u"Add First Server"_s);
@@ -208,7 +198,6 @@ private Q_SLOTS:
         local.isLocal = true;
         local.metrics = metricsWith({});
         Desk desk({local, StoreRig::server(u"b"_s)});
-        desk.open();
         desk.press(u"Open SSH in Terminal"_s, 1);
         QCOMPARE(desk.terminals, QStringList({u"b"_s}));
         desk.press(u"Refresh this server"_s, 1);
@@ -233,7 +222,6 @@ private Q_SLOTS:
         Server server = StoreRig::server(u"a"_s);
         server.metrics = metricsWith({container(u"one"_s, u"Running"_s), container(u"two"_s, u"exited"_s)});
         Desk desk({server});
-        desk.open();
         desk.press(u"1 / 2 Containers"_s);
         QVERIFY(desk.ui.isExpanded(server.id));
         desk.press(u"Container is stopped"_s);
@@ -256,7 +244,6 @@ private Q_SLOTS:
             desk.ui.toggleExpanded(server.id);
         }
         desk.store->setServers(servers);
-        desk.open();
         const QString restart = u"Restart container"_s;
         desk.press(restart, 1);
         QCOMPARE(desk.ui.restartingContainerId(), u"b1"_s);
@@ -284,7 +271,6 @@ private Q_SLOTS:
         server.metrics = metricsWith({container(u"one"_s, u"running"_s)});
         Desk desk({server});
         desk.ui.toggleExpanded(server.id);
-        desk.open();
         desk.press(u"Restart container"_s);
         desk.view.reset();
         desk.restarts[u"one"_s].addResult(true);
@@ -296,7 +282,6 @@ private Q_SLOTS:
 
     void contextMenu() {
         Desk desk({StoreRig::server(u"a"_s), StoreRig::server(u"b"_s)});
-        desk.open();
         desk.press(u"b"_s, 0, Qt::RightButton);
         desk.press(u"Move Down"_s); // disabled: it is the last
         QCOMPARE(desk.names(), QStringList({u"a"_s, u"b"_s}));
@@ -333,7 +318,6 @@ private Q_SLOTS:
         Server local = StoreRig::server(u"here"_s);
         local.isLocal = true;
         Desk desk({local, StoreRig::server(u"a"_s), StoreRig::server(u"b"_s), StoreRig::server(u"c"_s)});
-        desk.open();
         const auto pins = [&desk] {
             return desk.store->settings().pinnedMenuBarItems;
         };
@@ -357,17 +341,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("order");
         QTest::newRow("third onto first") << 2 << 0 << u"3 1 2 4 5"_s;
         QTest::newRow("first onto third") << 0 << 2 << u"2 3 1 4 5"_s;
+        QTest::newRow("onto the next") << 3 << 4 << u"1 2 3 5 4"_s;
         QTest::newRow("off the cards") << 1 << -1 << u"1 2 3 4 5"_s;
     }
     void dragging() {
         QFETCH(int, dragged);
         QFETCH(int, target);
         QFETCH(QString, order);
-        QList<Server> servers;
-        for (int number = 1; number <= 5; ++number)
-            servers += StoreRig::server(QString::number(number));
+        const QList<Server> servers = StoreRig::fleet(u"12345");
         Desk desk(servers);
-        desk.open();
         const auto headOf = [&desk](int number) {
             return desk.middle(desk.all(QString::number(number + 1))[0]);
         };
@@ -390,7 +372,6 @@ private Q_SLOTS:
     void tabPassesEveryControlInOrder() {
         QList<Server> servers{StoreRig::server(u"a"_s), StoreRig::server(u"b"_s), StoreRig::server(u"c"_s)};
         Desk desk(servers);
-        desk.open();
         desk.store->moveServer(0, 2);
         QTRY_COMPARE(desk.names(), QStringList({u"b"_s, u"c"_s, u"a"_s}));
         desk.press(u"c"_s); // on its handle, which takes no focus
@@ -418,7 +399,6 @@ private Q_SLOTS:
         servers[0].metrics = metricsWith({});
         servers[1].isEnabled = false;
         Desk desk(servers);
-        desk.open();
         QSignalSpy frames(desk.view.get(), &QQuickWindow::frameSwapped);
         QTRY_VERIFY([&] {
             frames.clear();
@@ -428,11 +408,7 @@ private Q_SLOTS:
     }
 
     void cardsStandInOrderAfterChanges() {
-        QList<Server> servers;
-        for (int number = 0; number < 4; ++number)
-            servers += StoreRig::server(QString::number(number));
-        Desk desk(servers);
-        desk.open();
+        Desk desk(StoreRig::fleet(u"0123"));
         // Changes that fall into the animations of those before.
         for (int round = 0; round < 12; ++round) {
             QList<Server> changed = desk.store->servers();
@@ -470,7 +446,6 @@ private Q_SLOTS:
             servers.last().metrics = metricsWith({});
         }
         Desk desk(servers);
-        desk.open();
         auto* list = desk.view->rootObject()->findChild<QQuickItem*>(u"serverList"_s);
         const auto cards = [&list] {
             return list->property("contentItem").value<QQuickItem*>()->childItems().size();
