@@ -105,12 +105,6 @@ private Q_SLOTS:
         QCOMPARE(metrics.containers.last().ports.size(), 250);
     }
 
-    void quoteInAStatus() {
-        QVERIFY(host_.standIns().addDocker("1\ta\ti\tUp \"2\" days\trunning\t\n"));
-        const QString reason = failureOf(serverAt(host_));
-        QVERIFY2(reason.startsWith(u"Failed to parse metrics: "), qPrintable(reason));
-    }
-
     void badHosts_data() {
         QTest::addColumn<QString>("behaviour");
         QTest::addColumn<QString>("reason"); // a pattern

@@ -20,6 +20,15 @@ public:
             qFatal("cannot write %s", qPrintable(full(path)));
     }
 
+    /// Folders with their files, one folder a line: "FOLDER|FILE CONTENT|FILE CONTENT". A FILE may have folders.
+    void install(const QString& lines) const {
+        for (const QString& line : lines.split(u'\n', Qt::SkipEmptyParts)) {
+            const QStringList parts = line.split(u'|');
+            for (const QString& file : parts.sliced(1))
+                write(parts.first() + u'/' + file.section(u' ', 0, 0), file.section(u' ', 1).toLatin1() + '\n');
+        }
+    }
+
     void link(const QString& path, const QString& target) const {
         QDir().mkpath(QFileInfo(full(path)).path());
         if (!QFile::link(target, full(path)))

@@ -8,85 +8,47 @@ using namespace tarnwick;
 
 namespace {
 
-/// One machine: "ENTRY FILE CONTENT" a line, under /sys/class/hwmon; FILE may have folders.
+/// One machine: its chips under /sys/class/hwmon.
 using Capture = const char*;
 
 constexpr Capture intelLaptop = R"(
-hwmon0 name acpitz
-hwmon0 temp1_input 27800
-hwmon1 name nvme
-hwmon1 temp1_input 37850
-hwmon1 temp1_label Composite
-hwmon1 temp2_input 51850
-hwmon1 temp2_label Sensor 1
-hwmon2 name BAT0
-hwmon2 in0_input 12870
-hwmon4 name iwlwifi_1
-hwmon4 temp1_input 41000
-hwmon10 name thinkpad
-hwmon10 fan1_input 2650
-hwmon10 temp1_input 46000
-hwmon10 temp1_label CPU
-hwmon10 temp3_input 0
-hwmon9 name coretemp
-hwmon9 temp1_input 47000
-hwmon9 temp1_label Package id 0
-hwmon9 temp2_input 45000
-hwmon9 temp2_label Core 0
-hwmon9 temp10_input 46000
-hwmon9 temp10_label Core 12
+hwmon0|name acpitz|temp1_input 27800
+hwmon1|name nvme|temp1_input 37850|temp1_label Composite|temp2_input 51850|temp2_label Sensor 1
+hwmon2|name BAT0|in0_input 12870
+hwmon4|name iwlwifi_1|temp1_input 41000
+hwmon10|name thinkpad|fan1_input 2650|temp1_input 46000|temp1_label CPU|temp3_input 0
+hwmon9|name coretemp|temp1_input 47000|temp1_label Package id 0|temp2_input 45000|temp2_label Core 0
+hwmon9|temp10_input 46000|temp10_label Core 12
 )";
 
 constexpr Capture ryzenDesktop = R"(
-hwmon0 name nvme
-hwmon0 temp1_input 40850
-hwmon0 temp1_label Composite
-hwmon1 name drivetemp
-hwmon1 temp1_input 31000
-hwmon2 name k10temp
-hwmon2 temp1_input 66250
-hwmon2 temp1_label Tctl
-hwmon2 temp2_input 46250
-hwmon2 temp2_label Tdie
-hwmon3 name amdgpu
-hwmon3 temp1_input 44000
-hwmon3 temp1_label edge
-hwmon3 temp3_input 52000
-hwmon3 temp3_label mem
-hwmon4 name asusec
-hwmon4 temp1_input 49000
-hwmon4 temp1_label VRM
-hwmon5 name nct6798
-hwmon5 temp1_input 35000
-hwmon5 temp1_label SYSTIN
+hwmon0|name nvme|temp1_input 40850|temp1_label Composite
+hwmon1|name drivetemp|temp1_input 31000
+hwmon2|name k10temp|temp1_input 66250|temp1_label Tctl|temp2_input 46250|temp2_label Tdie
+hwmon3|name amdgpu|temp1_input 44000|temp1_label edge|temp3_input 52000|temp3_label mem
+hwmon4|name asusec|temp1_input 49000|temp1_label VRM
+hwmon5|name nct6798|temp1_input 35000|temp1_label SYSTIN
 )";
 
 constexpr Capture raspberryPi = R"(
-hwmon0 name cpu_thermal
-hwmon0 temp1_input 48686
-hwmon1 name rpi_volt
-hwmon1 in0_lcrit_alarm 0
+hwmon0|name cpu_thermal|temp1_input 48686
+hwmon1|name rpi_volt|in0_lcrit_alarm 0
 )";
 
 constexpr Capture brokenValues = R"(
-hwmon0 name k10temp
-hwmon0 temp1_input abc
-hwmon0 temp1_label Tctl
-hwmon0 temp2_input 99999999999999999999
-hwmon0 temp2_label Tccd1
-hwmon0 temp3_input -61000
-hwmon0 temp3_label Tccd2
-hwmon0 tempx_input 40000
-hwmon1 temp1_input 42500
-hwmon2 temp1_input 43500
-hwmon2 temp1_label VRM
+hwmon0|name k10temp|temp1_input abc|temp1_label Tctl|temp2_input 99999999999999999999|temp2_label Tccd1
+hwmon0|temp3_input -61000|temp3_label Tccd2|tempx_input 40000
+hwmon1|temp1_input 42500
+hwmon2|temp1_input 43500|temp1_label VRM
 )";
 
 void install(const FileTree& tree, const QByteArray& capture) {
-    for (const QString& line : QString::fromLatin1(capture).split(u'\n', Qt::SkipEmptyParts)) {
-        tree.write(u"sys/class/hwmon/%1/%2"_s.arg(line.section(u' ', 0, 0), line.section(u' ', 1, 1)),
-                   line.section(u' ', 2).toLatin1() + '\n');
-    }
+    tree.install(QString::fromLatin1(capture).replace(u"hwmon"_s, u"sys/class/hwmon/hwmon"_s));
+}
+
+void readOften(LinuxTemperatureSensors& sensors) {
+    for (int read = 0; read < 15; ++read)
+        (void)sensors.read();
 }
 
 /// "NAME=CELSIUS", with "?" for a name or a reading that is absent.
@@ -131,7 +93,7 @@ private Q_SLOTS:
 
     void sameDriverTwice() {
         const FileTree tree;
-        install(tree, "hwmon0 name nvme\nhwmon0 temp1_input 30000\nhwmon1 name nvme\nhwmon1 temp1_input 31000\n");
+        install(tree, "hwmon0|name nvme|temp1_input 30000\nhwmon1|name nvme|temp1_input 31000");
         tree.write(u"sys/devices/nvme0/model"_s, "one");
         tree.link(u"sys/class/hwmon/hwmon0/device"_s, tree.full(u"sys/devices/nvme0"_s));
         LinuxTemperatureSensors sensors(tree.root());
@@ -150,7 +112,7 @@ private Q_SLOTS:
 
     void sensorWithoutAnAnswerStays() {
         const FileTree tree;
-        install(tree, "hwmon0 name iwlwifi_1\nhwmon1 name acpitz\nhwmon1 temp1_input 30000\n");
+        install(tree, "hwmon0|name iwlwifi_1\nhwmon1|name acpitz|temp1_input 30000");
         tree.link(u"sys/class/hwmon/hwmon0/temp1_input"_s, u"/proc/self/mem"_s); // reading its beginning fails with EIO
         LinuxTemperatureSensors sensors(tree.root());
         for (int read = 0; read < 30; ++read)
@@ -164,8 +126,7 @@ private Q_SLOTS:
         QVERIFY(told(sensors).contains(u"SSD drivetemp=31"_s));
         tree.remove(u"sys/class/hwmon/hwmon1"_s);
         QVERIFY(told(sensors).contains(u"SSD drivetemp=?"_s));
-        for (int read = 0; read < 10; ++read)
-            (void)sensors.read();
+        readOften(sensors);
         QVERIFY(told(sensors).filter(u"drivetemp"_s).isEmpty());
         QCOMPARE(told(sensors).last(), u"SSD nvme Composite=40.85"_s);
     }
@@ -174,8 +135,7 @@ private Q_SLOTS:
         const FileTree tree;
         install(tree, raspberryPi);
         LinuxTemperatureSensors sensors(tree.root());
-        for (int read = 0; read < 15; ++read)
-            (void)sensors.read();
+        readOften(sensors);
         tree.remove(u"sys/class/hwmon/hwmon0"_s);
         install(tree, raspberryPi); // under the same number, as a driver that is loaded again
         QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=?"_s});
@@ -187,15 +147,14 @@ private Q_SLOTS:
         install(tree, raspberryPi);
         LinuxTemperatureSensors sensors(tree.root());
         QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=48.686"_s});
-        install(tree, "hwmon0 temp1_input 51000\nhwmon2 name nvme\nhwmon2 temp1_input 33000\n");
-        for (int read = 0; read < 10; ++read)
-            (void)sensors.read();
+        install(tree, "hwmon0|temp1_input 51000\nhwmon2|name nvme|temp1_input 33000");
+        readOften(sensors);
         QCOMPARE(told(sensors), (QStringList{u"tdie cpu_thermal=51"_s, u"SSD nvme=33"_s}));
     }
 
     void sleepingDeviceIsNotAsked() {
         const FileTree tree;
-        install(tree, "hwmon0 name amdgpu\nhwmon0 temp1_input 44000\nhwmon0 device/power/runtime_status suspended\n");
+        install(tree, "hwmon0|name amdgpu|temp1_input 44000|device/power/runtime_status suspended");
         LinuxTemperatureSensors sensors(tree.root());
         QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=?"_s});
         tree.write(u"sys/class/hwmon/hwmon0/device/power/runtime_status"_s, "active\n");
@@ -204,8 +163,9 @@ private Q_SLOTS:
 
     void idleSecondCardIsLeftAlone() {
         const FileTree tree;
-        install(tree, "hwmon0 name amdgpu\nhwmon0 temp1_input 44000\nhwmon0 device/power/runtime_status active\n"
-                      "hwmon0 device/power/control auto\nhwmon0 device/boot_vga 0\n");
+        install(tree,
+                "hwmon0|name amdgpu|temp1_input 44000|device/power/runtime_status active|device/power/control auto|"
+                "device/boot_vga 0");
         LinuxTemperatureSensors sensors(tree.root());
         QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=44"_s});
         tree.write(u"sys/class/hwmon/hwmon0/temp1_input"_s, "48000\n");

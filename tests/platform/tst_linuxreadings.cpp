@@ -12,11 +12,6 @@ namespace {
 
 using Files = QList<std::pair<QByteArray, QByteArray>>;
 
-void install(const FileTree& tree, const Files& files) {
-    for (const auto& [path, content] : files)
-        tree.write(QString::fromLatin1(path), content);
-}
-
 template <typename Integer>
 std::optional<Integer> number(KernelReadings& kernel, const char* name, qsizetype at = 0) {
     const std::optional<QByteArray> bytes = kernel.value(name);
@@ -25,19 +20,6 @@ std::optional<Integer> number(KernelReadings& kernel, const char* name, qsizetyp
     Integer value = 0;
     std::memcpy(&value, bytes->constData() + at, sizeof value);
     return value;
-}
-
-/// Processors as the kernel describes them: "SIBLINGS CAPACITY" for each, CAPACITY empty where it has none.
-Files processors(const QByteArrayList& descriptions) {
-    Files files;
-    for (qsizetype cpu = 0; cpu < descriptions.size(); ++cpu) {
-        const QByteArrayList parts = descriptions.at(cpu).split(' ');
-        const QByteArray folder = "sys/devices/system/cpu/cpu" + QByteArray::number(cpu);
-        files.append({folder + "/topology/core_cpus_list", parts.first() + '\n'});
-        if (parts.size() > 1)
-            files.append({folder + "/cpu_capacity", parts.last() + '\n'});
-    }
-    return files;
 }
 
 /// Utilisation of each card, "?" for one that tells none.
@@ -50,8 +32,8 @@ QString told(KernelReadings& kernel) {
     return texts.join(u' ');
 }
 
-constexpr auto amd = "sys/class/drm/card1/device/gpu_busy_percent";
-constexpr auto nvidiaStatus = "sys/bus/pci/drivers/nvidia/0000:01:00.0/power/runtime_status";
+const auto amd = u"sys/class/drm/card1/device/gpu_busy_percent"_s;
+const auto nvidiaStatus = u"sys/bus/pci/drivers/nvidia/0000:01:00.0/power/runtime_status"_s;
 
 } // namespace
 
@@ -99,29 +81,27 @@ private Q_SLOTS:
         QCOMPARE(memoryIn("MemTotal: lots\nMemAvailable: 4096 kB\n"), Mebibytes(-1, -1));
     }
 
-    void coreCounts_data() {
-        QTest::addColumn<Files>("files");
-        QTest::addColumn<int>("performance");
-        QTest::addColumn<int>("efficiency");
-        QTest::newRow("four cores with two threads each")
-            << processors({"0,4", "1,5", "2,6", "3,7", "0,4", "1,5", "2,6", "3,7"}) << 4 << 0;
-        QTest::newRow("hybrid Intel") << processors({"0-1", "0-1", "2-3", "2-3", "4", "5", "6", "7"}) +
-                                             Files{{"sys/devices/cpu_core/cpus", "0-3\n"},
-                                                   {"sys/devices/cpu_atom/cpus", "4-7\n"}}
-                                      << 2 << 4;
-        QTest::newRow("big and little, two sizes of big")
-            << processors({"0 325", "1 325", "2 325", "3 325", "4 870", "5 870", "6 870", "7 1024"}) << 4 << 4;
-        QTest::newRow("one capacity for all") << processors({"0 1024", "1 1024"}) << 2 << 0;
-        QTest::newRow("damaged list of small cores")
-            << processors({"0", "1"}) + Files{{"sys/devices/cpu_atom/cpus", "1-,x,-3,2-9999999999\n"}} << 2 << 0;
-    }
     void coreCounts() {
-        QFETCH(const Files, files);
-        const FileTree tree;
-        install(tree, files);
-        LinuxKernelReadings kernel(tree.root());
-        QTEST(number<qint32>(kernel, "hw.perflevel0.physicalcpu").value_or(-1), "performance");
-        QTEST(number<qint32>(kernel, "hw.perflevel1.physicalcpu").value_or(-1), "efficiency");
+        using Cores = std::pair<qint32, qint32>; // large and small ones; -1: unknown
+        // Processors as the kernel describes them: "SIBLINGS CAPACITY" for each, CAPACITY only where it has one.
+        const auto coresOf = [](const QStringList& processors, const QString& more = {}) {
+            const FileTree tree;
+            tree.install(more);
+            for (qsizetype cpu = 0; cpu < processors.size(); ++cpu) {
+                const QString files = QString(processors.at(cpu)).replace(u' ', u"|cpu_capacity "_s);
+                tree.install(u"sys/devices/system/cpu/cpu%1|topology/core_cpus_list %2"_s.arg(cpu).arg(files));
+            }
+            LinuxKernelReadings kernel(tree.root());
+            return Cores(number<qint32>(kernel, "hw.perflevel0.physicalcpu").value_or(-1),
+                         number<qint32>(kernel, "hw.perflevel1.physicalcpu").value_or(-1));
+        };
+        QCOMPARE(coresOf(u"0,4;1,5;2,6;3,7;0,4;1,5;2,6;3,7"_s.split(u';')), Cores(4, 0));
+        QCOMPARE(coresOf(u"0-1;0-1;2-3;2-3;4;5;6;7"_s.split(u';'),
+                         u"sys/devices/cpu_core|cpus 0-3\nsys/devices/cpu_atom|cpus 4-7"_s),
+                 Cores(2, 4)); // hybrid Intel
+        QCOMPARE(coresOf(u"0 325;1 325;2 325;3 325;4 870;5 870;6 870;7 1024"_s.split(u';')), Cores(4, 4));
+        QCOMPARE(coresOf({u"0 1024"_s, u"1 1024"_s}), Cores(2, 0));
+        QCOMPARE(coresOf({u"0"_s, u"1"_s}, u"sys/devices/cpu_atom|cpus 1-,x,-3,2-9999999999"_s), Cores(2, 0));
     }
 
     void names_data() {
@@ -164,7 +144,8 @@ private Q_SLOTS:
     void names() {
         QFETCH(const Files, files);
         const FileTree tree;
-        install(tree, files);
+        for (const auto& [path, content] : files)
+            tree.write(QString::fromLatin1(path), content);
         LinuxKernelReadings kernel(tree.root());
         QTEST(kernel.value("hw.model").value_or(QByteArray()), "identifier");
         QTEST(kernel.makersModelName().value_or(QString()), "name");
@@ -197,48 +178,38 @@ private Q_SLOTS:
         QCOMPARE(number<qint64>(kernel, "kern.boottime"), std::optional(qint64{1795378900}));
     }
 
-    void thermalState_data() {
-        QTest::addColumn<QByteArray>("celsius");
-        QTest::addColumn<ThermalState>("state");
-        QTest::newRow("below all trip points") << QByteArray("49") << ThermalState::nominal;
-        QTest::newRow("at the fan's") << QByteArray("50") << ThermalState::fair;
-        QTest::newRow("at the passive one") << QByteArray("90") << ThermalState::serious;
-        QTest::newRow("at the critical one") << QByteArray("105") << ThermalState::critical;
-        QTest::newRow("no reading") << QByteArray("x") << ThermalState::unknown;
-    }
     void thermalState() {
-        QFETCH(const QByteArray, celsius);
-        const FileTree tree;
-        install(tree, {{"sys/class/thermal/thermal_zone0/temp", "20000\n"}, // a zone without trip points
-                       {"sys/class/thermal/thermal_zone1/temp", celsius + "000\n"},
-                       {"sys/class/thermal/thermal_zone1/trip_point_0_type", "critical\n"},
-                       {"sys/class/thermal/thermal_zone1/trip_point_0_temp", "105000\n"},
-                       {"sys/class/thermal/thermal_zone1/trip_point_1_type", "passive\n"},
-                       {"sys/class/thermal/thermal_zone1/trip_point_1_temp", "90000\n"},
-                       {"sys/class/thermal/thermal_zone1/trip_point_2_type", "active\n"},
-                       {"sys/class/thermal/thermal_zone1/trip_point_2_temp", "50000\n"},
-                       {"sys/class/thermal/thermal_zone2/temp", "60000\n"},
-                       {"sys/class/thermal/thermal_zone2/trip_point_0_type", "passive\n"},
-                       {"sys/class/thermal/thermal_zone2/trip_point_0_temp", "-274000\n"}});
-        QTEST(LinuxKernelReadings(tree.root()).thermalState(), "state");
+        const auto stateAt = [](const QString& celsius) {
+            const FileTree tree;
+            tree.install(u"sys/class/thermal/thermal_zone0|temp 20000\n" // a zone without trip points
+                         "sys/class/thermal/thermal_zone1|temp %1|trip_point_0_type critical|trip_point_0_temp 105000|"
+                         "trip_point_1_type passive|trip_point_1_temp 90000|"
+                         "trip_point_2_type active|trip_point_2_temp 50000\n"
+                         "sys/class/thermal/thermal_zone2|temp 60000|trip_point_0_type passive|"
+                         "trip_point_0_temp -274000"_s.arg(celsius + u"000"_s));
+            return LinuxKernelReadings(tree.root()).thermalState();
+        };
+        QCOMPARE(stateAt(u"49"_s), ThermalState::nominal);
+        QCOMPARE(stateAt(u"50"_s), ThermalState::fair);
+        QCOMPARE(stateAt(u"90"_s), ThermalState::serious);
+        QCOMPARE(stateAt(u"105"_s), ThermalState::critical);
+        QCOMPARE(stateAt(u"x"_s), ThermalState::unknown);
     }
 
     void kernelCards() {
         const FileTree tree;
-        install(tree, {{"sys/class/drm/card0/device/vendor", "0x8086\n"},
-                       {"sys/class/drm/card10/device/gpu_busy_percent", "77\n"},
-                       {amd, "12\n"},
-                       {"sys/class/drm/card1/device/power/runtime_status", "suspended\n"},
-                       {"sys/class/drm/card1-DP-1/status", "connected\n"}});
+        tree.install(u"sys/class/drm/card0/device|vendor 0x8086\nsys/class/drm/card10/device|gpu_busy_percent 77\n"
+                     "sys/class/drm/card1/device|gpu_busy_percent 12|power/runtime_status suspended\n"
+                     "sys/class/drm/card1-DP-1|status connected"_s);
         LinuxKernelReadings kernel(tree.root());
         QCOMPARE(told(kernel), u"? 77"_s);
         tree.write(u"sys/class/drm/card1/device/power/runtime_status"_s, "active\n");
         QCOMPARE(told(kernel), u"12 77"_s);
-        tree.write(QString::fromLatin1(amd), "busy\n");
+        tree.write(amd, "busy\n");
         QCOMPARE(told(kernel), u"? 77"_s);
         tree.remove(u"sys/class/drm/card10/device"_s);
         QCOMPARE(told(kernel), u"? ?"_s);
-        install(tree, {{"sys/class/drm/card2/device/gpu_busy_percent", "33\n"}});
+        tree.install(u"sys/class/drm/card2/device|gpu_busy_percent 33"_s);
         for (int read = 0; read < 60; ++read)
             (void)kernel.accelerators();
         QCOMPARE(told(kernel), u"? 33"_s);
@@ -246,15 +217,13 @@ private Q_SLOTS:
 
     void idleSecondCardIsLeftAlone() {
         const FileTree tree;
-        install(tree, {{amd, "40\n"},
-                       {"sys/class/drm/card1/device/boot_vga", "0\n"},
-                       {"sys/class/drm/card1/device/power/control", "auto\n"},
-                       {"sys/class/drm/card1/device/power/runtime_status", "active\n"}});
+        tree.install(u"sys/class/drm/card1/device|gpu_busy_percent 40|boot_vga 0|power/control auto|"
+                     "power/runtime_status active"_s);
         LinuxKernelReadings kernel(tree.root());
         QCOMPARE(told(kernel), u"40"_s);
-        tree.write(QString::fromLatin1(amd), "0\n");
+        tree.write(amd, "0\n");
         QCOMPARE(told(kernel), u"0"_s);
-        tree.write(QString::fromLatin1(amd), "50\n");
+        tree.write(amd, "50\n");
         QCOMPARE(told(kernel), u"0"_s);
     }
 
@@ -262,14 +231,13 @@ private Q_SLOTS:
         const FileTree tree;
         const QString log = tree.full(u"log"_s);
         qputenv("STANDIN_NVIDIA_LOG", QFile::encodeName(log));
-        install(tree, {{nvidiaStatus, "suspended\n"},
-                       {"sys/bus/pci/drivers/nvidia/0000:01:00.0/boot_vga", "0\n"},
-                       {"sys/bus/pci/drivers/nvidia/0000:01:00.0/power/control", "auto\n"}});
+        tree.install(u"sys/bus/pci/drivers/nvidia/0000:01:00.0|power/runtime_status suspended|boot_vga 0|"
+                     "power/control auto"_s);
         {
             LinuxKernelReadings kernel(tree.root(), QStringLiteral(STANDIN_NVIDIA));
             QCOMPARE(told(kernel), u"?"_s);
             QVERIFY2(!QFile::exists(log), "a card that sleeps was touched");
-            tree.write(QString::fromLatin1(nvidiaStatus), "active\n");
+            tree.write(nvidiaStatus, "active\n");
             QCOMPARE(told(kernel), u"63"_s);
             QCOMPARE(told(kernel), u"0"_s); // idle: the session ends, and the card may fall asleep
             QCOMPARE(told(kernel), u"0"_s);

@@ -1,3 +1,4 @@
+#include "Companion.h"
 #include "Desktop.h"
 #include "FileTree.h"
 
@@ -6,8 +7,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTest>
 #include <QVariantMap>
 
@@ -18,30 +17,6 @@ namespace {
 
 const QString serviceName = u"org.freedesktop.Notifications"_s;
 const QString servicePath = u"/org/freedesktop/Notifications"_s;
-
-/// A program of the test's own, ended with the test.
-class Companion {
-public:
-    /// With `announces`, returns the first line that the program prints.
-    QString start(const QString& program, const QStringList& arguments, bool announces) {
-        if (QStandardPaths::findExecutable(program).isEmpty())
-            qFatal("%s is missing: install dbus-daemon, dunst and xvfb", qPrintable(program));
-        process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process_.start(program, arguments);
-        while (announces && !process_.canReadLine()) {
-            if (!process_.waitForReadyRead(20'000))
-                qFatal("%s does not start", qPrintable(program));
-        }
-        return QString::fromUtf8(process_.readLine()).trimmed();
-    }
-    ~Companion() {
-        process_.kill();
-        process_.waitForFinished();
-    }
-
-private:
-    QProcess process_;
-};
 
 /// What the real service shows, newest first.
 QJsonArray dunstHistory() {
@@ -93,11 +68,10 @@ private Q_SLOTS:
         runtime_.write(u"bus.conf"_s,
                        "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><policy context='default'>"
                        "<allow send_destination='*'/><allow receive_sender='*'/><allow own='*'/></policy></busconfig>");
-        const QString address =
-            bus_.start(u"dbus-daemon"_s,
-                       {u"--config-file"_s, runtime_.full(u"bus.conf"_s), u"--nofork"_s, u"--print-address"_s}, true);
-        qputenv("DBUS_SESSION_BUS_ADDRESS", address.toUtf8());
-        QVERIFY(QDBusConnection::connectToBus(address, u"service"_s).isConnected());
+        const QByteArray address = bus_.announcementOf(
+            u"dbus-daemon"_s, {u"--config-file"_s, runtime_.full(u"bus.conf"_s), u"--nofork"_s, u"--print-address"_s});
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+        QVERIFY(QDBusConnection::connectToBus(QString::fromUtf8(address), u"service"_s).isConnected());
     }
 
     void noServiceIsNoHarm() {
@@ -140,12 +114,10 @@ private Q_SLOTS:
 
     void aRealServiceShowsHostileTextAsText() {
         Companion display;
-        const QString number =
-            display.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"640x480x24"_s}, true);
-        qputenv("DISPLAY", ':' + number.toUtf8());
+        qputenv("DISPLAY", display.startScreen());
         Companion dunst;
         runtime_.write(u"dunstrc"_s, "[global]\nmarkup = full\n");
-        dunst.start(u"dunst"_s, {u"-conf"_s, runtime_.full(u"dunstrc"_s)}, false);
+        dunst.start(u"dunst"_s, {u"-conf"_s, runtime_.full(u"dunstrc"_s)});
         QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::sessionBus().interface()->isServiceRegistered(serviceName), 20'000);
 
         Desktop::post(

@@ -1,3 +1,4 @@
+#include "Companion.h"
 #include "DesktopPopover.h"
 #include "PopoverGeometry.h"
 
@@ -10,11 +11,8 @@
 #include <QStandardPaths>
 #include <QTest>
 
-#include <csignal>
 #include <functional>
 #include <memory>
-
-#include <sys/prctl.h>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -219,26 +217,14 @@ private Q_SLOTS:
 
 /// Presses in other applications are known to a real display server only, so the test brings one.
 int main(int argc, char* argv[]) {
-    QProcess server;
-    server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    server.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
-    server.start(u"Xvfb"_s,
-                 {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s});
-    if (!server.waitForStarted() || !server.waitForReadyRead())
-        qFatal("Xvfb is missing: install xvfb");
-    qputenv("DISPLAY", ":" + server.readAllStandardOutput().trimmed());
+    Companion screen;
+    qputenv("DISPLAY", screen.startScreen());
     qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // Qt would have one started for this display
-    int result = 1;
-    {
-        QGuiApplication app(argc, argv);
-        QGuiApplication::setQuitOnLastWindowClosed(false);
-        tst_Popover test;
-        result = QTest::qExec(&test, argc, argv);
-    }
-    server.terminate();
-    server.waitForFinished();
-    return result;
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    tst_Popover test;
+    return QTest::qExec(&test, argc, argv);
 }
 
 #include "tst_popover.moc"

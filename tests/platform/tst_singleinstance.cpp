@@ -82,41 +82,26 @@ private Q_SLOTS:
     }
 
     /// Whatever else stands in the way is left alone, and the program runs.
-    static void nothingToLock_data() {
-        QTest::addColumn<QString>("obstacle");
-        QTest::newRow("no such folder can be made") << u"file"_s;
-        QTest::newRow("a regular file") << u"regular"_s;
-        QTest::newRow("a link to another pipe") << u"link"_s;
-        QTest::newRow("a folder") << u"folder"_s;
-    }
     static void nothingToLock() {
-        QFETCH(const QString, obstacle);
         const QTemporaryDir home;
-        const QString inTheWay = home.filePath(u"instance"_s);
+        const QString regular = home.filePath(u"regular/instance"_s);
+        const QString link = home.filePath(u"link/instance"_s);
+        const QString folder = home.filePath(u"folder/instance"_s);
         const QByteArray pipe = QFile::encodeName(home.filePath(u"pipe"_s));
-        QString folder = home.path();
-        if (obstacle == u"folder") {
-            QVERIFY(QDir().mkdir(inTheWay));
-        } else if (obstacle == u"link") {
-            QCOMPARE(::mkfifo(pipe.constData(), 0600), 0);
-            QVERIFY(QFile::link(QFile::decodeName(pipe), inTheWay));
-        } else {
-            QFile file(inTheWay);
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("kept") == 4);
-            if (obstacle == u"file")
-                folder = inTheWay + u"/below"_s;
+        for (const QString& path : {QFileInfo(regular).path(), QFileInfo(link).path(), folder})
+            QVERIFY(QDir().mkpath(path));
+        QFile file(regular);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("kept") == 4 && file.flush());
+        QCOMPARE(::mkfifo(pipe.constData(), 0600), 0);
+        QVERIFY(QFile::link(QFile::decodeName(pipe), link));
+
+        for (const auto& name : {u"regular"_s, u"link"_s, u"folder"_s, u"regular/instance/below"_s}) {
+            const SingleInstance one(home.filePath(name));
+            SingleInstance another(home.filePath(name));
+            QVERIFY2(one.isFirst() && another.isFirst() && !another.requestActivation(), qPrintable(name));
         }
-        const QFileInfo before(inTheWay);
-        const SingleInstance one(folder);
-        SingleInstance another(folder);
-        QVERIFY(one.isFirst());
-        QVERIFY(another.isFirst());
-        QVERIFY(!another.requestActivation());
-        const QFileInfo after(inTheWay);
-        QCOMPARE(after.isSymLink(), before.isSymLink());
-        QCOMPARE(after.isDir(), before.isDir());
-        if (after.isFile())
-            QCOMPARE(after.size(), 4);
+        QVERIFY(QFileInfo(regular).isFile() && QFileInfo(regular).size() == 4);
+        QVERIFY(QFileInfo(link).isSymLink() && QFileInfo(folder).isDir());
     }
 };
 

@@ -1,3 +1,4 @@
+#include "Companion.h"
 #include "DesktopStatusItem.h"
 #include "StatusMenu.h"
 #include "StatusNotifierItem.h"
@@ -7,7 +8,6 @@
 #include <QDBusObjectPath>
 #include <QDBusPendingCall>
 #include <QGuiApplication>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
@@ -96,10 +96,8 @@ class tst_StatusNotifierItem : public QObject {
 
 private Q_SLOTS:
     void initTestCase() {
-        daemon_.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
-        QVERIFY2(daemon_.waitForStarted(), "dbus-daemon is missing: install dbus-daemon");
-        QVERIFY(daemon_.waitForReadyRead());
-        address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
+        address_ = QString::fromUtf8(
+            daemon_.announcementOf(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s}));
     }
 
     void init() {
@@ -119,11 +117,6 @@ private Q_SLOTS:
         hostBus_.reset();
         QDBusConnection::disconnectFromBus(u"item"_s);
         QDBusConnection::disconnectFromBus(u"host"_s);
-    }
-
-    void cleanupTestCase() {
-        daemon_.terminate();
-        QVERIFY(daemon_.waitForFinished());
     }
 
     void tellsTheHostEverythingItAsksFor() {
@@ -321,7 +314,7 @@ private:
         return QTest::qWaitFor([&] { return reply.isFinished(); }) ? reply.reply() : QDBusMessage();
     }
 
-    QProcess daemon_;
+    Companion daemon_;
     QString address_;
     std::unique_ptr<QDBusConnection> bus_;
     std::unique_ptr<QDBusConnection> hostBus_;

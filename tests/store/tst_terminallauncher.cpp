@@ -1,9 +1,9 @@
+#include "StandIns.h"
 #include "TerminalLauncher.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace tarnwick;
@@ -30,19 +30,21 @@ ContainerInfo container(const QString& name, const QString& id = u"4f2a"_s) {
 class Bench {
 public:
     Bench() {
-        write(u"ssh"_s, "printf '%s\\0' \"$@\" >ssh.called\n"
-                        "while getopts ti:p: _; do :; done\n"
-                        "shift \"$OPTIND\"\n"
-                        "[ $# -eq 0 ] || exec sh -c \"$*\"\n");
-        write(u"docker"_s, "printf '%s\\0' \"$@\" >docker.called\n");
+        const bool added = tools_.add(u"ssh"_s, "#!/bin/sh\nprintf '%s\\0' \"$@\" >ssh.called\n"
+                                                "while getopts ti:p: _; do :; done\n"
+                                                "shift \"$OPTIND\"\n"
+                                                "[ $# -eq 0 ] || exec sh -c \"$*\"\n") &&
+                           tools_.add(u"docker"_s, "#!/bin/sh\nprintf '%s\\0' \"$@\" >docker.called\n");
+        if (!added)
+            qFatal("Cannot write to %s", qPrintable(tools_.folder()));
     }
 
     /// What the line prints.
     QString run(const QStringList& shell, const QString& line) const {
         QProcess process;
-        process.setWorkingDirectory(folder_.path());
+        process.setWorkingDirectory(tools_.folder());
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"PATH"_s, folder_.path() + u':' + environment.value(u"PATH"_s));
+        environment.insert(u"PATH"_s, tools_.searchPath());
         process.setProcessEnvironment(environment);
         const bool interactive = shell.last() == u"-i";
         const QStringList arguments = interactive ? shell.mid(1) : shell.mid(1) + QStringList{u"-c"_s, line};
@@ -54,22 +56,15 @@ public:
     }
 
     QStringList called(const QString& program) const {
-        QFile file(folder_.filePath(program + u".called"_s));
+        QFile file(tools_.folder() + u'/' + program + u".called"_s);
         return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).split(QChar::Null)
                                               : QStringList{u"not called"_s};
     }
 
-    bool isUntouched() const { return QDir(folder_.path()).entryList(QDir::Files).filter(u"pwned"_s).isEmpty(); }
+    bool isUntouched() const { return QDir(tools_.folder()).entryList(QDir::Files).filter(u"pwned"_s).isEmpty(); }
 
 private:
-    void write(const QString& name, const QByteArray& script) const {
-        QFile file(folder_.filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write("#!/bin/sh\n" + script) < 0 ||
-            !file.setPermissions(QFile::ReadOwner | QFile::ExeOwner))
-            qFatal("Cannot write %s", qPrintable(file.fileName()));
-    }
-
-    QTemporaryDir folder_;
+    StandIns tools_;
 };
 
 } // namespace

@@ -91,7 +91,7 @@ class MacHardwareTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// first: it tests the first measurement of the process
+    /// Stands first: it tests the first measurement of the process.
     void cpuSampleIsKeptBetweenCalls() {
         ScriptedKernel kernel;
         kernel.ticks = CpuTicks{.user = 20, .system = 10, .idle = 60, .nice = 10};

@@ -194,13 +194,6 @@ private Q_SLOTS:
             QCOMPARE(row.shellHelp, running ? u"Enter container shell (docker exec)"_s : u"Container is stopped"_s);
             QVERIFY(row.restartEnabled && !row.restarting);
         }
-    }
-
-    void restartMarksOneAndBlocksAll() {
-        const ContainerRowContent it = containerRowContent(container(u"c"_s, u"running"_s), u"c"_s);
-        QVERIFY(it.restarting && !it.restartEnabled);
-        const ContainerRowContent other = containerRowContent(container(u"d"_s, u"exited"_s), u"c"_s);
-        QVERIFY(!other.restarting && !other.restartEnabled);
         // A container that came without an id is not the one restarting while none is.
         QVERIFY(!containerRowContent(container({}, u"exited"_s), {}).restarting);
     }

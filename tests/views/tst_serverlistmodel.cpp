@@ -61,28 +61,24 @@ private Q_SLOTS:
             const auto place = [&] {
                 return random.bounded(std::max<qsizetype>(servers.size(), 1));
             };
-            switch (random.bounded(6)) {
+            switch (servers.isEmpty() ? 0 : random.bounded(6)) {
             case 0:
                 servers.insert(place(), StoreRig::server(u"new %1"_s.arg(round)));
                 break;
             case 1:
-                if (!servers.isEmpty())
-                    servers.removeAt(place());
+                servers.removeAt(place());
                 break;
             case 2:
-                if (!servers.isEmpty())
-                    servers.insert(place(), servers[place()]); // a second row of the same id
+                servers.insert(place(), servers[place()]); // a second row of the same id
                 break;
             case 3:
                 std::shuffle(servers.begin(), servers.end(), random);
                 break;
             case 4:
-                if (!servers.isEmpty())
-                    servers[place()].name = u"renamed %1"_s.arg(round);
+                servers[place()].name = u"renamed %1"_s.arg(round);
                 break;
             default:
-                if (!servers.isEmpty())
-                    servers.move(place(), place());
+                servers.move(place(), place());
             }
             fleet.store->setServers(servers);
             if (random.bounded(3) > 0) // several changes may fall in one turn
