@@ -112,6 +112,9 @@ QString DesktopSession::startPanel(const QString& home) {
     if (!bus_.waitForReadyRead(patience))
         return u"The session bus does not start"_s;
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus_.readLine().trimmed());
+    // Else the bus starts an installed notification service, whose bubbles cover the program's windows.
+    if (!QDBusConnection::sessionBus().registerService(u"org.freedesktop.Notifications"_s))
+        return u"The session bus does not answer"_s;
 
     if (!write(home + u"/.config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml"_s, panelSettings))
         return u"Cannot write to %1"_s.arg(home);

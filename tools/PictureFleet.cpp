@@ -1,0 +1,139 @@
+#include "PictureFleet.h"
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+constexpr QByteArrayView shop = "4f1c2a9b7d10\tshop-web\tnginx:1.25\tUp 12 days\trunning\t0.0.0.0:80->80/tcp\n"
+                                "8d20c1e4a9f3\tshop-api\tregistry.example/shop:2.4\tUp 12 days\trunning\t8080/tcp\n"
+                                "c77a01be5d42\tcache\tredis:7\tUp 5 weeks\trunning\t6379/tcp\n";
+constexpr QByteArrayView jobs = "1be94c02d7aa\tqueue\trabbitmq:3\tUp 3 days\trunning\t5672/tcp\n"
+                                "9a7d3310cc02\tmailer\tregistry.example/mailer:1\tExited (1) 2 hours ago\texited\t\n";
+
+/// Hosts that the user knows by a name of their own; the first three are in the fleet.
+constexpr QStringView aliases = uR"(
+Host web-1
+    HostName web-1.example
+Host worker-2
+    HostName worker-2.example
+Host staging
+    HostName staging.example
+    Port 2
+Host db-1
+    HostName 192.0.2.21
+    User deploy
+    IdentityFile /home/user/.ssh/id_ed25519
+Host mail
+    HostName mail.example
+    User admin
+    Port 2222
+)";
+
+/// What `df -P -k /` prints of a disk of this size, so full.
+QByteArray disk(qint64 gibibytes, int percent) {
+    const qint64 total = gibibytes * 1024 * 1024;
+    const qint64 used = total / 100 * percent;
+    return u"Filesystem 1024-blocks Used Available Capacity Mounted on\n/dev/vda1 %1 %2 %3 %4% /\n"_s.arg(total)
+        .arg(used)
+        .arg(total - used)
+        .arg(percent)
+        .toLatin1();
+}
+
+Server workstation() {
+    Server server;
+    server.id = QUuid::createUuid();
+    server.name = u"workstation"_s;
+    server.host = u"localhost"_s;
+    server.user = u"root"_s;
+    server.isLocal = true;
+    return server;
+}
+
+} // namespace
+
+PictureHost::PictureHost(const QString& name, const QByteArray& diskReport, QByteArrayView idlePercent,
+                         QByteArrayView containers)
+    : name_(name) {
+    StandIns& standIns = ssh_.standIns();
+    if (!standIns.addRecording(u"df"_s, diskReport) || !standIns.addDocker(containers.toByteArray()) ||
+        !standIns.addRecording(u"top"_s, "%Cpu(s):  1.0 us,  0.0 sy,  0.0 ni, " + idlePercent.toByteArray() +
+                                             " id,  0.0 wa,  0.0 hi,  0.0 si,  0.0 st\n"))
+        throw std::runtime_error("Cannot write stand-ins");
+}
+
+void PictureHost::start(QStringView forceCommand) {
+    const QString error = ssh_.start(forceCommand);
+    if (!error.isEmpty())
+        throw std::runtime_error(error.toStdString());
+}
+
+QString PictureHost::configuration() const {
+    return u"Match originalhost %1.example\n    ProxyCommand busybox nc 127.0.0.1 %2\n"_s.arg(name_).arg(ssh_.port());
+}
+
+Server PictureHost::entry() const {
+    Server server;
+    server.id = QUuid::createUuid();
+    server.name = name_;
+    server.host = name_ + u".example"_s;
+    server.user = ssh_.user();
+    server.customSshKeyPath = ssh_.keyPath();
+    return server;
+}
+
+PictureFleet::PictureFleet()
+    : web_(u"web-1"_s, disk(160, 85), "62.0", shop)
+    , worker_(u"worker-2"_s, disk(80, 23), "94.0", jobs)
+    , backup_(u"backup"_s, disk(80, 23), "94.0", {}) {}
+
+void PictureFleet::start(const UserHome& home) {
+    web_.start();
+    worker_.start();
+    backup_.start(HostBehaviour::hangs);
+    const QString configuration = web_.configuration() + worker_.configuration() + backup_.configuration() +
+                                  u"Match originalhost staging.example\n    HostName 127.0.0.1\n"_s;
+    if (!home.writeSshFile(u"config"_s, configuration.toUtf8() + aliases.toUtf8()))
+        throw std::runtime_error("Cannot write the ssh configuration");
+}
+
+Setting PictureFleet::setting(Scene scene) const {
+    switch (scene) {
+    case Scene::same:
+        break;
+    case Scene::usual:
+        return {{workstation(), web_.entry(), staging()}, u"3 / 3 Containers"_s};
+    case Scene::states:
+        return {{backup_.entry(), worker_.entry(), staging(), paused()}, u"1 / 2 Containers"_s};
+    case Scene::containers:
+        return {{worker_.entry(), web_.entry()}, u"3 / 3 Containers"_s};
+    case Scene::paused: // a fleet that is empty at its start is filled by the program
+        return {{paused()}, u"build"_s};
+    case Scene::firstLaunch:
+        return {{workstation()}, u"Tarnwick Tour"_s, true};
+    }
+    return {};
+}
+
+/// Nothing listens there.
+Server PictureFleet::staging() const {
+    Server server = web_.entry();
+    server.name = u"staging"_s;
+    server.host = u"staging.example"_s;
+    server.port = 2; // reserved, and of no service in use
+    return server;
+}
+
+Server PictureFleet::paused() const {
+    Server server = worker_.entry();
+    server.name = u"build"_s;
+    server.host = u"build.example"_s;
+    server.isEnabled = false;
+    return server;
+}
+
+} // namespace tarnwick
