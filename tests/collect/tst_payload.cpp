@@ -84,10 +84,7 @@ private Q_SLOTS:
         row("byte order mark", "\xEF\xBB\xBF{}", u"byte order mark"_s);
         row("no break space around", "\xC2\xA0{}");
         row("string for a number", R"({"cpu":"12"})", u"cpu"_s);
-        row("true for a number", R"({"gpu":true})", u"gpu"_s);
-        row("number for a string", R"({"uptime":3})", u"uptime"_s);
         row("object for an array", R"({"containers":{}})", u"containers"_s);
-        row("null container", R"({"containers":[null]})", u"containers"_s);
         row("empty load", R"({"cpu":1,"load":,"uptime":"local"})");
         row("too large", R"({"cpu":1e400})", u"number"_s);
         row("too large, negative", R"({"load":-1e999})", u"number"_s);

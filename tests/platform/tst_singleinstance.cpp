@@ -70,17 +70,6 @@ private Q_SLOTS:
         QVERIFY(isFree());
     }
 
-    static void requestedByAnotherProcess() {
-        const QTemporaryDir home;
-        SingleInstance first(home.path());
-        QSignalSpy spy(&first, &SingleInstance::activationRequested);
-        QProcess other;
-        other.start(QCoreApplication::applicationFilePath(), {u"--own"_s, home.path()});
-        QVERIFY(spy.wait());
-        QVERIFY(other.waitForFinished());
-        QCOMPARE(other.readAll(), "second\n");
-    }
-
     /// Whatever else stands in the way is left alone, and the program runs.
     static void nothingToLock() {
         const QTemporaryDir home;
@@ -107,16 +96,14 @@ private Q_SLOTS:
 
 namespace {
 
-/// As the program does it: the first stays, a second one asks it to come forward and ends.
+/// Says so and stays when it is the first, as the program does.
 int own(const QString& folder) {
-    SingleInstance instance(folder);
-    if (instance.isFirst() && !ProcessRunner::startDetached(u"/bin/sleep"_s, {u"3"_s}))
-        return 2;
-    std::puts(instance.isFirst() ? "first" : "second");
+    const SingleInstance instance(folder);
+    if (!instance.isFirst() || !ProcessRunner::startDetached(u"/bin/sleep"_s, {u"3"_s}))
+        return 1;
+    std::puts("first");
     std::fflush(stdout);
-    if (instance.isFirst())
-        return QCoreApplication::exec();
-    return instance.requestActivation() ? 0 : 1;
+    return QCoreApplication::exec();
 }
 
 } // namespace

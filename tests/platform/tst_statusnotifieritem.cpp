@@ -141,11 +141,9 @@ private Q_SLOTS:
         const QVariantMap iconOnly = allProperties();
         QCOMPARE(iconOnly.value(u"XAyatanaLabel"_s).toString(), QString());
         QCOMPARE(iconOnly.value(u"Title"_s).toString(), u"Tarnwick"_s);
-    }
 
-    void textInTheToolTipIsNoMarkup() {
-        item_->setContent({u"cpu"_s, u" <b>1</b> & 2"_s, u"Tarnwick"_s});
-        const QVariantMap properties = allProperties();
+        item_->setContent({u"cpu"_s, u" <b>1</b> & 2"_s, u"Tarnwick"_s}); // the tool tip alone is markup
+        properties = allProperties();
         QCOMPARE(qdbus_cast<StatusNotifierToolTip>(properties.value(u"ToolTip"_s)).description,
                  u"&lt;b&gt;1&lt;/b&gt; &amp; 2"_s);
         QCOMPARE(properties.value(u"XAyatanaLabel"_s).toString(), u"<b>1</b> & 2"_s);

@@ -93,6 +93,14 @@ public:
         return servers;
     }
 
+    /// As many servers, named 1, 2, 3, …
+    [[nodiscard]] static QList<Server> numbered(int count) {
+        QList<Server> servers;
+        for (int number = 1; number <= count; ++number)
+            servers.append(server(QString::number(number)));
+        return servers;
+    }
+
     [[nodiscard]] QStringList names() const {
         QStringList names;
         for (const Server& server : store->servers())

@@ -11,7 +11,7 @@ namespace {
 /// Five servers, 1 to 5.
 struct Fleet : StoreRig {
     UIState ui;
-    Fleet() { startWith(fleet(u"12345")); }
+    Fleet() { startWith(numbered(5)); }
     [[nodiscard]] Server at(qsizetype index) const { return store->servers()[index]; }
     [[nodiscard]] ServerDropDelegate over(const Server& target) { return {target, *store, ui}; }
     [[nodiscard]] QString order() const { return names().join(u' '); }

@@ -1,4 +1,3 @@
-#include "ContainerListModel.h"
 #include "ServerListModel.h"
 #include "StoreRig.h"
 
@@ -39,13 +38,6 @@ struct Fixture : StoreRig {
     }
 };
 
-QList<Server> numbered(int count) {
-    QList<Server> servers;
-    for (int number = 1; number <= count; ++number)
-        servers += StoreRig::server(QString::number(number));
-    return servers;
-}
-
 } // namespace
 
 class ServerListModelTest : public QObject {
@@ -53,7 +45,7 @@ class ServerListModelTest : public QObject {
 
 private Q_SLOTS:
     void followsRandomChanges() {
-        Fixture fleet(numbered(12));
+        Fixture fleet(StoreRig::numbered(12));
         const QSignalSpy resets(fleet.model.get(), &QAbstractItemModel::modelReset);
         QRandomGenerator random(7);
         for (int round = 0; round < 300; ++round) {
@@ -92,7 +84,7 @@ private Q_SLOTS:
     }
 
     void oneMoveForOneMove() {
-        Fixture fleet(numbered(10));
+        Fixture fleet(StoreRig::numbered(10));
         QSignalSpy moves(fleet.model.get(), &QAbstractItemModel::rowsMoved);
         const QSignalSpy changes(fleet.model.get(), &QAbstractItemModel::dataChanged);
         for (const auto& [from, to] : {std::pair(3, 2), {3, 4}, {9, 0}, {0, 9}}) {
@@ -106,7 +98,7 @@ private Q_SLOTS:
     }
 
     void sharedIdsAreToldApart() {
-        QList<Server> servers = numbered(3);
+        QList<Server> servers = StoreRig::numbered(3);
         servers[2].id = servers[0].id;
         Fixture fleet(servers);
         servers[2].name = u"third"_s;
@@ -123,7 +115,7 @@ private Q_SLOTS:
     }
 
     void coalescesAThousandResults() {
-        Fixture fleet(numbered(1000));
+        Fixture fleet(StoreRig::numbered(1000));
         QSignalSpy changes(fleet.model.get(), &QAbstractItemModel::dataChanged);
         QList<Server> servers = fleet.store->servers();
         for (qsizetype part = 0; part < 20; ++part) {
@@ -144,7 +136,7 @@ private Q_SLOTS:
     }
 
     void readsTheComputerOncePerChange() {
-        QList<Server> servers = numbered(3);
+        QList<Server> servers = StoreRig::numbered(3);
         servers[1].isLocal = true;
         servers[1].metrics = ServerMetrics();
         Fixture fleet(servers);
@@ -159,7 +151,7 @@ private Q_SLOTS:
     }
 
     void followsTheUserInterface() {
-        QList<Server> servers = numbered(3);
+        QList<Server> servers = StoreRig::numbered(3);
         for (Server& server : servers) {
             server.metrics = ServerMetrics();
             server.metrics->containers = {ContainerInfo(u"c"_s + server.name, u"n"_s, {}, {}, u"running"_s, {})};
@@ -180,22 +172,6 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(changes.count(), 4);
         QVERIFY(fleet.card(0).isDragged);
-    }
-
-    void containersKeepTheirPlaces() {
-        ContainerListModel model;
-        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        const auto row = [](const QString& status) {
-            return containerRowContent({u"same"_s, {}, {}, status, {}, {}}, {});
-        };
-        model.setRows({row(u"a"_s), row(u"b"_s), row(u"c"_s)});
-        QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
-        const QSignalSpy removals(&model, &QAbstractItemModel::rowsRemoved);
-        model.setRows({row(u"a"_s), row(u"B"_s)});
-        QCOMPARE(changes.count(), 1);
-        QCOMPARE(changes[0][0].toModelIndex().row(), 1);
-        QCOMPARE(removals.count(), 1);
-        QCOMPARE(model.index(1).data(ContainerListModel::ContentRole).value<ContainerRowContent>().status, u"B"_s);
     }
 };
 
