@@ -14,7 +14,7 @@ constexpr QByteArrayView shop = "4f1c2a9b7d10\tshop-web\tnginx:1.25\tUp 12 days\
 constexpr QByteArrayView jobs = "1be94c02d7aa\tqueue\trabbitmq:3\tUp 3 days\trunning\t5672/tcp\n"
                                 "9a7d3310cc02\tmailer\tregistry.example/mailer:1\tExited (1) 2 hours ago\texited\t\n";
 
-/// Hosts that the user knows by a name of their own; the first three are in the fleet.
+/// What the import list offers: web-1 and staging are in the usual fleet.
 constexpr QStringView aliases = uR"(
 Host web-1
     HostName web-1.example
