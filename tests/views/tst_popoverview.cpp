@@ -230,7 +230,10 @@ private Q_SLOTS:
         server.metrics->containers = {container(u"first"_s, u"exited"_s), container(u"two"_s, u"exited"_s)};
         desk.store->setServers({server});
         QTRY_COMPARE(desk.all(u"first"_s), QList<QQuickItem*>{row});
-        server.metrics->containers.removeLast();
+        server.metrics->containers.append(container(u"two"_s, u"running"_s)); // of the same id
+        desk.store->setServers({server});
+        QTRY_COMPARE(desk.all(u"two"_s).size(), 2);
+        server.metrics->containers.resize(1);
         desk.store->setServers({server});
         QTRY_VERIFY(desk.all(u"two"_s).isEmpty());
         QCOMPARE(desk.all(u"first"_s), QList<QQuickItem*>{row});
