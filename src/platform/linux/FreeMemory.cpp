@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdlib>
+#include <system_error>
 #include <thread>
 
 #include <malloc.h>
@@ -24,10 +25,15 @@ void emptyThreadCache() {
     std::array<void*, keptSizes * keptBlocks> blocks{};
     for (std::size_t i = 0; i < blocks.size(); ++i)
         blocks[i] = std::malloc(smallestKept + i / keptBlocks * keptStep); // NOLINT(cppcoreguidelines-no-malloc)
-    std::thread([&blocks] {
+    const auto freeAll = [&blocks] {
         for (void* block : blocks)
             std::free(block); // NOLINT(cppcoreguidelines-no-malloc)
-    }).join();
+    };
+    try {
+        std::thread(freeAll).join();
+    } catch (const std::system_error&) {
+        freeAll(); // no thread to be had: they are kept again
+    }
 }
 
 } // namespace
