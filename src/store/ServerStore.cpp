@@ -126,8 +126,15 @@ void ServerStore::setServers(QList<Server> servers) {
     assign(servers_, std::move(servers), &ServerStore::serversChanged);
 }
 
-void ServerStore::setSettings(const AppSettings& settings) {
-    assign(settings_, settings, &ServerStore::settingsChanged);
+void ServerStore::editSettings(const std::function<void(AppSettings&)>& change, Saving saving) {
+    AppSettings changed = settings_;
+    change(changed);
+    const bool hasOtherInterval = changed.refreshIntervalSeconds != settings_.refreshIntervalSeconds;
+    assign(settings_, changed, &ServerStore::settingsChanged);
+    if (hasOtherInterval)
+        setupTimer();
+    if (saving == Saving::now)
+        save();
 }
 
 void ServerStore::addServer(const Server& server) {

@@ -42,8 +42,10 @@ public:
 
     /// Replaces the published list (a live reorder). Does not save.
     void setServers(QList<Server> servers);
-    /// Replaces the published settings. Does not save and does not restart the timer.
-    void setSettings(const AppSettings& settings);
+    enum class Saving { now, later };
+    /// The one way to change the settings: announces the change, applies it to the published settings, restarts the timer when the interval is another one, and
+    /// saves now, or leaves that to the next save.
+    void editSettings(const std::function<void(AppSettings& settings)>& change, Saving saving = Saving::now);
 
     /// Appends, saves, and starts a refresh of the new entry.
     void addServer(const Server& server);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CardActions.h"
+#include "card/CardActions.h"
 #include "PopoverContent.h"
 #include "ServerListModel.h"
 

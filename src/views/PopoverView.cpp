@@ -1,6 +1,6 @@
 #include "PopoverView.h"
 
-#include "IdleAccessibility.h"
+#include "controls/IdleAccessibility.h"
 
 #include <QKeyEvent>
 #include <QQmlEngine>

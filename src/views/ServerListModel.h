@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ServerCardContent.h"
+#include "card/ServerCardContent.h"
 #include "ServerStore.h"
 #include "UIState.h"
 

@@ -1,4 +1,4 @@
-#include "OnboardingWindow.h"
+#include "tour/OnboardingWindow.h"
 #include "PopoverView.h"
 #include "ViewFactory.h"
 

@@ -104,10 +104,7 @@ private:
     void launch(bool tourDone) {
         {
             ServerStore store(surroundings().store);
-            AppSettings settings = store.settings();
-            settings.hasCompletedOnboarding = tourDone;
-            store.setSettings(settings);
-            store.save();
+            store.editSettings([tourDone](AppSettings& settings) { settings.hasCompletedOnboarding = tourDone; });
         }
         probes_.clear();
         delegate_ = std::make_unique<AppDelegate>(surroundings());
@@ -198,9 +195,7 @@ private Q_SLOTS:
 
     void terminationSaves() {
         launch(true);
-        AppSettings settings = delegate_->store()->settings();
-        settings.refreshIntervalSeconds = 75;
-        delegate_->store()->setSettings(settings);
+        delegate_->store()->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 75; }, ServerStore::Saving::later);
         delegate_->applicationWillTerminate();
         QFile file(folder_.filePath(QStringLiteral("settings.json")));
         QVERIFY(file.open(QIODevice::ReadOnly));

@@ -82,7 +82,7 @@ private Q_SLOTS:
             store.setServers(servers);
             store.moveServer(0, 1);
             store.moveServer(0, 2);
-            store.setSettings(AppSettings());
+            store.editSettings([](AppSettings&) {}, ServerStore::Saving::later);
         }));
         QCOMPARE(rig.names(), (QStringList{u"B"_s, u"A"_s}));
         QVERIFY(rig.probed.isEmpty()); // no edit but adding starts a probe
@@ -193,9 +193,7 @@ private Q_SLOTS:
         servers[0].isEnabled = false;
         rig.startWith(servers);
         ServerStore& store = *rig.store;
-        AppSettings settings;
-        settings.soundAlerts = false;
-        store.setSettings(settings);
+        store.editSettings([](AppSettings& settings) { settings.soundAlerts = false; }, ServerStore::Saving::later);
         const auto stamp = store.lastRefreshedAll();
         rig.now = Instant{9000};
 
@@ -283,15 +281,10 @@ private Q_SLOTS:
         rig.startWith(StoreRig::fleet(u"A"));
         const QList<QTimer*> timers = rig.store->findChildren<QTimer*>();
         QCOMPARE(timers.size(), 1);
-        int before = 30'000;
         using Limits = std::numeric_limits<qint64>;
         for (const auto& [seconds, milliseconds] :
              {std::pair(qint64{60}, 60'000), {5, 10'000}, {Limits::max(), 2'147'483'000}, {Limits::min(), 10'000}}) {
-            AppSettings settings;
-            settings.refreshIntervalSeconds = seconds;
-            rig.store->setSettings(settings);
-            QCOMPARE(timers.at(0)->interval(), std::exchange(before, milliseconds)); // settings alone do not touch it
-            rig.store->setupTimer();
+            rig.store->editSettings([=](AppSettings& settings) { settings.refreshIntervalSeconds = seconds; });
             QCOMPARE(timers.at(0)->interval(), milliseconds);
         }
         QVERIFY(timers.at(0)->isActive() && !timers.at(0)->isSingleShot());

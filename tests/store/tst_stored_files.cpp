@@ -46,15 +46,12 @@ private Q_SLOTS:
         rig.computerName = u"desk"_s;
         rig.start();
         QCOMPARE(rig.names(), QStringList{u"desk"_s});
-        AppSettings settings = rig.store->settings();
-        settings.refreshIntervalSeconds = 77;
-        rig.store->setSettings(settings);
-        rig.store->save();
+        rig.store->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 77; });
         const QList<Server> servers = rig.store->servers();
         rig.store.reset();
         rig.start();
         QCOMPARE(rig.store->servers(), servers);
-        QCOMPARE(rig.store->settings(), settings);
+        QCOMPARE(rig.store->settings().refreshIntervalSeconds, 77);
     }
 
     void storedEmptyFleetIsSeededAgain() {

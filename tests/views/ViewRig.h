@@ -7,7 +7,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
-#include <QtTest>
+#include <QTest>
 
 namespace tarnwick {
 

@@ -1,4 +1,4 @@
-#include "AddServerModel.h"
+#include "addserver/AddServerModel.h"
 #include "SheetRig.h"
 
 #include <QAbstractItemModelTester>
@@ -115,7 +115,7 @@ private Q_SLOTS:
 
     void savesAndResets() {
         SheetRig rig;
-        rig.showSheet(u"AddServerSheet"_s);
+        rig.showSheet(u"addserver/AddServerSheet"_s);
         QVERIFY(!rig.item(u"save"_s)->isEnabled());
         rig.type(u"  "_s); // the name has the keyboard
         rig.press(Qt::Key_Tab);
@@ -146,7 +146,7 @@ private Q_SLOTS:
 
     void closingKeepsTheFormAndCancellingResetsIt() {
         SheetRig rig;
-        rig.showSheet(u"AddServerSheet"_s);
+        rig.showSheet(u"addserver/AddServerSheet"_s);
         const QString longName(10'000, u'x');
         rig.ui.setNewServerName(longName);
         rig.press(Qt::Key_End);
@@ -154,12 +154,12 @@ private Q_SLOTS:
         QCOMPARE(rig.ui.newServerName().size(), 10'002);
         rig.click(u"close"_s);
         QVERIFY(rig.isDismissed());
-        rig.showSheet(u"AddServerSheet"_s);
+        rig.showSheet(u"addserver/AddServerSheet"_s);
         QCOMPARE(rig.item(u"name"_s)->property("text").toString(), rig.ui.newServerName());
         rig.press(Qt::Key_Escape);
         QVERIFY(rig.isDismissed());
         QCOMPARE(rig.ui.newServerName(), longName + u"yz"_s);
-        rig.showSheet(u"AddServerSheet"_s);
+        rig.showSheet(u"addserver/AddServerSheet"_s);
         rig.click(u"cancel"_s);
         QVERIFY(rig.isDismissed());
         QCOMPARE(rig.ui.newServerName(), QString());
@@ -174,7 +174,7 @@ private Q_SLOTS:
             "Host old\nHostName elsewhere\nHost a\nHostName h\nUser me\nPort 2200\nHost b\nHost c\nHostName h\n");
         rig.ui.setNewServerName(u"kept"_s);
         rig.ui.setNewServerDocker(false);
-        rig.showSheet(u"AddServerSheet"_s);
+        rig.showSheet(u"addserver/AddServerSheet"_s);
         auto* const server = rig.view->rootObject()->findChild<AddServerModel*>();
         const QAbstractItemModelTester tester(server->hosts());
         QCOMPARE(server->importCaption(), u"Import from ~/.ssh/config (4)"_s);
@@ -218,7 +218,7 @@ private Q_SLOTS:
                                                           {"Host " + QByteArray(1 << 20, 'x'), u"1"_s}};
         for (const auto& [text, count] : files) {
             writeConfig(text);
-            rig.showSheet(u"AddServerSheet"_s);
+            rig.showSheet(u"addserver/AddServerSheet"_s);
             const auto* const server = rig.view->rootObject()->findChild<AddServerModel*>();
             QCOMPARE(server->importCaption(), u"Import from ~/.ssh/config (%1)"_s.arg(count));
             QVERIFY(rig.items(u"import"_s).size() < 20); // rows out of sight are not built

@@ -1,7 +1,7 @@
-#include "CardMenu.h"
-#include "DisplayText.h"
+#include "card/CardMenu.h"
+#include "controls/DisplayText.h"
 #include "PopoverContent.h"
-#include "ServerCardContent.h"
+#include "card/ServerCardContent.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "ServerDropDelegate.h"
+#include "card/ServerDropDelegate.h"
 #include "StoreRig.h"
 
 #include <QTest>

@@ -1,5 +1,5 @@
-#include "MacInfoModel.h"
-#include "SensorListModel.h"
+#include "computer/MacInfoModel.h"
+#include "computer/SensorListModel.h"
 #include "ViewRig.h"
 
 #include <QAbstractItemModelTester>
@@ -138,7 +138,7 @@ private Q_SLOTS:
     void tilesPinThemselves() {
         using enum MenuBarItem;
         ViewRig rig;
-        rig.show(u"MacInfoSheet"_s);
+        rig.show(u"computer/MacInfoSheet"_s);
         press(*rig.view, u"SSD Storage"_s);
         QCOMPARE(rig.savedPins(), (MenuBarItemSet{socTemp, ssdTemp, serverStatus}));
         press(*rig.view, u"SoC Average"_s);
@@ -159,7 +159,7 @@ private Q_SLOTS:
 
     void presetsReplaceThePins() {
         ViewRig rig;
-        rig.show(u"MacInfoSheet"_s);
+        rig.show(u"computer/MacInfoSheet"_s);
         const QList<std::pair<QString, MenuBarItemSet>> presets{{u"Pin All (7 Items)"_s, PinPreset::all()},
                                                                 {u"Pin Resources"_s, PinPreset::resources()},
                                                                 {u"Pin All Temps"_s, PinPreset::thermals()},
@@ -175,7 +175,7 @@ private Q_SLOTS:
 
     void sensorsOpenAndClose() {
         ViewRig rig;
-        rig.show(u"MacInfoSheet"_s);
+        rig.show(u"computer/MacInfoSheet"_s);
         rig.ui.setMacInfo(macMini());
         auto* header = findItem(rig.view->rootObject(), u"sensors"_s);
         QCOMPARE(header->property("text").toString(), u"Individual Thermal Sensors (3)"_s);
@@ -202,7 +202,7 @@ private Q_SLOTS:
 
     void snapshotsOnlyWhileOpen() {
         ViewRig rig;
-        rig.show(u"MacInfoSheet"_s);
+        rig.show(u"computer/MacInfoSheet"_s);
         QVERIFY(rig.ui.macInfo().has_value());
 
         rig.ui.setMacInfo(macMini());

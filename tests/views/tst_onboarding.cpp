@@ -1,5 +1,5 @@
-#include "OnboardingModel.h"
-#include "OnboardingWindow.h"
+#include "tour/OnboardingModel.h"
+#include "tour/OnboardingWindow.h"
 #include "ViewRig.h"
 
 #include <QDesktopServices>
@@ -137,7 +137,7 @@ void OnboardingTest::demoServerIsHealthy() {
 
 void OnboardingTest::walksThroughTheSteps() {
     ViewRig rig;
-    rig.show(u"OnboardingView"_s);
+    rig.show(u"tour/OnboardingView"_s);
     QQuickItem* root = rig.view->rootObject();
     QVERIFY(!findItem(root, u"back"_s)->isVisible());
     QCOMPARE(findItem(root, u"next"_s)->property("text").toString(), u"Explore Features"_s);
@@ -153,14 +153,14 @@ void OnboardingTest::walksThroughTheSteps() {
     QCOMPARE(rig.ui.onboardingStep(), 3);
     QVERIFY(findItem(root, u"next"_s)->isVisible());
     // The step outlives the view.
-    rig.show(u"OnboardingView"_s);
+    rig.show(u"tour/OnboardingView"_s);
     QVERIFY(findItem(rig.view->rootObject(), u"preview"_s));
 }
 
 void OnboardingTest::showsTheDemoCard() {
     ViewRig rig;
     rig.ui.setOnboardingStep(1);
-    rig.show(u"OnboardingView"_s);
+    rig.show(u"tour/OnboardingView"_s);
     const auto* tour = rig.view->rootObject()->findChild<OnboardingModel*>();
     QCOMPARE(tour->demoCard().name, u"Production VPS (Ubuntu 24.04)"_s);
     QCOMPARE(tour->demoCard().containersText, u"3 / 3 Containers"_s);
@@ -178,14 +178,14 @@ void OnboardingTest::appearsWithoutTrace() {
     ViewRig rig;
     const QUuid other = QUuid::createUuid();
     rig.ui.setExpandedServers({other});
-    rig.show(u"OnboardingView"_s);
+    rig.show(u"tour/OnboardingView"_s);
     QCOMPARE(rig.ui.expandedServers(), (QSet<QUuid>{other, demoServer().id}));
     QVERIFY(rig.ui.macInfo().has_value());
 
     MacHardwareInfo known;
     known.modelName = u"known"_s;
     rig.ui.setMacInfo(known);
-    rig.show(u"OnboardingView"_s);
+    rig.show(u"tour/OnboardingView"_s);
     QCOMPARE(rig.ui.macInfo(), known);
     QCOMPARE(rig.ui.expandedServers().size(), 2);
     QVERIFY(rig.store->servers().isEmpty());
@@ -194,7 +194,7 @@ void OnboardingTest::appearsWithoutTrace() {
 void OnboardingTest::pinsForReal() {
     ViewRig rig;
     rig.ui.setOnboardingStep(3);
-    rig.show(u"OnboardingView"_s);
+    rig.show(u"tour/OnboardingView"_s);
     const auto preview = [&rig] {
         return findItem(rig.view->rootObject(), u"preview"_s)->property("text").toString();
     };
@@ -211,9 +211,7 @@ void OnboardingTest::pinsForReal() {
     QCOMPARE(preview(), u"Tarnwick"_s);
 
     // The boxes follow the pins, whoever changes them.
-    AppSettings settings = rig.store->settings();
-    settings.pinnedMenuBarItems = {ssdTemp};
-    rig.store->setSettings(settings);
+    rig.store->editSettings([](AppSettings& settings) { settings.pinnedMenuBarItems = {ssdTemp}; }, ServerStore::Saving::later);
     QVERIFY(findItem(rig.view->rootObject(), title(ssdTemp))->property("checked").toBool());
     QVERIFY(!findItem(rig.view->rootObject(), title(cpuUsage))->property("checked").toBool());
 }
@@ -221,7 +219,7 @@ void OnboardingTest::pinsForReal() {
 void OnboardingTest::completes() {
     ViewRig rig;
     rig.ui.setOnboardingStep(4);
-    rig.show(u"OnboardingView"_s);
+    rig.show(u"tour/OnboardingView"_s);
     QSignalSpy completed(rig.view->rootObject(), SIGNAL(completed()));
     QVERIFY(!rig.store->settings().hasCompletedOnboarding);
     // It has the keyboard.
@@ -235,7 +233,7 @@ void OnboardingTest::leadsToTheWeb() {
     ViewRig rig;
     Browser browser;
     rig.ui.setOnboardingStep(4);
-    rig.show(u"OnboardingView"_s);
+    rig.show(u"tour/OnboardingView"_s);
     press(*rig.view, u"Ko-fi Page"_s);
     press(*rig.view, u"Support Tarnwick on Ko-fi"_s);
     press(*rig.view, u"Official Website: tarnwick.example"_s);
@@ -268,9 +266,7 @@ void OnboardingTest::standsInAWindow() {
     QVERIFY(rig.savedSettings().hasCompletedOnboarding);
 
     // Closing it is no completion.
-    AppSettings settings = rig.store->settings();
-    settings.hasCompletedOnboarding = false;
-    rig.store->setSettings(settings);
+    rig.store->editSettings([](AppSettings& settings) { settings.hasCompletedOnboarding = false; }, ServerStore::Saving::later);
     window = makeOnboardingWindow(*rig.store, rig.ui, [&] { ++completions; });
     window->show();
     window->close();

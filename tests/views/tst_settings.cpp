@@ -1,4 +1,4 @@
-#include "SettingsModel.h"
+#include "settings/SettingsModel.h"
 #include "SheetRig.h"
 
 #include <QDesktopServices>
@@ -63,7 +63,7 @@ private Q_SLOTS:
 
     void savesPinsAtOnce() {
         SheetRig rig;
-        rig.showSheet(u"SettingsView"_s);
+        rig.showSheet(u"settings/SettingsView"_s);
         rig.click(u"pin1"_s);
         QCOMPARE(stored(rig).pinnedMenuBarItems,
                  (MenuBarItemSet{MenuBarItem::socTemp, MenuBarItem::peakTemp, MenuBarItem::serverStatus}));
@@ -91,11 +91,9 @@ private Q_SLOTS:
 
     void savesTheRestWhenDone() {
         SheetRig rig;
-        AppSettings settings = rig.store->settings();
-        settings.refreshIntervalSeconds = 33; // as edited by hand
-        rig.store->setSettings(settings);
-        rig.store->save();
-        rig.showSheet(u"SettingsView"_s);
+        // as edited by hand
+        rig.store->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 33; });
+        rig.showSheet(u"settings/SettingsView"_s);
         rig.item(u"interval"_s)->childItems().constLast()->forceActiveFocus();
         rig.press(Qt::Key_Right);
         QCOMPARE(rig.store->settings().refreshIntervalSeconds, 40);
@@ -119,7 +117,7 @@ private Q_SLOTS:
         rig.press(Qt::Key_Escape);
         QVERIFY(rig.isDismissed());
         QCOMPARE(stored(rig).refreshIntervalSeconds, 33);
-        rig.showSheet(u"SettingsView"_s);
+        rig.showSheet(u"settings/SettingsView"_s);
         rig.click(u"done"_s);
         QVERIFY(rig.isDismissed());
         QCOMPARE(stored(rig), rig.store->settings());
@@ -127,7 +125,7 @@ private Q_SLOTS:
 
     void dragsTheSlider() {
         SheetRig rig;
-        rig.showSheet(u"SettingsView"_s);
+        rig.showSheet(u"settings/SettingsView"_s);
         QQuickItem* const slider = rig.item(u"interval"_s)->childItems().constLast();
         const auto at = [slider](double part) {
             return slider->mapToScene({part * slider->width(), slider->height() / 2}).toPoint();
@@ -142,10 +140,8 @@ private Q_SLOTS:
 
     void quitsSaved() {
         SheetRig rig;
-        rig.showSheet(u"SettingsView"_s);
-        AppSettings settings = rig.store->settings();
-        settings.soundAlerts = false;
-        rig.store->setSettings(settings);
+        rig.showSheet(u"settings/SettingsView"_s);
+        rig.store->editSettings([](AppSettings& settings) { settings.soundAlerts = false; }, ServerStore::Saving::later);
         const auto* const model = rig.view->rootObject()->findChild<SettingsModel*>();
         bool isSaved = false;
         connect(model, &SettingsModel::quitRequested, this, [&] { isSaved = !stored(rig).soundAlerts; });
@@ -157,7 +153,7 @@ private Q_SLOTS:
     void goesElsewhereByTheKeyboard() {
         SheetRig rig;
         rig.ui.setOnboardingStep(3);
-        rig.showSheet(u"SettingsView"_s);
+        rig.showSheet(u"settings/SettingsView"_s);
         QDesktopServices::setUrlHandler(u"https"_s, this, "open");
         QQuickItem* const scroll = rig.item(u"scroll"_s);
         QStringList visited;

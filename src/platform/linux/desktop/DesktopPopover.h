@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Popover.h"
+
+#include <QWindow>
+
+#include <QAbstractNativeEventFilter>
+#include <QSize>
+
+namespace tarnwick {
+
+/// The popover on X11 and Wayland desktops. On X11 it hears of presses in any application without taking them from
+/// those; elsewhere an outside press is known by the loss of focus alone, and the compositor decides on the position.
+class DesktopPopover : public Popover, private QAbstractNativeEventFilter {
+    Q_OBJECT
+
+public:
+    explicit DesktopPopover(QObject* parent = nullptr);
+    ~DesktopPopover() override;
+
+    void show(std::unique_ptr<QWindow> content, QPoint anchor) override;
+    void close() override;
+    [[nodiscard]] bool isShown() const override { return content_ != nullptr; }
+    [[nodiscard]] bool isTranslucent() const override;
+
+private:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    void place();
+    void contentDestroyed();
+    void focusChanged(const QWindow* focus);
+    [[nodiscard]] bool belongsToContent(const QWindow& window) const;
+
+    std::unique_ptr<QWindow> content_;
+    QSize size_;
+    QPoint anchor_;
+    bool hadFocus_ = false;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <QtPlugin>
+
+#include <functional>
+#include <memory>
+
+class QWindow;
+
+namespace tarnwick {
+
+class ServerStore;
+class UIState;
+
+/// Makes the contents of the program's windows. The views implement it in a module of their own, which is loaded with
+/// the first window: a process that shows none does not map the view toolkit. Main thread only.
+class ViewFactory {
+public:
+    virtual ~ViewFactory() = default;
+
+    /// The popover's content at its own size. `rounded`: the window is translucent, so its corners can be round.
+    /// `close` asks for the popover to be closed; it is called from inside the content.
+    [[nodiscard]] virtual std::unique_ptr<QWindow> makePopover(ServerStore& store, UIState& ui, bool rounded,
+                                                               std::function<void()> close) = 0;
+    /// The welcome tour in a window of its own, not shown yet; `onComplete` is called from the event loop when the user
+    /// has finished it.
+    [[nodiscard]] virtual std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui,
+                                                                        std::function<void()> onComplete) = 0;
+};
+
+} // namespace tarnwick
+
+Q_DECLARE_INTERFACE(tarnwick::ViewFactory, "example.tarnwick.ViewFactory/1")

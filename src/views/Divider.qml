@@ -1,7 +1,0 @@
-import QtQuick
-
-Rectangle {
-    implicitWidth: 1
-    implicitHeight: 1
-    color: Theme.hairline
-}

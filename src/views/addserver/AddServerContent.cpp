@@ -1,0 +1,77 @@
+#include "AddServerContent.h"
+
+#include "controls/DisplayText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+QString trimmed(const QString& field) {
+    return SSHConfigParser::withoutBlanks(field).toString();
+}
+
+bool isThisComputer(const QString& host) {
+    return host == "localhost"_L1 || host == "127.0.0.1"_L1;
+}
+
+} // namespace
+
+DetectedHost detectedHost(const SSHConfigHost& host, bool isAdded) {
+    return {.alias = displayText(host.alias),
+            .address = displayText(host.user + u'@' + host.hostname + u':' + QString::number(host.port)),
+            .keyText = host.identityFile ? displayText(u"Key: "_s + *host.identityFile) : QString(),
+            .isAdded = isAdded};
+}
+
+FleetNames::FleetNames(const QList<Server>& servers) {
+    hosts_.reserve(servers.size());
+    names_.reserve(servers.size());
+    for (const Server& server : servers) {
+        hosts_.insert(server.host);
+        names_.insert(server.name);
+    }
+}
+
+bool FleetNames::contains(const SSHConfigHost& host) const {
+    return hosts_.contains(host.hostname) || names_.contains(host.alias);
+}
+
+QString importCaption(qsizetype hostCount) {
+    return u"Import from ~/.ssh/config (%1)"_s.arg(QString::number(hostCount));
+}
+
+bool canSaveForm(const UIState& form) {
+    return !trimmed(form.newServerName()).isEmpty() && !trimmed(form.newServerHost()).isEmpty();
+}
+
+Server serverFromForm(const UIState& form) {
+    Server server;
+    server.id = QUuid::createUuid();
+    server.name = trimmed(form.newServerName());
+    server.host = trimmed(form.newServerHost());
+    server.user = trimmed(form.newServerUser());
+    if (server.user.isEmpty())
+        server.user = u"root"_s;
+    server.port = SSHConfigParser::port(SSHConfigParser::withoutBlanks(form.newServerPort()));
+    server.isLocal = isThisComputer(server.host);
+    server.dockerEnabled = form.newServerDocker();
+    if (const QString key = trimmed(form.newServerKey()); !key.isEmpty())
+        server.customSshKeyPath = key;
+    return server;
+}
+
+Server serverFromHost(const SSHConfigHost& host) {
+    Server server;
+    server.id = QUuid::createUuid();
+    server.name = host.alias;
+    server.host = host.hostname;
+    server.user = host.user;
+    server.port = host.port;
+    server.isLocal = isThisComputer(host.hostname);
+    server.customSshKeyPath = host.identityFile;
+    return server;
+}
+
+} // namespace tarnwick

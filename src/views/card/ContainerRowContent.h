@@ -1,0 +1,48 @@
+#pragma once
+
+#include "controls/ColorRole.h"
+#include "ContainerInfo.h"
+
+#include <QList>
+#include <QString>
+#include <QtQmlIntegration>
+
+#include <optional>
+
+namespace tarnwick {
+
+/// What one row of a container list shows, and the container it stands for.
+struct ContainerRowContent {
+    Q_GADGET
+    QML_VALUE_TYPE(containerRowContent)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QString image MEMBER image)
+    Q_PROPERTY(QString status MEMBER status)
+    Q_PROPERTY(QString stateWord MEMBER stateWord)
+    Q_PROPERTY(int dotRole MEMBER dotRole CONSTANT)
+    Q_PROPERTY(bool shellEnabled MEMBER shellEnabled)
+    Q_PROPERTY(QString shellHelp MEMBER shellHelp)
+    Q_PROPERTY(bool restarting MEMBER restarting)
+    Q_PROPERTY(bool restartEnabled MEMBER restartEnabled)
+
+public:
+    QString name;
+    QString image;
+    QString status;
+    QString stateWord; ///< what the dot says, for those who do not see it
+    ColorRole::Role dotRole = ColorRole::Role::Red;
+    bool shellEnabled = false;
+    QString shellHelp;
+    bool restarting = false; ///< a progress indicator stands in the restart button's place
+    bool restartEnabled = true;
+
+    ContainerInfo container;
+
+    friend bool operator==(const ContainerRowContent&, const ContainerRowContent&) = default;
+};
+
+/// `restartingContainerId` is the one container whose restart is in flight anywhere.
+[[nodiscard]] ContainerRowContent containerRowContent(const ContainerInfo& container,
+                                                      const std::optional<QString>& restartingContainerId);
+
+} // namespace tarnwick

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "controls/ColorRole.h"
+
+#include <QString>
+#include <QtQmlIntegration>
+
+namespace tarnwick {
+
+/// What one labelled percentage bar shows.
+struct MetricBarContent {
+    Q_GADGET
+    QML_VALUE_TYPE(metricBarContent)
+    Q_PROPERTY(QString label MEMBER label)
+    Q_PROPERTY(QString detail MEMBER detail)
+    Q_PROPERTY(double fraction MEMBER fraction)
+    Q_PROPERTY(int fillRole MEMBER fillRole CONSTANT)
+
+public:
+    QString label;
+    QString detail;
+    double fraction = 0; ///< filled share of the track, 0 to 1
+    ColorRole::Role fillRole = ColorRole::Role::Blue;
+
+    friend bool operator==(const MetricBarContent&, const MetricBarContent&) = default;
+};
+
+/// `percent` is 0 to 100; the fill stops at either end of the track, the colour goes by the percent as it is.
+[[nodiscard]] MetricBarContent metricBarContent(const QString& label, double percent, const QString& detail);
+
+} // namespace tarnwick

@@ -1,0 +1,116 @@
+#include "ServerCardContent.h"
+
+#include "controls/DisplayText.h"
+#include "FixedPoint.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+using enum ColorRole::Role;
+
+ColorRole::Role statusRole(ServerHealthStatus status) {
+    switch (status) {
+    case ServerHealthStatus::healthy:
+        return Green;
+    case ServerHealthStatus::warning:
+        return Orange;
+    case ServerHealthStatus::critical:
+    case ServerHealthStatus::offline:
+        return Red;
+    case ServerHealthStatus::checking:
+        return Blue;
+    }
+    Q_UNREACHABLE();
+}
+
+QString usedOfTotal(double used, double total, double percent) {
+    return fixedPoint(used, 1) + u" / "_s + fixedPoint(total, 1) + u" GB ("_s + fixedPoint(percent, 0) + u"%)"_s;
+}
+
+QList<MetricBarContent> metricBars(const Server& server, const ServerMetrics& metrics, const CardState& state) {
+    constexpr double mebibytesPerGibibyte = 1024;
+    QList<MetricBarContent> bars;
+    bars += metricBarContent(u"CPU"_s, metrics.cpuPercent, fixedPoint(metrics.cpuPercent, 1) + u'%');
+    if (metrics.gpuPercent || server.isLocal) {
+        const double gpu = metrics.gpuPercent.value_or(state.gpuPercent);
+        bars += metricBarContent(u"GPU"_s, gpu, fixedPoint(gpu, 1) + u"% (Apple Silicon)"_s);
+    }
+    const double memory = metrics.memoryPercent();
+    bars += metricBarContent(
+        u"RAM"_s, memory,
+        usedOfTotal(metrics.memoryUsedMB / mebibytesPerGibibyte, metrics.memoryTotalMB / mebibytesPerGibibyte, memory));
+    const double disk = metrics.diskPercent();
+    bars += metricBarContent(u"DISK"_s, disk, usedOfTotal(metrics.diskUsedGB, metrics.diskTotalGB, disk));
+    if (server.isLocal && state.avgSoc > 0) {
+        bars += metricBarContent(u"TEMP"_s, std::min(state.avgSoc, 100.0),
+                                 fixedPoint(state.avgSoc, 1) + u"\u00b0C (Apple Silicon)"_s);
+    }
+    return bars;
+}
+
+void fillHeader(ServerCardContent& card, const CardState& state) {
+    const Server& server = card.server;
+    card.name = displayText(server.name);
+    card.address = server.isLocal ? u"Local Machine"_s
+                                  : displayText(server.user + u'@' + server.host + u':' + QString::number(server.port));
+    card.isEnabled = server.isEnabled;
+    card.isLocal = server.isLocal;
+    card.isDragged = state.isDragged;
+    if (server.isLocal && state.avgSoc > 0)
+        card.temperatureText = fixedPoint(state.avgSoc, 0) + u"\u00b0C"_s;
+    card.pauseSymbol = server.isEnabled ? u"pause.circle"_s : u"play.circle"_s;
+    card.pauseRole = server.isEnabled ? Secondary : Green;
+    card.pauseHelp = server.isEnabled ? u"Pause monitoring"_s : u"Resume monitoring"_s;
+}
+
+void fillContainers(ServerCardContent& card, const QList<ContainerInfo>& containers, const CardState& state) {
+    if (containers.isEmpty())
+        return;
+    const auto running = std::ranges::count_if(containers, &ContainerInfo::isRunning);
+    card.containersText = QString::number(running) + u" / "_s + QString::number(containers.size()) + u" Containers"_s;
+    card.isExpanded = state.isExpanded;
+    card.expandText = state.isExpanded ? u"Hide"_s : u"Show"_s;
+    card.expandSymbol = state.isExpanded ? u"chevron.up.circle.fill"_s : u"chevron.down.circle.fill"_s;
+    card.containers.reserve(containers.size());
+    for (const ContainerInfo& container : containers)
+        card.containers += containerRowContent(container, state.restartingContainerId);
+}
+
+} // namespace
+
+ServerCardContent serverCardContent(const Server& server, const CardState& state) {
+    ServerCardContent card;
+    card.server = server;
+    fillHeader(card, state);
+    if (!server.isEnabled) {
+        card.statusWord = u"paused"_s;
+        card.notice = u"Monitoring paused. Click play icon to resume."_s;
+        return card;
+    }
+    if (!server.metrics) {
+        card.statusWord = u"checking"_s;
+        card.isChecking = true;
+        card.notice = u"Checking..."_s;
+        return card;
+    }
+    const ServerMetrics& metrics = *server.metrics;
+    card.statusWord = rawValue(metrics.status());
+    card.dotRole = statusRole(metrics.status());
+    if (metrics.errorMessage) {
+        card.hasFailed = true;
+        card.errorText = displayText(*metrics.errorMessage);
+        return card;
+    }
+    card.latencyText = QString::number(metrics.latencyMs) + u" ms"_s;
+    card.bars = metricBars(server, metrics, state);
+    fillContainers(card, metrics.containers, state);
+    card.hasHardwareRow = server.isLocal;
+    return card;
+}
+
+} // namespace tarnwick

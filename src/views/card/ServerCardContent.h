@@ -1,0 +1,89 @@
+#pragma once
+
+#include "controls/ColorRole.h"
+#include "ContainerRowContent.h"
+#include "MetricBarContent.h"
+#include "Server.h"
+
+#include <QList>
+#include <QString>
+#include <QtQmlIntegration>
+
+#include <optional>
+
+namespace tarnwick {
+
+/// What a card depends on besides its server.
+struct CardState {
+    bool isExpanded = false;
+    bool isDragged = false;
+    std::optional<QString> restartingContainerId = {}; ///< the one restart in flight anywhere
+    double avgSoc = 0;                                 ///< °C, the local server only; 0: no such reading
+    double gpuPercent = 0;                             ///< the local server only, where its metrics have none
+
+    friend bool operator==(const CardState&, const CardState&) = default;
+};
+
+/// Everything a server card shows, and the server it stands for. An empty text is an element that is not there.
+struct ServerCardContent {
+    Q_GADGET
+    QML_VALUE_TYPE(serverCardContent)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QString address MEMBER address)
+    Q_PROPERTY(QString statusWord MEMBER statusWord)
+    Q_PROPERTY(int dotRole MEMBER dotRole CONSTANT)
+    Q_PROPERTY(bool isEnabled MEMBER isEnabled)
+    Q_PROPERTY(bool isLocal MEMBER isLocal)
+    Q_PROPERTY(QString temperatureText MEMBER temperatureText)
+    Q_PROPERTY(QString latencyText MEMBER latencyText)
+    Q_PROPERTY(QString pauseSymbol MEMBER pauseSymbol)
+    Q_PROPERTY(QString pauseHelp MEMBER pauseHelp)
+    Q_PROPERTY(int pauseRole MEMBER pauseRole CONSTANT)
+    Q_PROPERTY(QString notice MEMBER notice)
+    Q_PROPERTY(bool isChecking MEMBER isChecking)
+    Q_PROPERTY(bool hasFailed MEMBER hasFailed)
+    Q_PROPERTY(QString errorText MEMBER errorText)
+    Q_PROPERTY(int barCount READ barCount)
+    Q_PROPERTY(bool isExpanded MEMBER isExpanded)
+    Q_PROPERTY(QString containersText MEMBER containersText)
+    Q_PROPERTY(QString expandText MEMBER expandText)
+    Q_PROPERTY(QString expandSymbol MEMBER expandSymbol)
+    Q_PROPERTY(QList<tarnwick::ContainerRowContent> containers MEMBER containers)
+    Q_PROPERTY(bool hasHardwareRow MEMBER hasHardwareRow)
+    Q_PROPERTY(bool isDragged MEMBER isDragged)
+
+public:
+    QString name;
+    QString address;
+    QString statusWord; ///< what the dot says, for those who do not see it
+    ColorRole::Role dotRole = ColorRole::Role::Gray;
+    bool isEnabled = true;
+    bool isLocal = false;
+    QString temperatureText;
+    QString latencyText;
+    QString pauseSymbol;
+    QString pauseHelp;
+    ColorRole::Role pauseRole = ColorRole::Role::Secondary;
+    QString notice; ///< in place of the metrics: paused, or checking
+    bool isChecking = false;
+    bool hasFailed = false;
+    QString errorText;
+    QList<MetricBarContent> bars;
+    bool isExpanded = false; ///< the container list is open; never without containers
+    QString containersText;
+    QString expandText;
+    QString expandSymbol;
+    QList<ContainerRowContent> containers;
+    bool hasHardwareRow = false;
+    bool isDragged = false;
+
+    Server server;
+
+    [[nodiscard]] int barCount() const { return static_cast<int>(bars.size()); }
+    /// An empty bar beyond the last.
+    Q_INVOKABLE [[nodiscard]] tarnwick::MetricBarContent bar(int index) const { return bars.value(index); }
+};
+
+[[nodiscard]] ServerCardContent serverCardContent(const Server& server, const CardState& state);
+
+} // namespace tarnwick

@@ -1,0 +1,33 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tarnwick
+
+/// The bubble of a help text: below the item it fills or, where there is no room, above.
+Item {
+    id: root
+
+    required property string text
+
+    T.ToolTip {
+        parent: root
+        visible: true
+        delay: 600
+        margins: 6
+        horizontalPadding: 8
+        verticalPadding: 4
+        implicitWidth: Math.min(implicitContentWidth + leftPadding + rightPadding, 340)
+        implicitHeight: implicitContentHeight + topPadding + bottomPadding
+        x: (root.width - width) / 2
+        y: root.height + 4
+        closePolicy: T.Popup.NoAutoClose
+
+        contentItem: PlainText {
+            text: root.text
+        }
+        background: Rectangle {
+            radius: Theme.radiusControl
+            color: Theme.menu
+            border.color: Theme.layer(0.14)
+        }
+    }
+}

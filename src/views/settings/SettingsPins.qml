@@ -1,0 +1,107 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick
+
+/// What the status item shows.
+Block {
+    id: root
+
+    required property SettingsModel settings
+    required property PinListModel pins
+
+    Item {
+        width: parent.width
+        height: 24
+
+        Symbol {
+            id: mark
+
+            anchors.verticalCenter: parent.verticalCenter
+            name: "menubar.rectangle"
+            side: 15
+            color: Theme.primary
+        }
+        PlainText {
+            anchors.left: mark.right
+            anchors.leftMargin: 6
+            anchors.right: presets.left
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Menu Bar Display"
+            size: 12
+            font.weight: Font.DemiBold
+        }
+        Row {
+            id: presets
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 6
+
+            PushButton {
+                objectName: "all"
+                implicitHeight: 22
+                horizontalPadding: 8
+                text: "All"
+                onClicked: root.pins.choose(PinListModel.Preset.All)
+            }
+            PushButton {
+                objectName: "resources"
+                implicitHeight: 22
+                horizontalPadding: 8
+                text: "Resources"
+                onClicked: root.pins.choose(PinListModel.Preset.Resources)
+            }
+            PushButton {
+                objectName: "reset"
+                implicitHeight: 22
+                horizontalPadding: 8
+                text: "Reset"
+                onClicked: root.pins.choose(PinListModel.Preset.Standard)
+            }
+        }
+    }
+    PlainText {
+        width: parent.width
+        height: 24
+        text: "Select any items to pin simultaneously to the macOS menu bar:"
+        size: 10
+        color: Theme.secondary
+    }
+    Repeater {
+        model: root.pins
+
+        CheckRow {
+            required property int index
+            required property string title
+            required property string example
+            required property bool pinned
+
+            objectName: "pin" + index
+            width: parent.width
+            text: title
+            detail: example
+            detailTint: pinned ? Theme.textColor(ColorRole.Blue) : Theme.secondary
+            Accessible.description: example
+            checked: pinned
+            onToggled: root.pins.toggle(index)
+        }
+    }
+    Item {
+        width: parent.width
+        height: 13
+
+        Divider {
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width
+        }
+    }
+    CheckRow {
+        objectName: "label"
+        width: parent.width
+        text: "Show text label next to menu bar icon"
+        checked: root.settings.content.showMenuBarLabel
+        onToggled: root.settings.setShowMenuBarLabel(checked)
+    }
+}

@@ -1,0 +1,125 @@
+#include "OnboardingContent.h"
+
+#include "FixedPoint.h"
+#include "computer/MacInfoContent.h"
+#include "computer/MetricScale.h"
+#include "ProductLinks.h"
+
+#include <QStringList>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+using MetricScale::loadRole;
+using MetricScale::temperatureRole;
+
+constexpr std::array stepSubtitles{
+    QStringView(u"Step 1 of 5 \u2022 Introduction"),    QStringView(u"Step 2 of 5 \u2022 Server & Docker Fleets"),
+    QStringView(u"Step 3 of 5 \u2022 Telemetry"),       QStringView(u"Step 4 of 5 \u2022 Menu Bar Customization"),
+    QStringView(u"Step 5 of 5 \u2022 You're All Set!"),
+};
+constexpr int lastPage = static_cast<int>(stepSubtitles.size()) - 1;
+
+struct Sample {
+    MenuBarItem item;
+    QStringView text;
+};
+constexpr std::array samples{
+    Sample{MenuBarItem::socTemp, u"36\u00b0C"},     Sample{MenuBarItem::peakTemp, u"Peak 42\u00b0C"},
+    Sample{MenuBarItem::ssdTemp, u"SSD 32\u00b0C"}, Sample{MenuBarItem::cpuUsage, u"CPU 12%"},
+    Sample{MenuBarItem::gpuUsage, u"GPU 8%"},       Sample{MenuBarItem::ramUsage, u"RAM 69%"},
+    Sample{MenuBarItem::serverStatus, u"2 OK"},
+};
+
+QString nextCaption(int step) {
+    if (step >= lastPage)
+        return {};
+    return step == 0 ? u"Explore Features"_s : u"Next"_s;
+}
+
+QList<OnboardingMetric> metrics(const MacHardwareInfo& info) {
+    return {{u"CPU Usage"_s, fixedPoint(info.cpuUsagePercent, 1) + u'%', coreCountText(info.cpuCores),
+             loadRole(info.cpuUsagePercent)},
+            {u"GPU Usage"_s, fixedPoint(info.gpuUsagePercent, 0) + u'%', u"Metal"_s, loadRole(info.gpuUsagePercent)},
+            {u"Unified RAM"_s, fixedPoint(info.ramUsagePercent, 0) + u'%', ramAmountText(info),
+             loadRole(info.ramUsagePercent)},
+            {u"SoC Average"_s, temperatureText(info.avgSocTemp), u"CPU/GPU Die"_s, temperatureRole(info.avgSocTemp)},
+            {u"Peak Core"_s, temperatureText(info.peakSocTemp), u"Hotspot"_s, temperatureRole(info.peakSocTemp)},
+            {u"SSD Storage"_s, temperatureText(info.ssdTemp), u"NAND Flash"_s,
+             info.ssdTemp ? temperatureRole(*info.ssdTemp) : ColorRole::Role::Gray}};
+}
+
+ServerMetrics demoMetrics() {
+    ServerMetrics metrics;
+    metrics.cpuPercent = 24.5;
+    metrics.memoryUsedMB = 3280;
+    metrics.memoryTotalMB = 8192;
+    metrics.diskUsedGB = 42.5;
+    metrics.diskTotalGB = 120;
+    metrics.uptimeString = u"14d 6h"_s;
+    metrics.loadAvg1m = 0.45;
+    metrics.latencyMs = 19;
+    metrics.lastChecked = Instant::now();
+    metrics.containers = {
+        {u"c1"_s, u"nginx-proxy"_s, u"nginx:alpine"_s, u"Up 12 days"_s, u"running"_s, u"80:80, 443:443"_s},
+        {u"c2"_s, u"postgres-db"_s, u"postgres:16"_s, u"Up 14 days"_s, u"running"_s, u"5432:5432"_s},
+        {u"c3"_s, u"redis-cache"_s, u"redis:7-alpine"_s, u"Up 14 days"_s, u"running"_s, u"6379:6379"_s},
+    };
+    return metrics;
+}
+
+} // namespace
+
+QString liveMenuBarPreview(const MenuBarItemSet& pinned) {
+    QStringList parts;
+    for (const Sample& sample : samples) {
+        if (pinned.contains(sample.item))
+            parts += sample.text.toString();
+    }
+    return parts.isEmpty() ? u"Tarnwick"_s : parts.join(u" \u2022 ");
+}
+
+QList<FeatureBullet> featureBullets() {
+    return {{u"network"_s, ColorRole::Role::Blue, u"Zero-Agent Architecture"_s,
+             u"Connects via native SSH. No daemons, Python scripts, or dockers needed on target hosts."_s},
+            {u"cpu"_s, ColorRole::Role::Orange, u"Apple Silicon Telemetry"_s,
+             u"37+ IOHID thermal sensors, CPU, GPU utilization, and unified RAM metrics."_s},
+            {u"pin.fill"_s, ColorRole::Role::Purple, u"Multi-Metric Menu Bar Pinning"_s,
+             u"Pin any combination of temperatures, server health, and resource loads directly to your macOS bar."_s}};
+}
+
+QList<TourLink> tourLinks() {
+    return {{u"cup.and.saucer.fill"_s, u"Support Tarnwick on Ko-fi"_s, QUrl(ProductLinks::donationPage.toString())},
+            {u"globe"_s, u"Official Website: "_s + ProductLinks::webSiteDomain.toString(),
+             QUrl(ProductLinks::webSite.toString())}};
+}
+
+Server demoServer() {
+    Server server;
+    server.id = QUuid(u"00000000-0000-0000-0000-000000000001"_s);
+    server.name = u"Production VPS (Ubuntu 24.04)"_s;
+    server.host = u"10.0.0.10"_s;
+    server.user = u"ubuntu"_s;
+    server.metrics = demoMetrics();
+    return server;
+}
+
+OnboardingContent onboardingContent(int step, const MacHardwareInfo& info, const MenuBarItemSet& pinned) {
+    const int page = step >= 0 && step < lastPage ? step : lastPage;
+    return {.page = page,
+            .dot = step,
+            .stepSubtitle = stepSubtitles.at(static_cast<size_t>(page)).toString(),
+            .showsBack = step > 0,
+            .nextCaption = nextCaption(step),
+            .machineHeading = machineHeading(info),
+            .machineIdentity = machineIdentity(info),
+            .metrics = metrics(info),
+            .menuBarPreview = liveMenuBarPreview(pinned)};
+}
+
+} // namespace tarnwick
