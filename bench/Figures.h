@@ -27,10 +27,9 @@ inline double statusMegabytes(const QByteArray& field, const QString& process = 
     QFile file(QStringLiteral("/proc/%1/status").arg(process));
     if (!file.open(QIODevice::ReadOnly))
         return -1;
-    for (const QByteArray& line : file.readAll().split('\n')) {
+    for (const QByteArray& line : file.readAll().split('\n'))
         if (line.startsWith(field + ':'))
             return line.mid(field.size() + 1).trimmed().split(' ').first().toDouble() * 1024 / 1e6;
-    }
     return -1;
 }
 

@@ -110,9 +110,9 @@ void waitForCycle(ServerStore& store) {
 }
 
 int failures(const ServerStore& store) {
-    return static_cast<int>(std::count_if(store.servers().cbegin(), store.servers().cend(), [](const Server& server) {
-        return server.metrics && server.metrics->errorMessage;
-    }));
+    return static_cast<int>(std::count_if(
+        store.servers().cbegin(), store.servers().cend(),
+        [](const Server& server) { return server.metrics && server.metrics->errorMessage; }));
 }
 
 int thousand(const OpenSshServer& host) {

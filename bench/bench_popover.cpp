@@ -54,15 +54,17 @@ void waitForFrame(QQuickWindow& window) {
 class FrameMeter : public QObject {
 public:
     explicit FrameMeter(QQuickWindow& window) {
-        connect(&window, &QQuickWindow::frameSwapped, this, [this] {
-            const double work = threadMilliseconds();
-            const double time = figures::wallMilliseconds();
-            ++frames;
-            worstWork = std::max(worstWork, work - lastWork_);
-            worstGap = std::max(worstGap, time - lastTime_);
-            lastWork_ = work;
-            lastTime_ = time;
-        });
+        connect(
+            &window, &QQuickWindow::frameSwapped, this,
+            [this] {
+                const double work = threadMilliseconds();
+                const double time = figures::wallMilliseconds();
+                ++frames;
+                worstWork = std::max(worstWork, work - lastWork_);
+                worstGap = std::max(worstGap, time - lastTime_);
+                lastWork_ = work;
+                lastTime_ = time;
+            });
     }
     int frames = 0;
     double worstWork = 0; ///< ms of processor
@@ -253,8 +255,10 @@ void sheet(Fleet& fleet, const char* name, double limit, const std::function<voi
 void sheets() {
     Fleet fleet(10);
     UIState& ui = fleet.ui;
-    sheet(fleet, "add sheet: flag to first frame", 50, [&](bool on) { ui.setShowingAddServer(on); });
-    sheet(fleet, "settings: flag to first frame", 50, [&](bool on) { ui.setShowingSettings(on); });
+    sheet(
+        fleet, "add sheet: flag to first frame", 50, [&](bool on) { ui.setShowingAddServer(on); });
+    sheet(
+        fleet, "settings: flag to first frame", 50, [&](bool on) { ui.setShowingSettings(on); });
     sheet(fleet, "computer's sheet: flag to first frame", 50, [&](bool on) { ui.setShowingMacInfoSheet(on); });
     ui.setShowingSettings(true);
     sheet(fleet, "tour over the settings: flag to first frame", 50, [&](bool on) { ui.setShowingOnboarding(on); });

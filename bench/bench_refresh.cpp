@@ -48,10 +48,9 @@ double underXargs(const ProcessRequest& request) {
     QProcess xargs;
     xargs.setStandardOutputFile(QProcess::nullDevice());
     QByteArray input;
-    for (int i = 0; i < hosts; ++i) {
+    for (int i = 0; i < hosts; ++i)
         for (const QString& argument : request.arguments)
             input += argument.toUtf8() + '\0';
-    }
     const double start = figures::wallMilliseconds();
     xargs.start(QStringLiteral("xargs"),
                 {QStringLiteral("-0"), QStringLiteral("-P"), QString::number(hosts), QStringLiteral("-n"),

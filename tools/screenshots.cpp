@@ -201,10 +201,9 @@ void takeAll(const QString& folder) {
     fleet.start(home);
     for (const Look& look : looks) {
         Photographer photographer(home, desktop, folder, look);
-        for (const Picture& picture : pictures) {
+        for (const Picture& picture : pictures)
             if (look.scale == 1 || picture.isLarge)
                 photographer.take(picture, fleet);
-        }
     }
 }
 

@@ -94,10 +94,9 @@ ServerMetrics parseMetrics(const QByteArray& bytes, qint64 latencyMs) {
     metrics.diskTotalGB = payload->disk_total.value_or(0);
     metrics.uptimeString = payload->uptime.value_or(QString());
     metrics.loadAvg1m = payload->load.value_or(0);
-    if (payload->containers) {
+    if (payload->containers)
         for (const RawContainer& row : *payload->containers)
             metrics.containers.append({row.id, row.name, row.image, row.status, row.state, row.ports});
-    }
     metrics.latencyMs = latencyMs;
     metrics.lastChecked = Instant::now();
     return metrics;

@@ -46,21 +46,18 @@ MacHardwareCollector::RamUsage ramUsage(std::optional<quint64> installedBytes,
                                         const std::optional<MemoryPages>& pages) {
     MacHardwareCollector::RamUsage usage;
     usage.totalGB = static_cast<double>(installedBytes.value_or(0)) / bytesPerGB;
-    if (!pages) {
+    if (!pages)
         return usage;
-    }
     const double usedPages = static_cast<double>(pages->active) + pages->wired + pages->compressed;
     usage.usedGB = usedPages * static_cast<double>(pages->pageSize) / bytesPerGB;
-    if (usage.totalGB > 0) {
+    if (usage.totalGB > 0)
         usage.percent = std::clamp(usage.usedGB / usage.totalGB * 100, 0.0, 100.0);
-    }
     return usage;
 }
 
 MacHardwareCollector::DiskUsage diskUsage(const std::optional<VolumeSpace>& volume) {
-    if (!volume) {
+    if (!volume)
         return {};
-    }
     // In floating point, where no pair of byte counts can overflow.
     const auto size = static_cast<double>(volume->size.value_or(0));
     const double used = std::max(0.0, size - static_cast<double>(volume->free.value_or(0)));
@@ -70,13 +67,11 @@ MacHardwareCollector::DiskUsage diskUsage(const std::optional<VolumeSpace>& volu
 double gpuPercent(const QList<QVariantMap>& accelerators) {
     for (const QVariantMap& properties : accelerators) {
         const QVariant statistics = properties.value(u"PerformanceStatistics"_s);
-        if (statistics.typeId() != QMetaType::QVariantMap) {
+        if (statistics.typeId() != QMetaType::QVariantMap)
             continue;
-        }
         const QVariant utilisation = statistics.toMap().value(u"Device Utilization %"_s);
-        if (isNumber(utilisation)) {
+        if (isNumber(utilisation))
             return utilisation.toDouble();
-        }
     }
     return 0;
 }

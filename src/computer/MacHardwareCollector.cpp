@@ -72,9 +72,8 @@ double queryCpuUsage(KernelReadings& kernel) {
     static std::optional<CpuTicks> previous;
     const std::lock_guard lock(mutex);
     const std::optional<CpuTicks> now = kernel.cpuTicks();
-    if (!now) {
+    if (!now)
         return 0;
-    }
     const double percent = LoadArithmetic::cpuPercent(*now, previous);
     previous = now;
     return percent;

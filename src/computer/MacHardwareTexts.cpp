@@ -14,23 +14,22 @@ namespace {
 template <typename Integer>
 std::optional<qint64> integerOf(const std::optional<QByteArray>& value) {
     Integer number = 0;
-    if (!value || value->size() != static_cast<qsizetype>(sizeof number)) {
+    if (!value || value->size() != static_cast<qsizetype>(sizeof number))
         return std::nullopt;
-    }
     std::memcpy(&number, value->constData(), sizeof number);
     return number;
 }
 
 bool startsWithAny(const QString& text, std::initializer_list<QStringView> prefixes) {
-    return std::any_of(prefixes.begin(), prefixes.end(), [&](QStringView prefix) { return text.startsWith(prefix); });
+    return std::any_of(
+        prefixes.begin(), prefixes.end(), [&](QStringView prefix) { return text.startsWith(prefix); });
 }
 
 } // namespace
 
 std::optional<QString> kernelText(const std::optional<QByteArray>& value) {
-    if (!value || value->isEmpty()) {
+    if (!value || value->isEmpty())
         return std::nullopt;
-    }
     return QString::fromUtf8(value->split('\0').first()).trimmed();
 }
 
@@ -46,21 +45,16 @@ QString friendlyModelName(const QString& modelIdentifier) {
     const auto contains = [&](QStringView part) {
         return modelIdentifier.contains(part, Qt::CaseInsensitive);
     };
-    if (contains(u"mini") || startsWithAny(modelIdentifier, {u"Mac16,10", u"Mac16,11", u"Mac14,3", u"Mac14,12"})) {
+    if (contains(u"mini") || startsWithAny(modelIdentifier, {u"Mac16,10", u"Mac16,11", u"Mac14,3", u"Mac14,12"}))
         return u"Mac mini"_s;
-    }
-    if (contains(u"Book")) {
+    if (contains(u"Book"))
         return contains(u"Air") ? u"MacBook Air"_s : u"MacBook Pro"_s;
-    }
-    if (contains(u"Studio") || startsWithAny(modelIdentifier, {u"Mac13,1", u"Mac13,2", u"Mac14,13", u"Mac14,14"})) {
+    if (contains(u"Studio") || startsWithAny(modelIdentifier, {u"Mac13,1", u"Mac13,2", u"Mac14,13", u"Mac14,14"}))
         return u"Mac Studio"_s;
-    }
-    if (contains(u"iMac")) {
+    if (contains(u"iMac"))
         return u"iMac"_s;
-    }
-    if (contains(u"Pro")) {
+    if (contains(u"Pro"))
         return u"Mac Pro"_s;
-    }
     return u"Apple Silicon Mac"_s;
 }
 
@@ -81,9 +75,8 @@ QString systemText(const OperatingSystem& system) {
 }
 
 QString uptimeText(const std::optional<QByteArray>& bootTime, qint64 wallClockSeconds) {
-    if (!bootTime || bootTime->size() != 2 * static_cast<qsizetype>(sizeof(qint64))) {
+    if (!bootTime || bootTime->size() != 2 * static_cast<qsizetype>(sizeof(qint64)))
         return u"Unknown"_s;
-    }
     const qint64 boot = kernelInt64(bootTime->first(sizeof(qint64))).value_or(0);
     const qint64 up = std::max<qint64>(0, wallClockSeconds - boot);
     const qint64 days = up / 86400;

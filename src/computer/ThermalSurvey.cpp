@@ -27,11 +27,9 @@ constexpr std::array categoryRules{
 
 QStringView categoryOf(const QString& sensorName) {
     const QString lowercased = sensorName.toLower();
-    for (const CategoryRule& rule : categoryRules) {
-        if (lowercased.contains(rule.part)) {
+    for (const CategoryRule& rule : categoryRules)
+        if (lowercased.contains(rule.part))
             return rule.category;
-        }
-    }
     return ThermalCategory::thermalZone;
 }
 
@@ -39,16 +37,14 @@ QStringView categoryOf(const QString& sensorName) {
 
 ThermalSummary surveyThermals(const std::optional<QList<TemperatureReading>>& readings) {
     ThermalSummary summary;
-    if (!readings) {
+    if (!readings)
         return summary;
-    }
     double socSum = 0;
     int socCount = 0;
     for (const TemperatureReading& reading : *readings) {
         // Written so that a value that is not a number fails.
-        if (!reading.celsius || !(*reading.celsius > lowestPlausible && *reading.celsius < highestPlausible)) {
+        if (!reading.celsius || !(*reading.celsius > lowestPlausible && *reading.celsius < highestPlausible))
             continue;
-        }
         const double celsius = *reading.celsius;
         const QString name = reading.product.value_or(u"Sensor"_s);
         const QStringView category = categoryOf(name);
@@ -61,9 +57,8 @@ ThermalSummary surveyThermals(const std::optional<QList<TemperatureReading>>& re
         }
         summary.sensors.append({name, celsius, category.toString()});
     }
-    if (socCount > 0) {
+    if (socCount > 0)
         summary.avgSoc = socSum / socCount;
-    }
     std::stable_sort(
         summary.sensors.begin(), summary.sensors.end(),
         [](const MacThermalSensor& a, const MacThermalSensor& b) { return a.tempCelsius > b.tempCelsius; });

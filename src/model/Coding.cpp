@@ -157,7 +157,8 @@ static void writeJson(QByteArray& json, const AppSettings& value) {
 namespace {
 
 bool allFinite(std::initializer_list<double> numbers) {
-    return std::all_of(numbers.begin(), numbers.end(), [](double number) { return std::isfinite(number); });
+    return std::all_of(
+        numbers.begin(), numbers.end(), [](double number) { return std::isfinite(number); });
 }
 
 bool isWritable(const Server& server) {

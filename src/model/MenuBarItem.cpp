@@ -28,10 +28,9 @@ QString rawValue(MenuBarItem item) {
 }
 
 std::optional<MenuBarItem> menuBarItemFromRawValue(QStringView text) {
-    for (const Row& candidate : rows) {
+    for (const Row& candidate : rows)
         if (candidate.rawValue == text)
             return candidate.item;
-    }
     return std::nullopt;
 }
 

@@ -26,10 +26,9 @@ QLatin1StringView icon(ServerHealthStatus status) {
 }
 
 std::optional<ServerHealthStatus> serverHealthStatusFromRawValue(QStringView text) {
-    for (const Row& row : rows) {
+    for (const Row& row : rows)
         if (text == row.rawValue)
             return row.status;
-    }
     return std::nullopt;
 }
 

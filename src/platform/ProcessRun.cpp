@@ -25,8 +25,9 @@ QProcessEnvironment childEnvironment() {
 
 bool hasNul(const ProcessRequest& request) {
     return request.executable.contains(QChar::Null) ||
-           std::any_of(request.arguments.begin(), request.arguments.end(),
-                       [](const QString& argument) { return argument.contains(QChar::Null); });
+           std::any_of(
+               request.arguments.begin(), request.arguments.end(),
+               [](const QString& argument) { return argument.contains(QChar::Null); });
 }
 
 /// Appends at most so much that `kept` holds `limit` bytes; false when that was not all of `arrived`.

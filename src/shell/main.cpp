@@ -28,10 +28,9 @@ namespace {
 
 /// A stream that is closed at start would be the number of the next file opened, and get what is written to the stream.
 void occupyStandardStreams() {
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (::fcntl(stream, F_GETFD) == -1)
             static_cast<void>(::open("/dev/null", O_RDWR)); // takes the lowest free number: the stream's
-    }
 }
 
 std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, bool hasDisplay) {

@@ -222,10 +222,12 @@ void ServerStore::launch(const std::shared_ptr<Cycle>& cycle) {
     const QList<Server> batch = cycle->waiting.first(std::min(perTurn, cycle->waiting.size()));
     cycle->waiting.remove(0, batch.size());
     for (const Server& server : batch) {
-        probe(server, [this, cycle](bool) {
-            if (--cycle->unfinished == 0)
-                end(*cycle);
-        });
+        probe(
+            server,
+            [this, cycle](bool) {
+                if (--cycle->unfinished == 0)
+                    end(*cycle);
+            });
     }
     if (!cycle->waiting.isEmpty())
         QMetaObject::invokeMethod(

@@ -43,8 +43,8 @@ public:
     /// Replaces the published list (a live reorder). Does not save.
     void setServers(QList<Server> servers);
     enum class Saving { now, later };
-    /// The one way to change the settings: announces the change, applies it to the published settings, restarts the timer when the interval is another one, and
-    /// saves now, or leaves that to the next save.
+    /// The one way to change the settings: announces the change, applies it to the published settings, restarts the
+    /// timer when the interval is another one, and saves now, or leaves that to the next save.
     void editSettings(const std::function<void(AppSettings& settings)>& change, Saving saving = Saving::now);
 
     /// Appends, saves, and starts a refresh of the new entry.

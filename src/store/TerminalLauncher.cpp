@@ -18,14 +18,13 @@ constexpr QStringView containerShell = u"sh -c 'if command -v bash >/dev/null 2>
 /// is typed and a command to the terminal where it is printed; no valid value has one, and "?" takes its place.
 QString quoted(const QString& value) {
     QString escaped = u"'"_s;
-    for (const QChar c : value) {
+    for (const QChar c : value)
         if (c.category() == QChar::Other_Control)
             escaped += u'?';
         else if (c == u'\'' || c == u'\\' || c == u'!')
             escaped += u"'\\"_s + c + u'\'';
         else
             escaped += c;
-    }
     return escaped + u'\'';
 }
 

@@ -59,10 +59,9 @@ QString partText(MenuBarItem item, FleetCounts counts, const ThermalSummary& the
 QString symbolName(FleetCounts counts, const AppSettings& settings) {
     if (counts.online < counts.total)
         return u"exclamationmark.triangle.fill"_s;
-    for (const ItemSymbol& candidate : itemSymbols) {
+    for (const ItemSymbol& candidate : itemSymbols)
         if (settings.isPinned(candidate.item))
             return candidate.symbolName.toString();
-    }
     return u"waveform.path.ecg"_s;
 }
 
@@ -94,10 +93,9 @@ StatusItemLabel composeStatusItemLabel(const QList<Server>& servers, const AppSe
                                        const ThermalSummary& thermals, const LoadReadings& loads) {
     const FleetCounts counts = fleetCounts(servers);
     QStringList parts;
-    for (const MenuBarItem item : allMenuBarItems) {
+    for (const MenuBarItem item : allMenuBarItems)
         if (settings.isPinned(item))
             parts += partText(item, counts, thermals, loads);
-    }
     const bool showsText = settings.showMenuBarLabel && !parts.isEmpty();
     return {symbolName(counts, settings), showsText ? u' ' + parts.join(u" \u2022 ") : QString()};
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "card/CardActions.h"
 #include "PopoverContent.h"
 #include "ServerListModel.h"
+#include "card/CardActions.h"
 
 #include <QObject>
 #include <QtQmlIntegration>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "card/ServerCardContent.h"
 #include "ServerStore.h"
 #include "UIState.h"
+#include "card/ServerCardContent.h"
 
 #include <QAbstractListModel>
 #include <QPointer>

@@ -1,6 +1,6 @@
-#include "tour/OnboardingWindow.h"
 #include "PopoverView.h"
 #include "ViewFactory.h"
+#include "tour/OnboardingWindow.h"
 
 #include <QObject>
 

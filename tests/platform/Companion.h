@@ -32,10 +32,9 @@ public:
     /// Starts it, and returns the first line that it prints.
     QByteArray announcementOf(const QString& program, const QStringList& arguments) {
         start(program, arguments);
-        while (!process_.canReadLine()) {
+        while (!process_.canReadLine())
             if (!process_.waitForReadyRead(30'000))
                 qFatal("%s does not start", qPrintable(program));
-        }
         return process_.readLine().trimmed();
     }
     /// An X server; returns its name for DISPLAY.

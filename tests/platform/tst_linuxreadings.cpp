@@ -254,9 +254,8 @@ private Q_SLOTS:
         LinuxKernelReadings kernel(tree.root());
         for (const char* name :
              {"hw.memsize", "hw.model", "kern.boottime", "kern.osrelease", "machdep.cpu.brand_string",
-              "hw.perflevel0.physicalcpu", "hw.perflevel1.physicalcpu", "no.such.value"}) {
+              "hw.perflevel0.physicalcpu", "hw.perflevel1.physicalcpu", "no.such.value"})
             QVERIFY2(!kernel.value(name), name);
-        }
         QVERIFY(!kernel.cpuTicks() && !kernel.memoryPages() && !kernel.makersModelName());
         QCOMPARE(kernel.thermalState(), ThermalState::unknown);
         QCOMPARE(kernel.accelerators().size(), 0);

@@ -195,7 +195,8 @@ private Q_SLOTS:
 
     void terminationSaves() {
         launch(true);
-        delegate_->store()->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 75; }, ServerStore::Saving::later);
+        delegate_->store()->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 75; },
+                                         ServerStore::Saving::later);
         delegate_->applicationWillTerminate();
         QFile file(folder_.filePath(QStringLiteral("settings.json")));
         QVERIFY(file.open(QIODevice::ReadOnly));

@@ -140,7 +140,8 @@ private Q_SLOTS:
 
         rig.now = Instant{2050};
         bool busyWhenStamped = false;
-        connect(&store, &ServerStore::lastRefreshedAllChanged, this, [&] { busyWhenStamped = store.isRefreshing(); });
+        connect(
+            &store, &ServerStore::lastRefreshedAllChanged, this, [&] { busyWhenStamped = store.isRefreshing(); });
         QVERIFY(rig.saves([&] { rig.probes.at(u"C"_s).answer(metricsWithCpu(3)); }));
         QVERIFY(!store.isRefreshing() && cycle.isFinished() && busyWhenStamped);
         QCOMPARE(store.lastRefreshedAll(), Instant{2050});
@@ -263,9 +264,12 @@ private Q_SLOTS:
         const auto state = [&] {
             return u"%1 %2 %3"_s.arg(rig.names().join(QString())).arg(store.isRefreshing()).arg(cpuOf(rig, 0));
         };
-        connect(&store, &ServerStore::objectWillChange, this, [&] { log.append(u"will "_s + state()); });
-        connect(&store, &ServerStore::serversChanged, this, [&] { log.append(u"list "_s + state()); });
-        connect(&store, &ServerStore::serverChanged, this, [&] { log.append(u"entry "_s + state()); });
+        connect(
+            &store, &ServerStore::objectWillChange, this, [&] { log.append(u"will "_s + state()); });
+        connect(
+            &store, &ServerStore::serversChanged, this, [&] { log.append(u"list "_s + state()); });
+        connect(
+            &store, &ServerStore::serverChanged, this, [&] { log.append(u"entry "_s + state()); });
         connect(&store, &ServerStore::isRefreshingChanged, this, [&] { log.append(u"busy "_s + state()); });
         store.refreshAll();
         store.addServer(StoreRig::server(u"B"_s));

@@ -82,10 +82,9 @@ QString DesktopSession::start(const QString& home) {
                                            {u"dbus-daemon"_s, u"dbus-daemon"_s},
                                            {u"xfce4-panel"_s, u"xfce4-panel"_s},
                                            {u"xdotool"_s, u"xdotool"_s},
-                                           {u"import"_s, u"imagemagick"_s}}) {
+                                           {u"import"_s, u"imagemagick"_s}})
         if (QStandardPaths::findExecutable(program).isEmpty())
             return u"%1 is missing: install %2"_s.arg(program, package);
-    }
     for (const char* variable : {"WAYLAND_DISPLAY", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME",
                                  "XDG_CURRENT_DESKTOP", "AT_SPI_BUS_ADDRESS", "DBUS_STARTER_ADDRESS"})
         qunsetenv(variable);

@@ -37,18 +37,22 @@ auto onLoopback(quint16 port, Use use) {
 }
 
 quint16 freePort() {
-    return onLoopback(0, [](int socket, sockaddr_in& address) -> quint16 {
-        socklen_t size = sizeof address;
-        auto* any = reinterpret_cast<sockaddr*>(&address);
-        const bool ok = ::bind(socket, any, size) == 0 && ::getsockname(socket, any, &size) == 0;
-        return ok ? ntohs(address.sin_port) : quint16{0};
-    });
+    return onLoopback(
+        0,
+        [](int socket, sockaddr_in& address) -> quint16 {
+            socklen_t size = sizeof address;
+            auto* any = reinterpret_cast<sockaddr*>(&address);
+            const bool ok = ::bind(socket, any, size) == 0 && ::getsockname(socket, any, &size) == 0;
+            return ok ? ntohs(address.sin_port) : quint16{0};
+        });
 }
 
 bool isListening(quint16 port) {
-    return onLoopback(port, [](int socket, sockaddr_in& address) {
-        return ::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
-    });
+    return onLoopback(
+        port,
+        [](int socket, sockaddr_in& address) {
+            return ::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+        });
 }
 
 bool makeKey(const QString& path) {

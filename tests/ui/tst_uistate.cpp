@@ -13,7 +13,8 @@ private Q_SLOTS:
     void announcesBeforeAndAfter() {
         UIState ui;
         QStringList seen;
-        connect(&ui, &UIState::objectWillChange, this, [&] { seen += u"will:"_s + ui.newServerHost(); });
+        connect(
+            &ui, &UIState::objectWillChange, this, [&] { seen += u"will:"_s + ui.newServerHost(); });
         connect(&ui, &UIState::newServerHostChanged, this, [&] { seen += u"did:"_s + ui.newServerHost(); });
         ui.setNewServerHost(u"db.example"_s);
         ui.setNewServerHost(u"db.example"_s);

@@ -1,5 +1,5 @@
-#include "addserver/AddServerModel.h"
 #include "SheetRig.h"
+#include "addserver/AddServerModel.h"
 
 #include <QAbstractItemModelTester>
 

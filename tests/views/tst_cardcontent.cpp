@@ -1,7 +1,7 @@
-#include "card/CardMenu.h"
-#include "controls/DisplayText.h"
 #include "PopoverContent.h"
+#include "card/CardMenu.h"
 #include "card/ServerCardContent.h"
+#include "controls/DisplayText.h"
 
 #include <QTest>
 

@@ -1,5 +1,5 @@
-#include "card/ServerDropDelegate.h"
 #include "StoreRig.h"
+#include "card/ServerDropDelegate.h"
 
 #include <QTest>
 

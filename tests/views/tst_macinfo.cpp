@@ -1,6 +1,6 @@
+#include "ViewRig.h"
 #include "computer/MacInfoModel.h"
 #include "computer/SensorListModel.h"
-#include "ViewRig.h"
 
 #include <QAbstractItemModelTester>
 

@@ -1,6 +1,6 @@
+#include "ViewRig.h"
 #include "tour/OnboardingModel.h"
 #include "tour/OnboardingWindow.h"
-#include "ViewRig.h"
 
 #include <QDesktopServices>
 
@@ -12,9 +12,11 @@ namespace {
 
 /// How many steps are there.
 qsizetype shownSteps(const QQuickItem* root) {
-    return std::ranges::count_if(root->childItems(), [](const QQuickItem* item) {
-        return item->inherits("QQuickLoader") && item->property("item").value<QObject*>();
-    });
+    return std::ranges::count_if(
+        root->childItems(),
+        [](const QQuickItem* item) {
+            return item->inherits("QQuickLoader") && item->property("item").value<QObject*>();
+        });
 }
 
 } // namespace
@@ -211,7 +213,8 @@ void OnboardingTest::pinsForReal() {
     QCOMPARE(preview(), u"Tarnwick"_s);
 
     // The boxes follow the pins, whoever changes them.
-    rig.store->editSettings([](AppSettings& settings) { settings.pinnedMenuBarItems = {ssdTemp}; }, ServerStore::Saving::later);
+    rig.store->editSettings([](AppSettings& settings) { settings.pinnedMenuBarItems = {ssdTemp}; },
+                            ServerStore::Saving::later);
     QVERIFY(findItem(rig.view->rootObject(), title(ssdTemp))->property("checked").toBool());
     QVERIFY(!findItem(rig.view->rootObject(), title(cpuUsage))->property("checked").toBool());
 }
@@ -266,7 +269,8 @@ void OnboardingTest::standsInAWindow() {
     QVERIFY(rig.savedSettings().hasCompletedOnboarding);
 
     // Closing it is no completion.
-    rig.store->editSettings([](AppSettings& settings) { settings.hasCompletedOnboarding = false; }, ServerStore::Saving::later);
+    rig.store->editSettings([](AppSettings& settings) { settings.hasCompletedOnboarding = false; },
+                            ServerStore::Saving::later);
     window = makeOnboardingWindow(*rig.store, rig.ui, [&] { ++completions; });
     window->show();
     window->close();

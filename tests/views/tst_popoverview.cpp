@@ -436,10 +436,9 @@ private Q_SLOTS:
         const double pitch = 73 + 12; // a card that is being checked, and the space below it
         QTRY_VERIFY([&] {
             const QList<double> is = tops();
-            for (qsizetype card = 1; card < is.size(); ++card) {
+            for (qsizetype card = 1; card < is.size(); ++card)
                 if (qAbs(is[card] - is[card - 1] - pitch) > 3)
                     return false;
-            }
             return is.first() > 0;
         }());
     }

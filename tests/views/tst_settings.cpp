@@ -1,5 +1,5 @@
-#include "settings/SettingsModel.h"
 #include "SheetRig.h"
+#include "settings/SettingsModel.h"
 
 #include <QDesktopServices>
 
@@ -141,7 +141,8 @@ private Q_SLOTS:
     void quitsSaved() {
         SheetRig rig;
         rig.showSheet(u"settings/SettingsView"_s);
-        rig.store->editSettings([](AppSettings& settings) { settings.soundAlerts = false; }, ServerStore::Saving::later);
+        rig.store->editSettings([](AppSettings& settings) { settings.soundAlerts = false; },
+                                ServerStore::Saving::later);
         const auto* const model = rig.view->rootObject()->findChild<SettingsModel*>();
         bool isSaved = false;
         connect(model, &SettingsModel::quitRequested, this, [&] { isSaved = !stored(rig).soundAlerts; });

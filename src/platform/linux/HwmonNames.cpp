@@ -55,12 +55,10 @@ constexpr std::array roleRules{
 QStringView roleOf(const HwmonInput& input) {
     // Some Ryzen processors add an offset to Tctl, for the fan's sake: Tdie is the temperature where there is one. The
     // memory beside a graphics processor is not on its die.
-    if ((input.label == u"Tctl" && input.besideTrueDie) || input.label == u"mem" || input.label == u"vram") {
+    if ((input.label == u"Tctl" && input.besideTrueDie) || input.label == u"mem" || input.label == u"vram")
         return {};
-    }
-    if (input.label.contains(u"VRM", Qt::CaseInsensitive)) {
+    if (input.label.contains(u"VRM", Qt::CaseInsensitive))
         return powerDelivery;
-    }
     const auto rule = std::find_if(roleRules.begin(), roleRules.end(),
                                    [&](const RoleRule& each) { return input.driver.startsWith(each.prefix); });
     return rule == roleRules.end() ? QStringView() : rule->role;
@@ -74,11 +72,10 @@ QString hwmonSensorName(const HwmonInput& input) {
         name += (name.isEmpty() || part.isEmpty() ? u""_s : u" "_s) + part;
     };
     append(input.driver);
-    if (!input.label.isEmpty()) {
+    if (!input.label.isEmpty())
         append(input.label);
-    } else if (!input.isOnly) {
+    else if (!input.isOnly)
         append(u"temp%1"_s.arg(input.number));
-    }
     return name;
 }
 

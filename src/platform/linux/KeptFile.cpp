@@ -22,9 +22,8 @@ KeptFile& KeptFile::operator=(KeptFile&& other) noexcept {
 }
 
 KeptFile::~KeptFile() {
-    if (isOpen()) {
+    if (isOpen())
         ::close(descriptor_);
-    }
 }
 
 KeptFile::Content KeptFile::read(std::span<char> buffer) const {

@@ -18,9 +18,8 @@ QByteArray readSmallFile(const QString& path) {
 QByteArrayView restOfLine(QByteArrayView text, QByteArrayView key) {
     while (!text.startsWith(key)) {
         const qsizetype lineEnd = text.indexOf('\n');
-        if (lineEnd < 0) {
+        if (lineEnd < 0)
             return {};
-        }
         text = text.sliced(lineEnd + 1);
     }
     const qsizetype lineEnd = text.indexOf('\n');

@@ -19,9 +19,8 @@ LinuxAccelerators::LinuxAccelerators(const QString& root, const QString& nvidiaL
 
 QList<QVariantMap> LinuxAccelerators::read() {
     const std::lock_guard lock(mutex_);
-    if (--readsUntilScan_ < 0) {
+    if (--readsUntilScan_ < 0)
         scan();
-    }
     QList<QVariantMap> properties;
     for (Card& card : cards_) {
         const std::optional<qint64> percent = utilisation(card);
@@ -53,18 +52,15 @@ void LinuxAccelerators::scan() {
 }
 
 std::optional<qint64> LinuxAccelerators::utilisation(Card& card) {
-    if (card.power.isAsleep()) {
+    if (card.power.isAsleep())
         return std::nullopt;
-    }
-    if (card.power.isResting()) {
+    if (card.power.isResting())
         return 0;
-    }
     const std::optional<qint64> percent = card.pciAddress.isEmpty()
                                               ? card.busyPercent.readNumber()
                                               : std::optional<qint64>(nvidia_.utilisation(card.pciAddress));
-    if (percent == 0 && card.power.rest() && !card.pciAddress.isEmpty()) {
+    if (percent == 0 && card.power.rest() && !card.pciAddress.isEmpty())
         nvidia_.close();
-    }
     return percent;
 }
 

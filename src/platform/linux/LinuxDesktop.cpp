@@ -30,10 +30,9 @@ QDBusMessage notificationsCall(const QString& method) {
 
 /// Without control characters, save line ends: they show nothing, and markup may not hold them.
 QString displayable(QString text) {
-    for (QChar& c : text) {
+    for (QChar& c : text)
         if (c.category() == QChar::Other_Control && c != u'\n')
             c = u' ';
-    }
     return text;
 }
 

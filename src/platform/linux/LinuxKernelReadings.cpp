@@ -62,14 +62,12 @@ std::optional<Memory> readMemory(const KeptFile& file) {
     auto available = numberAfter(text, "MemAvailable:");
     if (!available) { // a kernel before 3.14
         const auto free = numberAfter(text, "MemFree:");
-        if (!free) {
+        if (!free)
             return std::nullopt;
-        }
         available = *free + numberAfter(text, "Buffers:").value_or(0) + numberAfter(text, "Cached:").value_or(0);
     }
-    if (!total) {
+    if (!total)
         return std::nullopt;
-    }
     return Memory{.totalKiB = *total, .availableKiB = std::min(*available, *total)};
 }
 
@@ -87,25 +85,19 @@ std::optional<QByteArray> LinuxKernelReadings::value(const char* name) {
         const auto memory = readMemory(memory_);
         return memory ? std::optional(bytesOf(static_cast<qint64>(memory->totalKiB * 1024))) : std::nullopt;
     }
-    if (wanted == "kern.boottime") {
+    if (wanted == "kern.boottime")
         return bootTime();
-    }
-    if (wanted == "kern.osrelease") {
+    if (wanted == "kern.osrelease")
         return textValue(readSmallFile(root_ + u"proc/sys/kernel/osrelease"_s));
-    }
-    if (wanted == "machdep.cpu.brand_string") {
+    if (wanted == "machdep.cpu.brand_string")
         return textValue(LinuxMachine::processorName(root_));
-    }
-    if (wanted == "hw.model") {
+    if (wanted == "hw.model")
         return textValue(LinuxMachine::modelIdentifier(root_));
-    }
     const auto cores = LinuxMachine::physicalCores(root_);
-    if (wanted == "hw.perflevel0.physicalcpu" && cores) {
+    if (wanted == "hw.perflevel0.physicalcpu" && cores)
         return bytesOf(cores->performance);
-    }
-    if (wanted == "hw.perflevel1.physicalcpu" && cores) {
+    if (wanted == "hw.perflevel1.physicalcpu" && cores)
         return bytesOf(cores->efficiency);
-    }
     return std::nullopt;
 }
 
@@ -121,9 +113,8 @@ std::optional<CpuTicks> LinuxKernelReadings::cpuTicks() {
     std::array<quint64, columnCount> ticks{};
     for (std::size_t column = 0; column < columnCount; ++column) {
         const std::optional<quint64> number = takeNumber(line);
-        if (!number && column <= idle) {
+        if (!number && column <= idle)
             return std::nullopt;
-        }
         ticks.at(column) = number.value_or(0); // early kernels end with idle
     }
     // Waiting for a disk is idle time. The kernel may take a little of it back (proc(5)); a counter that runs backwards
@@ -142,9 +133,8 @@ std::optional<CpuTicks> LinuxKernelReadings::cpuTicks() {
 
 std::optional<MemoryPages> LinuxKernelReadings::memoryPages() {
     const auto memory = readMemory(memory_);
-    if (!memory) {
+    if (!memory)
         return std::nullopt;
-    }
     // Linux has no page lists that add up to "in use"; all that is not available is, as `free` counts it.
     const auto pageSize = static_cast<quint64>(::sysconf(_SC_PAGESIZE));
     const quint64 pages = (memory->totalKiB - memory->availableKiB) * 1024 / pageSize;
@@ -158,20 +148,17 @@ QList<QVariantMap> LinuxKernelReadings::accelerators() {
 
 OperatingSystem LinuxKernelReadings::operatingSystem() {
     QByteArray text = readSmallFile(root_ + u"etc/os-release"_s);
-    if (text.isEmpty()) {
+    if (text.isEmpty())
         text = readSmallFile(root_ + u"usr/lib/os-release"_s);
-    }
     OperatingSystem system{
         .name = assignedValue(text, "NAME="),
         .version = assignedValue(text, "VERSION_ID="),
         .versionText = assignedValue(text, "PRETTY_NAME="),
     };
-    if (system.name.isEmpty()) {
+    if (system.name.isEmpty())
         system.name = u"Linux"_s; // os-release(5) sets this default
-    }
-    if (system.versionText.isEmpty()) {
+    if (system.versionText.isEmpty())
         system.versionText = u"%1 %2"_s.arg(system.name, system.version).trimmed();
-    }
     return system;
 }
 

@@ -63,9 +63,8 @@ QSet<int> cpuList(const QByteArray& text) {
         bool lastIsNumber = false;
         const int first = ends.first().toInt(&firstIsNumber);
         const int last = ends.last().toInt(&lastIsNumber);
-        for (int cpu = first; firstIsNumber && lastIsNumber && cpu <= std::min(last, mostCpus); ++cpu) {
+        for (int cpu = first; firstIsNumber && lastIsNumber && cpu <= std::min(last, mostCpus); ++cpu)
             cpus.insert(cpu);
-        }
     }
     return cpus;
 }
@@ -77,9 +76,8 @@ QHash<int, qint64> capacityByCore(const QString& root) {
     QHash<int, qint64> cores;
     for (const QString& entry : QDir(folder).entryList({u"cpu[0-9]*"_s}, QDir::Dirs)) {
         QByteArray siblings = readSmallFile(folder + entry + u"/topology/core_cpus_list"_s);
-        if (siblings.isEmpty()) { // a kernel before 5.3
+        if (siblings.isEmpty()) // a kernel before 5.3
             siblings = readSmallFile(folder + entry + u"/topology/thread_siblings_list"_s);
-        }
         bool isNumber = false;
         const int cpu = entry.mid(3).toInt(&isNumber);
         if (isNumber && !siblings.isEmpty() && !siblingsSeen.contains(siblings)) {
@@ -94,9 +92,8 @@ QHash<int, qint64> capacityByCore(const QString& root) {
 
 std::optional<Cores> physicalCores(const QString& root) {
     const QHash<int, qint64> cores = capacityByCore(root);
-    if (cores.isEmpty()) {
+    if (cores.isEmpty())
         return std::nullopt;
-    }
     // x86 names its small cores; elsewhere they are those of clearly less capacity than the largest.
     const QSet<int> atoms = cpuList(readSmallFile(root + u"sys/devices/cpu_atom/cpus"_s));
     const qint64 largest = *std::max_element(cores.begin(), cores.end());
@@ -114,23 +111,20 @@ QByteArray processorName(const QString& root) {
     for (const QByteArrayView key : {"model name", "cpu model", "Hardware", "cpu\t", "uarch"}) {
         const QByteArrayView line = restOfLine(description, key);
         const QByteArrayView name = line.sliced(line.indexOf(':') + 1).trimmed();
-        if (!name.isEmpty()) {
+        if (!name.isEmpty())
             return name.toByteArray();
-        }
     }
     const QByteArrayList compatible = deviceTreeTexts(root, u"compatible"_s);
-    if (!compatible.isEmpty()) { // most general last: "brcm,bcm2711"
+    if (!compatible.isEmpty()) // most general last: "brcm,bcm2711"
         return compatible.last().mid(compatible.last().indexOf(',') + 1).toUpper();
-    }
     return architecture(root);
 }
 
 QByteArray modelIdentifier(const QString& root) {
     for (const QString& entry : {u"product_name"_s, u"board_name"_s}) {
         QByteArray text = firmwareText(root, entry);
-        if (!text.isEmpty()) {
+        if (!text.isEmpty())
             return text;
-        }
     }
     const QByteArrayList model = deviceTreeTexts(root, u"model"_s);
     return model.isEmpty() ? architecture(root) : model.first();
@@ -138,13 +132,11 @@ QByteArray modelIdentifier(const QString& root) {
 
 std::optional<QString> makersModelName(const QString& root) {
     const QByteArray maker = firmwareText(root, u"sys_vendor"_s).toUpper();
-    if (maker.startsWith("APPLE")) {
+    if (maker.startsWith("APPLE"))
         return std::nullopt;
-    }
     QByteArray name = maker.startsWith("LENOVO") ? firmwareText(root, u"product_version"_s) : QByteArray();
-    if (name.isEmpty()) {
+    if (name.isEmpty())
         name = modelIdentifier(root);
-    }
     return name.isEmpty() ? std::nullopt : std::optional(QString::fromUtf8(name));
 }
 

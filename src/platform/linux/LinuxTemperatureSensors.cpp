@@ -75,14 +75,12 @@ std::optional<QList<TemperatureReading>> LinuxTemperatureSensors::read() {
     if (readsSinceScan_ % readsPerLook == 0 || (sensorGone_ && readsSinceScan_ > readsPerLook)) {
         exists_ = QDir(folder_).exists();
         const QStringList folders = foldersByNumber(folder_, u"hwmon*"_s);
-        if (sensorGone_ || folders != folders_) {
+        if (sensorGone_ || folders != folders_)
             scan(folders);
-        }
     }
     ++readsSinceScan_;
-    if (!exists_) {
+    if (!exists_)
         return std::nullopt;
-    }
     QList<TemperatureReading> readings;
     for (Device& device : devices_) {
         readDevice(device);
@@ -99,9 +97,8 @@ void LinuxTemperatureSensors::scan(const QStringList& folders) {
     QHash<QString, int> devicesWithName;
     for (const QString& entry : folders) {
         found.push_back(findDevice(folder_, entry));
-        for (const FoundSensor& sensor : found.back().sensors) {
+        for (const FoundSensor& sensor : found.back().sensors)
             ++devicesWithName[hwmonSensorName(sensor.input)];
-        }
     }
     std::stable_partition(found.begin(), found.end(),
                           [](const FoundDevice& device) { return device.driver != u"nvme"; });
@@ -110,12 +107,10 @@ void LinuxTemperatureSensors::scan(const QStringList& folders) {
         Device device;
         for (const FoundSensor& sensor : each.sensors) {
             QString name = hwmonSensorName(sensor.input);
-            if (devicesWithName.value(name) > 1) {
+            if (devicesWithName.value(name) > 1)
                 name += u" (%1)"_s.arg(each.busName);
-            }
-            if (KeptFile input(sensor.path); input.isOpen()) {
+            if (KeptFile input(sensor.path); input.isOpen())
                 device.sensors.push_back({.name = name, .input = std::move(input)});
-            }
         }
         device.power = DevicePower(each.folder + u"device/"_s);
         devices_.push_back(std::move(device));
@@ -124,9 +119,8 @@ void LinuxTemperatureSensors::scan(const QStringList& folders) {
 
 void LinuxTemperatureSensors::readDevice(Device& device) {
     const bool isAsleep = device.power.isAsleep();
-    if (!isAsleep && device.power.isResting()) {
+    if (!isAsleep && device.power.isResting())
         return;
-    }
     device.lastReadings.clear();
     for (const Sensor& sensor : device.sensors) {
         std::array<char, 32> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
@@ -137,9 +131,8 @@ void LinuxTemperatureSensors::readDevice(Device& device) {
             {.product = sensor.name.isEmpty() ? std::nullopt : std::optional(sensor.name),
              .celsius = thousandths ? std::optional(static_cast<double>(*thousandths) / 1000) : std::nullopt});
     }
-    if (!isAsleep) {
+    if (!isAsleep)
         device.power.rest();
-    }
 }
 
 TemperatureSensors& TemperatureSensors::system() {

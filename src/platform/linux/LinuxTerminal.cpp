@@ -51,10 +51,9 @@ std::optional<TerminalCommand> terminalCommand(const QString& commandLine,
         if (executable.isEmpty())
             continue;
         QStringList arguments;
-        for (const QStringView option : terminal.options) {
+        for (const QStringView option : terminal.options)
             if (!option.isEmpty())
                 arguments += option.toString();
-        }
         arguments += {u"/bin/sh"_s, u"-c"_s, keepOpen.toString(), u"sh"_s, commandLine};
         return TerminalCommand{executable, arguments};
     }

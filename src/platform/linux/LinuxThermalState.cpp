@@ -38,9 +38,8 @@ void applyTrip(const QString& trip, qint64 temperature, ThermalState& state) {
                                       [&](const TripMeaning& each) { return type == each.type; });
     const auto threshold = numberIn(trip + u"temp"_s);
     // A trip point that nobody set stands at 0 or far below.
-    if (meaning == tripMeanings.end() || !threshold || *threshold <= 0) {
+    if (meaning == tripMeanings.end() || !threshold || *threshold <= 0)
         return;
-    }
     const ThermalState told = temperature >= *threshold ? meaning->state : ThermalState::nominal;
     state = state == ThermalState::unknown ? told : std::max(state, told);
 }
@@ -53,12 +52,10 @@ ThermalState readLinuxThermalState(const QString& root) {
     for (const QString& zone : QDir(zones).entryList({u"thermal_zone*"_s}, QDir::Dirs)) {
         const QString folder = zones + zone + u'/';
         const auto temperature = numberIn(folder + u"temp"_s);
-        if (!temperature) {
+        if (!temperature)
             continue;
-        }
-        for (int trip = 0; QFile::exists(u"%1trip_point_%2_type"_s.arg(folder).arg(trip)); ++trip) {
+        for (int trip = 0; QFile::exists(u"%1trip_point_%2_type"_s.arg(folder).arg(trip)); ++trip)
             applyTrip(u"%1trip_point_%2_"_s.arg(folder).arg(trip), *temperature, state);
-        }
     }
     return state;
 }

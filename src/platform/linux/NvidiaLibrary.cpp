@@ -39,27 +39,23 @@ bool NvidiaLibrary::open() {
 }
 
 void NvidiaLibrary::close() {
-    if (!isOpen_) {
+    if (!isOpen_)
         return;
-    }
     isOpen_ = false;
-    if (const auto end = resolve<Plain>(library_, "nvmlShutdown")) {
+    if (const auto end = resolve<Plain>(library_, "nvmlShutdown"))
         end();
-    }
 }
 
 std::optional<unsigned> NvidiaLibrary::utilisation(const QByteArray& pciAddress) {
-    if (!open()) {
+    if (!open())
         return std::nullopt;
-    }
     const auto findDevice = resolve<FindDevice>(library_, "nvmlDeviceGetHandleByPciBusId_v2");
     const auto readUtilisation = resolve<ReadUtilisation>(library_, "nvmlDeviceGetUtilizationRates");
     Device device = nullptr;
     Utilisation answer;
     if (findDevice == nullptr || readUtilisation == nullptr || findDevice(pciAddress.constData(), &device) != success ||
-        readUtilisation(device, &answer) != success) {
+        readUtilisation(device, &answer) != success)
         return std::nullopt;
-    }
     return answer.gpu;
 }
 

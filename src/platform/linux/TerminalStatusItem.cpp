@@ -34,10 +34,9 @@ constexpr QStringView otherSymbol = u"\u25cf";
 QByteArray lineOf(const StatusItemContent& content) {
     const auto* known = std::ranges::find(symbolCharacters, content.symbolName, &SymbolCharacter::symbolName);
     QString line = (known == symbolCharacters.end() ? otherSymbol : known->character).toString() + content.title;
-    for (QChar& c : line) {
+    for (QChar& c : line)
         if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
             c = QChar::ReplacementCharacter;
-    }
     return line.toUtf8() + '\n';
 }
 

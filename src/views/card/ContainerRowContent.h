@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/ColorRole.h"
 #include "ContainerInfo.h"
+#include "controls/ColorRole.h"
 
 #include <QList>
 #include <QString>

@@ -1,7 +1,7 @@
 #include "ServerCardContent.h"
 
-#include "controls/DisplayText.h"
 #include "FixedPoint.h"
+#include "controls/DisplayText.h"
 
 #include <algorithm>
 

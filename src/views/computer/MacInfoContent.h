@@ -1,8 +1,8 @@
 #pragma once
 
-#include "controls/ColorRole.h"
 #include "MacHardwareCollector.h"
 #include "MenuBarItem.h"
+#include "controls/ColorRole.h"
 #include "settings/PinListModel.h"
 
 #include <QList>

@@ -30,12 +30,11 @@ QString displayText(const QString& text) {
     }
     QString result;
     result.reserve(shown.size() + 1);
-    for (const QChar character : shown) {
+    for (const QChar character : shown)
         if (breaksLine(character))
             result += u' ';
         else if (!turnsDirection(character))
             result += character;
-    }
     result = std::move(result).trimmed();
     return cut ? result + QChar(0x2026) : result;
 }

@@ -69,10 +69,9 @@ void PinListModel::choose(Preset preset) {
 
 void PinListModel::takeOver() {
     const MenuBarItemSet before = std::exchange(pinned_, store_->settings().pinnedMenuBarItems);
-    for (int row = 0; row < rows; ++row) {
+    for (int row = 0; row < rows; ++row)
         if (pinned_.contains(itemOf(row)) != before.contains(itemOf(row)))
             Q_EMIT dataChanged(index(row), index(row), {PinnedRole});
-    }
 }
 
 } // namespace tarnwick

@@ -39,9 +39,8 @@ void SettingsModel::setShowMenuBarLabel(bool show) {
 
 void SettingsModel::setRefreshInterval(double seconds) {
     const double stop = tarnwick::refreshIntervalRange.nearestStop(seconds);
-    store_->editSettings(
-        [stop](AppSettings& settings) { settings.refreshIntervalSeconds = static_cast<qint64>(stop); },
-        ServerStore::Saving::later);
+    store_->editSettings([stop](AppSettings& settings) { settings.refreshIntervalSeconds = static_cast<qint64>(stop); },
+                         ServerStore::Saving::later);
 }
 
 void SettingsModel::setDiskThreshold(double percent) {
@@ -51,8 +50,7 @@ void SettingsModel::setDiskThreshold(double percent) {
 }
 
 void SettingsModel::setSoundAlerts(bool sound) {
-    store_->editSettings([sound](AppSettings& settings) { settings.soundAlerts = sound; },
-                         ServerStore::Saving::later);
+    store_->editSettings([sound](AppSettings& settings) { settings.soundAlerts = sound; }, ServerStore::Saving::later);
 }
 
 void SettingsModel::quit() {

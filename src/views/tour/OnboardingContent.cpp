@@ -1,9 +1,9 @@
 #include "OnboardingContent.h"
 
 #include "FixedPoint.h"
+#include "ProductLinks.h"
 #include "computer/MacInfoContent.h"
 #include "computer/MetricScale.h"
-#include "ProductLinks.h"
 
 #include <QStringList>
 
@@ -77,10 +77,9 @@ ServerMetrics demoMetrics() {
 
 QString liveMenuBarPreview(const MenuBarItemSet& pinned) {
     QStringList parts;
-    for (const Sample& sample : samples) {
+    for (const Sample& sample : samples)
         if (pinned.contains(sample.item))
             parts += sample.text.toString();
-    }
     return parts.isEmpty() ? u"Tarnwick"_s : parts.join(u" \u2022 ");
 }
 

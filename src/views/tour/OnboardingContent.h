@@ -1,9 +1,9 @@
 #pragma once
 
-#include "controls/ColorRole.h"
 #include "MacHardwareCollector.h"
 #include "MenuBarItem.h"
 #include "Server.h"
+#include "controls/ColorRole.h"
 
 #include <QList>
 #include <QString>

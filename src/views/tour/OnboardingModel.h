@@ -1,10 +1,10 @@
 #pragma once
 
-#include "card/CardActions.h"
 #include "OnboardingContent.h"
-#include "card/ServerCardContent.h"
 #include "ServerStore.h"
 #include "UIState.h"
+#include "card/CardActions.h"
+#include "card/ServerCardContent.h"
 
 #include <QObject>
 #include <QQmlParserStatus>

@@ -2,10 +2,9 @@
 
 #include "Popover.h"
 
-#include <QWindow>
-
 #include <QAbstractNativeEventFilter>
 #include <QSize>
+#include <QWindow>
 
 namespace tarnwick {
 

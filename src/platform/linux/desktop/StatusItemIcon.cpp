@@ -19,10 +19,9 @@ QImage statusItemIcon(const QString& symbolName, int pixels, const QColor& tint)
     QImage halo(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     halo.fill(Qt::transparent);
     QPainter haloPainter(&halo);
-    for (int dy = -reach; dy <= reach; dy += reach) {
+    for (int dy = -reach; dy <= reach; dy += reach)
         for (int dx = -reach; dx <= reach; dx += reach)
             haloPainter.drawImage(reach + dx, reach + dy, shadow);
-    }
     haloPainter.end();
 
     QImage icon(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
