@@ -1,6 +1,9 @@
 # The commands of this project; each installs what it needs first. See README.md.
 
-.PHONY: run demo build test lint bench screenshots package clean
+.PHONY: run demo build test lint bench bench-build screenshots package clean
+
+# While it compiles: how much of it is done, and since when.
+export NINJA_STATUS = [%p, %e s] 
 
 run: build
 	build/tarnwick
@@ -10,36 +13,36 @@ demo: build
 	scripts/demo build/tarnwick
 
 build:
-	scripts/install-packages build
-	cmake --preset release
-	cmake --build --preset release
+	@scripts/install-packages build
+	@scripts/compile release
 
 test:
-	scripts/install-packages build test
-	cmake --preset test
-	cmake --build --preset test
+	@scripts/install-packages build test
+	@scripts/compile test
 	ctest --preset test
 
 lint:
-	scripts/install-packages build test lint
-	cmake --preset test
+	@scripts/install-packages build test lint
+	cmake --preset test --log-level=WARNING
 	scripts/lint
 
 bench:
-	scripts/install-packages build bench
-	cmake --preset bench
-	cmake --build --preset bench
+	@scripts/install-packages build bench
+	@scripts/compile bench
 	scripts/bench
 
+bench-build:
+	@scripts/install-packages build test
+	scripts/bench-build
+
 screenshots:
-	scripts/install-packages build test bench
-	cmake --preset bench
-	cmake --build --preset bench --target tarnwick screenshots symbol-sheet
+	@scripts/install-packages build test bench
+	@scripts/compile bench --target tarnwick screenshots symbol-sheet
 	build-bench/tools/screenshots docs/images
 	build-bench/tools/symbol-sheet docs/images/symbols.png
 
 package: build
-	scripts/install-packages package
+	@scripts/install-packages package
 	scripts/package
 
 clean:
