@@ -33,17 +33,6 @@ Host mail
     Port 2222
 )";
 
-/// What `df -P -k /` prints of a disk of this size, so full.
-QByteArray disk(qint64 gibibytes, int percent) {
-    const qint64 total = gibibytes * 1024 * 1024;
-    const qint64 used = total / 100 * percent;
-    return u"Filesystem 1024-blocks Used Available Capacity Mounted on\n/dev/vda1 %1 %2 %3 %4% /\n"_s.arg(total)
-        .arg(used)
-        .arg(total - used)
-        .arg(percent)
-        .toLatin1();
-}
-
 Server workstation() {
     Server server;
     server.id = QUuid::createUuid();
@@ -56,13 +45,11 @@ Server workstation() {
 
 } // namespace
 
-PictureHost::PictureHost(const QString& name, const QByteArray& diskReport, QByteArrayView idlePercent,
-                         QByteArrayView containers)
+PictureHost::PictureHost(const QString& name, Disk disk, const QByteArray& idle, QByteArrayView containers)
     : name_(name) {
     StandIns& standIns = ssh_.standIns();
-    if (!standIns.addRecording(u"df"_s, diskReport) || !standIns.addDocker(containers.toByteArray()) ||
-        !standIns.addRecording(u"top"_s, "%Cpu(s):  1.0 us,  0.0 sy,  0.0 ni, " + idlePercent.toByteArray() +
-                                             " id,  0.0 wa,  0.0 hi,  0.0 si,  0.0 st\n"))
+    if (!standIns.addDisk(disk.gibibytes, disk.percent) || !standIns.addProcessor(idle) ||
+        !standIns.addDocker(containers.toByteArray()))
         throw std::runtime_error("Cannot write stand-ins");
 }
 
@@ -87,9 +74,9 @@ Server PictureHost::entry() const {
 }
 
 PictureFleet::PictureFleet()
-    : web_(u"web-1"_s, disk(160, 85), "62.0", shop)
-    , worker_(u"worker-2"_s, disk(80, 23), "94.0", jobs)
-    , backup_(u"backup"_s, disk(80, 23), "94.0", {}) {}
+    : web_(u"web-1"_s, {160, 85}, "62.0", shop)
+    , worker_(u"worker-2"_s, {80, 23}, "94.0", jobs)
+    , backup_(u"backup"_s, {80, 23}, "94.0", {}) {}
 
 void PictureFleet::start(const UserHome& home) {
     web_.start();

@@ -23,8 +23,12 @@ struct Setting {
 /// throws std::runtime_error.
 class PictureHost {
 public:
-    PictureHost(const QString& name, const QByteArray& diskReport, QByteArrayView idlePercent,
-                QByteArrayView containers);
+    struct Disk {
+        int gibibytes;
+        int percent; ///< used
+    };
+
+    PictureHost(const QString& name, Disk disk, const QByteArray& idle, QByteArrayView containers);
 
     void start(QStringView forceCommand = {});
     [[nodiscard]] QString configuration() const;

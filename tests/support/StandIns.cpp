@@ -30,9 +30,21 @@ bool StandIns::addRecording(const QString& name, const QByteArray& output) {
 }
 
 bool StandIns::addDocker(const QByteArray& rows) {
-    const QString docker = folder_.filePath(u"docker"_s);
-    return write(folder_.filePath(u"containers.tsv"_s), rows) &&
-           (QFile::exists(docker) || QFile::copy(QStringLiteral(TARNWICK_DOCKER), docker));
+    return install(u"docker"_s, u"containers.tsv"_s, rows);
+}
+
+bool StandIns::addDisk(int gibibytes, int percent) {
+    return install(u"df"_s, u"disk"_s, u"%1 %2\n"_s.arg(gibibytes).arg(percent).toLatin1());
+}
+
+bool StandIns::addProcessor(const QByteArray& idle) {
+    return install(u"top"_s, u"idle"_s, idle + '\n');
+}
+
+bool StandIns::install(const QString& name, const QString& file, const QByteArray& content) {
+    const QString path = folder_.filePath(name);
+    return write(folder_.filePath(file), content) &&
+           (QFile::exists(path) || QFile::copy(QStringLiteral(TARNWICK_STAND_INS "/") + name, path));
 }
 
 QStringList StandIns::restarts() const {

@@ -22,10 +22,17 @@ public:
     /// tabs. It fills the template of `ps --format` with them; `restart` notes the words after it, and starts the
     /// container; it fails for one that has no row.
     [[nodiscard]] bool addDocker(const QByteArray& rows);
+    /// A `df` of one disk of that size in GiB, so many percent full.
+    [[nodiscard]] bool addDisk(int gibibytes, int percent);
+    /// A `top` of a processor that is idle for this share of its time: percent, as "94.0".
+    [[nodiscard]] bool addProcessor(const QByteArray& idle);
     /// One entry for each `docker restart`, oldest first.
     [[nodiscard]] QStringList restarts() const;
 
 private:
+    /// The stand-in of that name, with what it reads in a file beside it.
+    [[nodiscard]] bool install(const QString& name, const QString& file, const QByteArray& content);
+
     QTemporaryDir folder_;
 };
 
