@@ -65,9 +65,8 @@ int main(int argc, char* argv[]) {
     }
     const QString path = QCoreApplication::arguments().at(1);
     const double first = launch(path);
-    std::vector<double> times;
-    for (int i = 0; i < 11; ++i)
-        times.push_back(launch(path));
+    std::vector<double> times(11);
+    std::ranges::generate(times, [&path] { return launch(path); });
     std::ranges::sort(times);
     figures::report(
         "first launch: process start to the tour's picture, median", times[5], "ms", 250,
