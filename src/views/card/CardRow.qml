@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tarnwick
 
 /// A full-width row of a card to press: a symbol, a text, a word and a symbol at the end.
-T.AbstractButton {
+Pressable {
     id: root
 
     property string symbol
@@ -12,15 +11,6 @@ T.AbstractButton {
     property color endTint: Theme.secondary
 
     implicitHeight: 32
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
-
-    background: Rectangle {
-        radius: Theme.radiusControl
-        color: root.down ? Theme.layer(0.08) : root.hovered ? Theme.layer(0.03) : "transparent"
-        border.width: root.visualFocus ? 2 : 0
-        border.color: Theme.blue
-    }
 
     Symbol {
         id: start

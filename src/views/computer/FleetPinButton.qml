@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tarnwick
 
 /// The fleet summary to press: it pins itself to the status item, or unpins itself.
-T.AbstractButton {
+Pressable {
     id: root
 
     required property fleetPinRow fleet
@@ -15,15 +14,9 @@ T.AbstractButton {
     Accessible.description: fleet.example
     Accessible.checkable: true
     Accessible.checked: fleet.isPinned
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    radius: Theme.radiusRow
+    fill: Theme.layer(0.03)
 
-    background: Rectangle {
-        radius: Theme.radiusRow
-        color: Theme.layer(root.down ? 0.11 : root.hovered ? 0.06 : 0.03)
-        border.width: root.visualFocus ? 2 : 0
-        border.color: Theme.blue
-    }
     contentItem: Item {
         Symbol {
             x: 10

@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Tarnwick
 
 /// Every temperature sensor, under a line that opens and closes their list.
@@ -16,25 +15,18 @@ Rectangle {
     radius: Theme.radiusCard
     color: Theme.layer(0.04)
 
-    T.AbstractButton {
+    Pressable {
         id: header
 
         objectName: "sensors"
         width: parent.width
         height: 34
+        radius: root.radius
         text: root.content.sensorsCaption
         Accessible.checkable: true
         Accessible.checked: root.content.showsSensors
-        Keys.onReturnPressed: clicked()
-        Keys.onEnterPressed: clicked()
         onClicked: root.toggled()
 
-        background: Rectangle {
-            radius: root.radius
-            color: header.down ? Theme.layer(0.08) : header.hovered ? Theme.layer(0.03) : "transparent"
-            border.width: header.visualFocus ? 2 : 0
-            border.color: Theme.blue
-        }
         contentItem: Item {
             Symbol {
                 x: 12

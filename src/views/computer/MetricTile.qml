@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tarnwick
 
 /// A live metric to press: it pins itself to the status item, or unpins itself.
-T.AbstractButton {
+Pressable {
     id: root
 
     required property macTile tile
@@ -15,21 +14,11 @@ T.AbstractButton {
     Accessible.description: tile.spoken
     Accessible.checkable: true
     Accessible.checked: tile.isPinned
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    radius: Theme.radiusCard
+    fill: tile.isPinned ? Theme.translucent(Theme.blue, 0.08) : Theme.layer(0.03)
+    edge: tile.isPinned ? Theme.translucent(Theme.blue, 0.4) : "transparent"
+    help: tile.help
 
-    background: Rectangle {
-        radius: Theme.radiusCard
-        color: root.tile.isPinned ? Theme.translucent(Theme.blue, 0.08) : Theme.layer(0.03)
-        border.width: root.visualFocus ? 2 : root.tile.isPinned ? 1 : 0
-        border.color: root.visualFocus ? Theme.blue : Theme.translucent(Theme.blue, 0.4)
-
-        Rectangle {
-            anchors.fill: parent
-            radius: parent.radius
-            color: root.down ? Theme.layer(0.08) : root.hovered ? Theme.layer(0.03) : "transparent"
-        }
-    }
     contentItem: Item {
         PlainText {
             x: 10
@@ -78,10 +67,5 @@ T.AbstractButton {
             color: Theme.textColor(ColorRole.Blue)
             Accessible.ignored: true
         }
-    }
-
-    HelpTip {
-        text: root.tile.help
-        wanted: root.hovered || root.visualFocus
     }
 }

@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tarnwick
 
 /// A checkbox that is as wide as its line: a label, and at the line's end a detail when there is one. The toolkit's own
 /// checkbox loses memory with each one that is made while a screen reader listens.
-T.AbstractButton {
+Pressable {
     id: root
 
     property string symbol
@@ -13,20 +12,13 @@ T.AbstractButton {
     property color detailTint: Theme.secondary
     property int textWeight: Font.Normal
 
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 22
     spacing: 8
     leftPadding: 16 + spacing
     checkable: true
     Accessible.role: Accessible.CheckBox
-    Keys.onReturnPressed: press()
-    Keys.onEnterPressed: press()
 
-    function press() {
-        toggle();
-        toggled();
-    }
-
+    background: null
     indicator: Rectangle {
         y: (root.height - height) / 2
         width: 16
@@ -48,15 +40,8 @@ T.AbstractButton {
             radius: parent.radius
             color: root.down ? Theme.layer(0.14) : root.hovered ? Theme.layer(0.06) : "transparent"
         }
-        // The ring stands off the box, so that it shows on a filled one.
-        Rectangle {
-            anchors.fill: parent
-            anchors.margins: -3
+        FocusRing {
             visible: root.visualFocus
-            radius: parent.radius + 3
-            color: "transparent"
-            border.width: 2
-            border.color: Theme.blue
         }
     }
     contentItem: Item {

@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tarnwick
 
 /// A symbol to press. Its `text` is the help text and the accessible name. While `busy`, a spinner takes the symbol's
 /// place.
-T.AbstractButton {
+Pressable {
     id: root
 
     property string symbol
@@ -16,15 +15,10 @@ T.AbstractButton {
 
     implicitWidth: 24
     implicitHeight: 24
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    hoverLayer: 0.08
+    pressLayer: 0.14
+    help: text
 
-    background: Rectangle {
-        radius: Theme.radiusControl
-        color: root.down ? Theme.layer(0.14) : root.hovered && root.enabled ? Theme.layer(0.08) : "transparent"
-        border.width: root.visualFocus ? 2 : 0
-        border.color: Theme.blue
-    }
     contentItem: Item {
         Symbol {
             anchors.centerIn: parent
@@ -38,10 +32,5 @@ T.AbstractButton {
             anchors.centerIn: parent
             visible: root.busy
         }
-    }
-
-    HelpTip {
-        text: root.text
-        wanted: root.hovered || root.visualFocus
     }
 }

@@ -1,55 +1,37 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tarnwick
 
 /// A bordered button: a symbol, when it has one, and a text.
-T.AbstractButton {
+Pressable {
     id: root
 
     property string symbol
-    property string help
     property real textSize: 11
     property color tint: Theme.primary
 
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 24
     horizontalPadding: 10
     opacity: enabled ? 1 : 0.45
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    fill: Theme.button
+    edge: Theme.buttonEdge
+    hoverLayer: 0.04
+    pressLayer: 0.1
 
-    background: Item {
-        // A soft edge below stands for the shadow.
-        Rectangle {
-            y: 1
-            width: parent.width
-            height: parent.height
-            radius: Theme.radiusControl
-            color: Theme.layer(0.06)
-            visible: !Theme.dark
-        }
-        Rectangle {
-            anchors.fill: parent
-            radius: Theme.radiusControl
-            color: Theme.button
-            border.width: root.visualFocus ? 2 : 1
-            border.color: root.visualFocus ? Theme.blue : Theme.buttonEdge
-        }
-        Rectangle {
-            anchors.fill: parent
-            radius: Theme.radiusControl
-            color: root.down ? Theme.layer(0.1) : root.hovered ? Theme.layer(0.04) : "transparent"
-        }
+    // A soft edge, like a shadow, below the background, whose z is -1.
+    Rectangle {
+        y: 1
+        z: -2
+        width: root.width
+        height: root.height
+        radius: root.radius
+        color: Theme.layer(0.06)
+        visible: !Theme.dark
     }
+
     contentItem: SymbolLabel {
         symbol: root.symbol
         text: root.text
         textSize: root.textSize
         tint: root.tint
-    }
-
-    HelpTip {
-        text: root.help
-        wanted: root.hovered || root.visualFocus
     }
 }

@@ -1,21 +1,14 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tarnwick
 
 /// A whole block to press, which leads elsewhere.
-T.AbstractButton {
+Pressable {
     id: root
 
     implicitHeight: 36
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    radius: Theme.radiusCard
+    fill: Theme.layer(0.04)
 
-    background: Rectangle {
-        radius: Theme.radiusCard
-        color: root.down ? Theme.layer(0.12) : root.hovered ? Theme.layer(0.07) : Theme.layer(0.04)
-        border.width: root.visualFocus ? 2 : 0
-        border.color: Theme.blue
-    }
     contentItem: Item {
         Symbol {
             id: mark
