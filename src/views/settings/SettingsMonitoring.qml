@@ -7,8 +7,6 @@ Block {
 
     required property SettingsModel settings
 
-    spacing: 8
-
     PlainText {
         text: "Monitoring Preferences"
         size: 12

@@ -10,6 +10,8 @@ Block {
     required property SettingsModel settings
     required property PinListModel pins
 
+    spacing: 0
+
     Item {
         width: parent.width
         height: 24

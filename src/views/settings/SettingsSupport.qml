@@ -7,8 +7,6 @@ Block {
 
     required property SettingsModel settings
 
-    spacing: 8
-
     Item {
         width: parent.width
         height: 18

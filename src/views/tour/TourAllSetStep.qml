@@ -28,7 +28,7 @@ Item {
             titleSize: 22
             lineSize: 13
         }
-        TourBlock {
+        Block {
             width: parent.width
             padding: 14
             color: Theme.translucent(Theme.green, 0.1)
@@ -79,7 +79,7 @@ Item {
             onClicked: root.tour.complete()
             Component.onCompleted: forceActiveFocus(Qt.OtherFocusReason)
         }
-        TourBlock {
+        Block {
             width: parent.width
             padding: 14
 

@@ -48,7 +48,7 @@ Item {
                 color: Theme.secondary
             }
         }
-        TourBlock {
+        Block {
             width: parent.width
 
             SectionHeading {
@@ -63,7 +63,7 @@ Item {
                 first: 0
             }
         }
-        TourBlock {
+        Block {
             width: parent.width
 
             SectionHeading {

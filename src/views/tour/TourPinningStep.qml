@@ -28,7 +28,7 @@ Item {
             width: parent.width
             preview: root.tour.content.menuBarPreview
         }
-        TourBlock {
+        Block {
             width: parent.width
             spacing: 2
 

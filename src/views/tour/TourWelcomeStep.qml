@@ -27,7 +27,7 @@ Item {
             lineSize: 13
             longestLine: 380
         }
-        TourBlock {
+        Block {
             width: parent.width
             padding: 16
             spacing: 14
