@@ -33,7 +33,7 @@ Rectangle {
             width: parent.width
             popover: root.popover
             ui: root.ui
-            topRadius: root.radius
+            radius: root.radius
         }
         Divider {
             width: parent.width
@@ -55,7 +55,7 @@ Rectangle {
         PopoverFooter {
             width: parent.width
             popover: root.popover
-            bottomRadius: root.radius
+            radius: root.radius
         }
     }
     Rectangle {

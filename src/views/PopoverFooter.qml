@@ -4,22 +4,15 @@ import QtQuick
 import Tarnwick
 
 /// The popover's foot: when all servers were last refreshed, and the links.
-Item {
+Band {
     id: root
 
     required property PopoverModel popover
-    property real bottomRadius: 0
 
     implicitHeight: 32
-    clip: true
+    isFoot: true
+    color: Theme.layer(0.02)
 
-    Rectangle {
-        y: -radius
-        width: parent.width
-        height: parent.height + radius
-        radius: root.bottomRadius
-        color: Theme.layer(0.02)
-    }
     PlainText {
         x: 14
         anchors.verticalCenter: parent.verticalCenter

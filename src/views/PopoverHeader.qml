@@ -2,22 +2,14 @@ import QtQuick
 import Tarnwick
 
 /// The popover's head: the product mark and four buttons.
-Item {
+Band {
     id: root
 
     required property PopoverModel popover
     required property UIState ui
-    property real topRadius: 0
 
     implicitHeight: 48
-    clip: true
 
-    Rectangle {
-        width: parent.width
-        height: parent.height + radius
-        radius: root.topRadius
-        color: Theme.layer(0.03)
-    }
     SymbolLabel {
         x: 14
         anchors.verticalCenter: parent.verticalCenter

@@ -30,19 +30,13 @@ FocusScope {
         store: root.store
     }
 
-    Item {
+    Band {
         id: header
 
         width: root.width
         height: 58
-        clip: true
+        radius: root.topRadius
 
-        Rectangle {
-            width: parent.width
-            height: parent.height + radius
-            radius: root.topRadius
-            color: Theme.layer(0.03)
-        }
         Rectangle {
             x: 14
             anchors.verticalCenter: parent.verticalCenter

@@ -36,19 +36,13 @@ FocusScope {
         radius: root.radius
         color: Theme.window
     }
-    Item {
+    Band {
         id: header
 
         width: root.width
         height: 56
-        clip: true
+        radius: root.radius
 
-        Rectangle {
-            width: parent.width
-            height: parent.height + radius
-            radius: root.radius
-            color: Theme.layer(0.03)
-        }
         ApplicationIcon {
             id: icon
 
@@ -128,21 +122,15 @@ FocusScope {
         y: navigation.y - 1
         width: root.width
     }
-    Item {
+    Band {
         id: navigation
 
         y: root.height - height
         width: root.width
         height: 50
-        clip: true
+        radius: root.radius
+        isFoot: true
 
-        Rectangle {
-            y: -radius
-            width: parent.width
-            height: parent.height + radius
-            radius: root.radius
-            color: Theme.layer(0.03)
-        }
         PushButton {
             objectName: "back"
             x: 18
