@@ -2,16 +2,9 @@
 
 #include "FixedPoint.h"
 
-#include <algorithm>
-#include <cmath>
-
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
-
-double SliderRange::nearestStop(double value) const {
-    return std::clamp(from + std::round((value - from) / step) * step, from, to);
-}
 
 SettingsContent settingsContent(const AppSettings& settings) {
     return {.showMenuBarLabel = settings.showMenuBarLabel,

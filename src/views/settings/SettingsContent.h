@@ -1,28 +1,12 @@
 #pragma once
 
 #include "AppSettings.h"
+#include "controls/SliderRange.h"
 
 #include <QString>
 #include <QtQmlIntegration>
 
 namespace tarnwick {
-
-/// The stops of a slider: from `from` to `to` in steps of `step`.
-struct SliderRange {
-    Q_GADGET
-    QML_VALUE_TYPE(sliderRange)
-    Q_PROPERTY(double from MEMBER from)
-    Q_PROPERTY(double to MEMBER to)
-    Q_PROPERTY(double step MEMBER step)
-
-public:
-    double from;
-    double to;
-    double step;
-
-    /// The stop that is nearest to `value`.
-    [[nodiscard]] double nearestStop(double value) const;
-};
 
 inline constexpr SliderRange refreshIntervalRange{.from = 10, .to = 120, .step = 5};
 inline constexpr SliderRange diskThresholdRange{.from = 70, .to = 98, .step = 1};
