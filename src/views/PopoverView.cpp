@@ -1,6 +1,6 @@
 #include "PopoverView.h"
 
-#include "controls/IdleAccessibility.h"
+#include "controls/AccessibilityStandIns.h"
 
 #include <QKeyEvent>
 #include <QQmlEngine>
@@ -16,7 +16,7 @@ namespace tarnwick {
 
 void configureQuick() {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    spareIdleAccessibility();
+    installAccessibilityStandIns();
     // A static library's types register themselves only where something refers to their registration.
     static void (*volatile const registration)() = &qml_register_types_Tarnwick;
     Q_UNUSED(registration)

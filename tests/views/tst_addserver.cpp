@@ -110,7 +110,7 @@ private Q_SLOTS:
         web.host = u"10.0.0.5"_s;
         Server db = StoreRig::server(u"DB"_s);
         db.host = u"db.example"_s;
-        QTEST(FleetNames({web, db}).contains({alias, hostname, u"root"_s, 22, std::nullopt}), "expected");
+        QTEST(FleetIndex({web, db}).contains({alias, hostname, u"root"_s, 22, std::nullopt}), "expected");
     }
 
     void savesAndResets() {

@@ -25,7 +25,7 @@ DetectedHost detectedHost(const SSHConfigHost& host, bool isAdded) {
             .isAdded = isAdded};
 }
 
-FleetNames::FleetNames(const QList<Server>& servers) {
+FleetIndex::FleetIndex(const QList<Server>& servers) {
     hosts_.reserve(servers.size());
     names_.reserve(servers.size());
     for (const Server& server : servers) {
@@ -34,7 +34,7 @@ FleetNames::FleetNames(const QList<Server>& servers) {
     }
 }
 
-bool FleetNames::contains(const SSHConfigHost& host) const {
+bool FleetIndex::contains(const SSHConfigHost& host) const {
     return hosts_.contains(host.hostname) || names_.contains(host.alias);
 }
 

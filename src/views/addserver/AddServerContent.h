@@ -29,10 +29,10 @@ public:
 
 [[nodiscard]] DetectedHost detectedHost(const SSHConfigHost& host, bool isAdded);
 
-/// The names and the addresses of a fleet: tells in constant time which detected hosts it has already.
-class FleetNames {
+/// The names and addresses of a fleet's servers, to find in constant time whether the fleet has a detected host.
+class FleetIndex {
 public:
-    explicit FleetNames(const QList<Server>& servers);
+    explicit FleetIndex(const QList<Server>& servers);
     /// A server has the host's address or is named like its alias, letter for letter.
     [[nodiscard]] bool contains(const SSHConfigHost& host) const;
 

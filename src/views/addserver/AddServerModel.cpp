@@ -31,7 +31,7 @@ void AddServerModel::markAddedSoon() {
 
 void AddServerModel::markAdded() {
     markingPending_ = false;
-    hosts_.markAdded(FleetNames(store_->servers()));
+    hosts_.markAdded(FleetIndex(store_->servers()));
 }
 
 void AddServerModel::saveManual() {

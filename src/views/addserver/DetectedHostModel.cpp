@@ -23,7 +23,7 @@ QHash<int, QByteArray> DetectedHostModel::roleNames() const {
     return {{HostRole, "host"}};
 }
 
-void DetectedHostModel::markAdded(const FleetNames& fleet) {
+void DetectedHostModel::markAdded(const FleetIndex& fleet) {
     for (qsizetype place = 0; place < rows_.size(); ++place) {
         const bool isAdded = fleet.contains(rows_[place].host);
         if (isAdded == rows_[place].isAdded)

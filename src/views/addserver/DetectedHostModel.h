@@ -24,7 +24,7 @@ public:
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
     /// Marks the hosts that `fleet` contains, and no others, as added.
-    void markAdded(const FleetNames& fleet);
+    void markAdded(const FleetIndex& fleet);
     /// Absent for no row, and for a host that is added already.
     [[nodiscard]] std::optional<SSHConfigHost> importableHost(int row) const;
 

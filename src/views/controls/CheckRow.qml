@@ -1,8 +1,8 @@
 import QtQuick
 import Tarnwick
 
-/// A checkbox that is as wide as its line: a label, and at the line's end a detail when there is one. The toolkit's own
-/// checkbox loses memory with each one that is made while a screen reader listens.
+/// A checkbox as wide as its line, with a label and, at the end of the line, an optional detail. The toolkit's own
+/// checkbox leaks memory with each instance that is made while a screen reader runs.
 Pressable {
     id: root
 

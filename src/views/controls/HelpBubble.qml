@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick
 
-/// The bubble of a help text: below the item it fills or, where there is no room, above.
+/// A help text in a bubble below this item, or above it where there is no room.
 Item {
     id: root
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Tarnwick
 
-/// How cards move to their new places. A card that was still fading in goes on to be whole.
+/// How the rows of a list move to their new places. A row that was still fading in becomes fully visible as it moves.
 Transition {
     id: root
 

@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// The open ring of a progress indicator. It turns by `angle`, not by the item's rotation: so its edge stays smooth.
+/// The open ring of a progress indicator. `angle` turns it and keeps its edge smooth; rotating the item would not.
 class ProgressArc : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

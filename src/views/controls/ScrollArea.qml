@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick
 
-/// A column of content that scrolls when it is higher than there is room; what takes the keyboard comes into view.
+/// A column that scrolls when it is higher than its room. It scrolls to the control that gets the keyboard focus.
 Flickable {
     id: root
 

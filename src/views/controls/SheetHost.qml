@@ -4,19 +4,19 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick
 
-/// The place of one sheet over its window: it dims what is below, keeps the keyboard inside, and asks to be dismissed
-/// by Escape. Sheets stack in the order in which they were presented. The content is built anew each time.
+/// Shows one sheet over the window. It dims what is below, keeps the keyboard focus inside, and asks to be dismissed
+/// when Escape is pressed. Later sheets lie over earlier ones. The sheet is built each time it is presented.
 T.Popup {
     id: root
 
-    /// Its implicit size is the sheet's.
+    /// Its implicit size is the size of the sheet.
     property Component sheet
     property bool presented: false
     property real radius: 0
     readonly property size room: visible ? Qt.size(implicitWidth, implicitHeight) : Qt.size(0, 0)
     /// The sheet while it is presented.
     property Item shown: null
-    /// Gets the keyboard back.
+    /// Gets the keyboard focus back when the sheet closes.
     property Item focusedBefore: null
     signal dismissed
 

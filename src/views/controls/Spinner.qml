@@ -1,7 +1,8 @@
 import QtQuick
 import Tarnwick
 
-/// A small turning progress indicator. It stands still, and costs nothing, while it is not visible.
+/// A small turning progress indicator. While it is invisible it does not turn, and costs
+/// nothing.
 ProgressArc {
     id: root
 

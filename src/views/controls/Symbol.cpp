@@ -25,7 +25,7 @@ void Symbol::setColor(const QColor& color) {
 QImage Symbol::drawing(int pixels) const {
     if (name_.isEmpty())
         return {};
-    // The same few drawings stand on every card.
+    // Views show the same few drawings many times.
     const QString key = name_ + u'/' + QString::number(pixels) + u'/' + QString::number(color_.rgba(), 16);
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {

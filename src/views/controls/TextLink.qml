@@ -1,7 +1,7 @@
 import QtQuick
 import Tarnwick
 
-/// A text that leads to a page on the web.
+/// A text that opens a page on the web when it is pressed.
 Pressable {
     id: root
 

@@ -25,7 +25,7 @@ QtObject {
 
     readonly property color primary: layer(dark ? 0.92 : 0.88)
     readonly property color secondary: layer(dark ? 0.6 : 0.56)
-    /// Small text that stands back further, such as prompts: still 4.5 : 1.
+    /// For small text of less weight than `secondary`, such as prompts: still 4.5 : 1.
     readonly property color faint: layer(0.55)
     readonly property color tertiary: layer(dark ? 0.36 : 0.34)
 

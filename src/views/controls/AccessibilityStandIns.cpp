@@ -1,4 +1,4 @@
-#include "IdleAccessibility.h"
+#include "AccessibilityStandIns.h"
 
 #include <QAccessible>
 #include <QAccessibleObject>
@@ -16,7 +16,7 @@ public:
     ~StandIn() override { all().remove(this); }
     Q_DISABLE_COPY_MOVE(StandIn)
 
-    /// All that are in Qt's cache of interfaces, which owns them.
+    /// Every stand-in in Qt's cache of interfaces. The cache owns them.
     static QSet<StandIn*>& all() {
         static QSet<StandIn*> instances;
         return instances;
@@ -60,7 +60,7 @@ QAccessibleInterface* standIn(const QString& className, QObject* object) {
 
 } // namespace
 
-void spareIdleAccessibility() {
+void installAccessibilityStandIns() {
     Activation::instance();
     QAccessible::installFactory(standIn);
 }
