@@ -42,7 +42,7 @@ int main(int argc, char* argv[]) {
     KernelReadings& kernel = KernelReadings::system();
     QList<Server> servers(10);
     AppSettings settings;
-    settings.pinnedMenuBarItems = PinPreset::all();
+    settings.pinnedMenuBarItems = pins(PinPreset::All);
 
     const auto tick = [&] {
         return composeStatusItemLabel(servers, settings, MacHardwareCollector::queryQuickThermals(sensors),

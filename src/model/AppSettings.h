@@ -11,7 +11,7 @@ struct AppSettings {
     double alertDiskThresholdPercent = 90.0; ///< disk use at which an alert is raised
     double alertRamThresholdPercent = 95.0;  ///< memory use at which an alert is raised
     bool showMenuBarLabel = true;            ///< text beside the status item's icon
-    MenuBarItemSet pinnedMenuBarItems = PinPreset::standard(); ///< may be empty
+    MenuBarItemSet pinnedMenuBarItems = pins(PinPreset::Standard); ///< may be empty
     bool soundAlerts = true;
     bool launchAtLogin = false;               ///< stored only
     Instant firstLaunchDate = Instant::now(); ///< stored only

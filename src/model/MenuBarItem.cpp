@@ -2,25 +2,54 @@
 
 namespace tarnwick {
 
+using enum MenuBarItem;
+
 namespace {
-struct Row {
-    MenuBarItem item;
+
+struct ItemRow {
     QStringView rawValue;
     QStringView title;
+    QStringView menuCaption;
+    QStringView symbol;
+    QStringView labelSymbol;
     QStringView previewExample;
+    QStringView tourExample;
 };
-constexpr std::array rows{
-    Row{MenuBarItem::socTemp, u"socTemp", u"Mac SoC Average Temp", u"36\u00b0C"},
-    Row{MenuBarItem::peakTemp, u"peakTemp", u"Peak Core / Hotspot Temp", u"Peak 42\u00b0C"},
-    Row{MenuBarItem::ssdTemp, u"ssdTemp", u"SSD Storage Temp", u"SSD 32\u00b0C"},
-    Row{MenuBarItem::cpuUsage, u"cpuUsage", u"Mac CPU Usage", u"CPU 12%"},
-    Row{MenuBarItem::gpuUsage, u"gpuUsage", u"Mac GPU Usage", u"GPU 8%"},
-    Row{MenuBarItem::ramUsage, u"ramUsage", u"Mac RAM Usage", u"RAM 42%"},
-    Row{MenuBarItem::serverStatus, u"serverStatus", u"Server Fleet Status", u"2 OK"},
+
+// clang-format off
+constexpr std::array<ItemRow, allMenuBarItems.size()> itemRows{{
+    {u"socTemp", u"Mac SoC Average Temp", u"Mac SoC Average Temp", u"thermometer.medium", u"thermometer.medium", u"36\u00b0C", u"36\u00b0C"},
+    {u"peakTemp", u"Peak Core / Hotspot Temp", u"Hotspot / Peak Core Temp", u"flame", u"flame.fill", u"Peak 42\u00b0C", u"Peak 42\u00b0C"},
+    {u"ssdTemp", u"SSD Storage Temp", u"SSD Storage Temp", u"internaldrive", u"internaldrive", u"SSD 32\u00b0C", u"SSD 32\u00b0C"},
+    {u"cpuUsage", u"Mac CPU Usage", u"Mac CPU Usage", u"cpu", u"cpu", u"CPU 12%", u"CPU 12%"},
+    {u"gpuUsage", u"Mac GPU Usage", u"Mac GPU Usage", u"square.grid.2x2", u"square.grid.2x2", u"GPU 8%", u"GPU 8%"},
+    {u"ramUsage", u"Mac RAM Usage", u"Mac RAM Usage", u"memorychip", u"memorychip", u"RAM 42%", u"RAM 69%"},
+    {u"serverStatus", u"Server Fleet Status", u"Server Fleet Status", u"server.rack", u"waveform.path.ecg", u"2 OK", u"2 OK"},
+}};
+
+struct PresetRow {
+    QStringView symbol;
+    QStringView menuCaption;
+    QStringView sheetCaption;
+    QStringView settingsCaption;
+    QStringView tourCaption;
 };
-const Row& row(MenuBarItem item) {
-    return rows.at(static_cast<size_t>(item));
+constexpr std::array<PresetRow, allPinPresets.size()> presetRows{{
+    {u"pin.fill", u"Pin All Metrics (All 7)", u"Pin All (7 Items)", u"All", u"Pin All"},
+    {u"cpu", u"Pin All Resources (CPU + GPU + RAM)", u"Pin Resources", u"Resources", u""},
+    {u"flame.fill", u"Pin All Thermals (SoC + Peak + SSD)", u"Pin All Temps", u"", u""},
+    {u"arrow.counterclockwise", u"Reset Default (SoC + Status)", u"Reset Default", u"Reset", u"Reset"},
+}};
+// clang-format on
+
+const ItemRow& row(MenuBarItem item) {
+    return itemRows.at(static_cast<size_t>(item));
 }
+
+const PresetRow& row(PinPreset preset) {
+    return presetRows.at(static_cast<size_t>(preset));
+}
+
 } // namespace
 
 QString rawValue(MenuBarItem item) {
@@ -28,9 +57,9 @@ QString rawValue(MenuBarItem item) {
 }
 
 std::optional<MenuBarItem> menuBarItemFromRawValue(QStringView text) {
-    for (const Row& candidate : rows)
-        if (candidate.rawValue == text)
-            return candidate.item;
+    for (const MenuBarItem item : allMenuBarItems)
+        if (row(item).rawValue == text)
+            return item;
     return std::nullopt;
 }
 
@@ -38,28 +67,58 @@ QString title(MenuBarItem item) {
     return row(item).title.toString();
 }
 
+QString menuCaption(MenuBarItem item) {
+    return row(item).menuCaption.toString();
+}
+
+QString symbolName(MenuBarItem item) {
+    return row(item).symbol.toString();
+}
+
+QString labelSymbolName(MenuBarItem item) {
+    return row(item).labelSymbol.toString();
+}
+
 QString previewExample(MenuBarItem item) {
     return row(item).previewExample.toString();
 }
 
-namespace PinPreset {
-
-MenuBarItemSet standard() {
-    return {MenuBarItem::socTemp, MenuBarItem::serverStatus};
+QString tourExample(MenuBarItem item) {
+    return row(item).tourExample.toString();
 }
 
-MenuBarItemSet thermals() {
-    return {MenuBarItem::socTemp, MenuBarItem::peakTemp, MenuBarItem::ssdTemp};
+MenuBarItemSet pins(PinPreset preset) {
+    switch (preset) {
+    case PinPreset::All:
+        return {allMenuBarItems.begin(), allMenuBarItems.end()};
+    case PinPreset::Resources:
+        return {cpuUsage, gpuUsage, ramUsage};
+    case PinPreset::Thermals:
+        return {socTemp, peakTemp, ssdTemp};
+    case PinPreset::Standard:
+        break;
+    }
+    return {socTemp, serverStatus};
 }
 
-MenuBarItemSet resources() {
-    return {MenuBarItem::cpuUsage, MenuBarItem::gpuUsage, MenuBarItem::ramUsage};
+QString symbolName(PinPreset preset) {
+    return row(preset).symbol.toString();
 }
 
-MenuBarItemSet all() {
-    return {allMenuBarItems.begin(), allMenuBarItems.end()};
+QString menuCaption(PinPreset preset) {
+    return row(preset).menuCaption.toString();
 }
 
-} // namespace PinPreset
+QString sheetCaption(PinPreset preset) {
+    return row(preset).sheetCaption.toString();
+}
+
+QString settingsCaption(PinPreset preset) {
+    return row(preset).settingsCaption.toString();
+}
+
+QString tourCaption(PinPreset preset) {
+    return row(preset).tourCaption.toString();
+}
 
 } // namespace tarnwick

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <QStringView>
 
@@ -8,9 +9,11 @@
 #include <set>
 
 namespace tarnwick {
+Q_NAMESPACE
 
 /// The metrics that can be pinned to the status item. Declaration order is the order of every list and of the label.
 enum class MenuBarItem { socTemp, peakTemp, ssdTemp, cpuUsage, gpuUsage, ramUsage, serverStatus };
+Q_ENUM_NS(MenuBarItem)
 
 inline constexpr std::array allMenuBarItems{MenuBarItem::socTemp,     MenuBarItem::peakTemp, MenuBarItem::ssdTemp,
                                             MenuBarItem::cpuUsage,    MenuBarItem::gpuUsage, MenuBarItem::ramUsage,
@@ -20,20 +23,36 @@ inline constexpr std::array allMenuBarItems{MenuBarItem::socTemp,     MenuBarIte
 [[nodiscard]] QString rawValue(MenuBarItem item);
 /// Absent for any other string.
 [[nodiscard]] std::optional<MenuBarItem> menuBarItemFromRawValue(QStringView text);
-/// The human label used in pin menus and toggles.
+/// The human label used in toggles.
 [[nodiscard]] QString title(MenuBarItem item);
+/// The human label used in a card's menu.
+[[nodiscard]] QString menuCaption(MenuBarItem item);
+/// The symbol beside the item in a list.
+[[nodiscard]] QString symbolName(MenuBarItem item);
+/// The symbol of the status item while this is the first item pinned.
+[[nodiscard]] QString labelSymbolName(MenuBarItem item);
 /// A fixed sample of what the item looks like in the status item.
 [[nodiscard]] QString previewExample(MenuBarItem item);
+/// The welcome tour's own sample.
+[[nodiscard]] QString tourExample(MenuBarItem item);
 
 /// Pinned items; walking it gives declaration order.
 using MenuBarItemSet = std::set<MenuBarItem>;
 
-/// The sets that views offer as one-click presets. A preset replaces the whole set.
-namespace PinPreset {
-[[nodiscard]] MenuBarItemSet standard();  ///< SoC temperature and fleet status
-[[nodiscard]] MenuBarItemSet thermals();  ///< the three temperatures
-[[nodiscard]] MenuBarItemSet resources(); ///< CPU, GPU and RAM load
-[[nodiscard]] MenuBarItemSet all();
-} // namespace PinPreset
+/// The sets that views offer as one-click presets. A preset replaces the whole set. Declaration order is the order of
+/// every list.
+enum class PinPreset { All, Resources, Thermals, Standard };
+Q_ENUM_NS(PinPreset)
+
+inline constexpr std::array allPinPresets{PinPreset::All, PinPreset::Resources, PinPreset::Thermals,
+                                          PinPreset::Standard};
+
+[[nodiscard]] MenuBarItemSet pins(PinPreset preset);
+[[nodiscard]] QString symbolName(PinPreset preset);
+/// Each view has a caption of its own for a preset; it is empty where the view does not offer the preset.
+[[nodiscard]] QString menuCaption(PinPreset preset);     ///< a card's menu
+[[nodiscard]] QString sheetCaption(PinPreset preset);    ///< the computer's sheet
+[[nodiscard]] QString settingsCaption(PinPreset preset); ///< the settings sheet
+[[nodiscard]] QString tourCaption(PinPreset preset);     ///< the welcome tour
 
 } // namespace tarnwick

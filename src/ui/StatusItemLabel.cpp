@@ -4,24 +4,11 @@
 
 #include <QStringList>
 
-#include <array>
-
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Which pinned item gives the icon while the fleet is well: the first pinned one, in this order.
-struct ItemSymbol {
-    MenuBarItem item;
-    QStringView symbolName;
-};
-constexpr std::array itemSymbols{
-    ItemSymbol{MenuBarItem::socTemp, u"thermometer.medium"}, ItemSymbol{MenuBarItem::peakTemp, u"flame.fill"},
-    ItemSymbol{MenuBarItem::ssdTemp, u"internaldrive"},      ItemSymbol{MenuBarItem::cpuUsage, u"cpu"},
-    ItemSymbol{MenuBarItem::gpuUsage, u"square.grid.2x2"},   ItemSymbol{MenuBarItem::ramUsage, u"memorychip"},
-};
 
 QString temperatureText(std::optional<double> celsius) {
     return (celsius ? fixedPoint(*celsius, 0) : u"--"_s) + u"\u00b0C"_s;
@@ -59,10 +46,8 @@ QString partText(MenuBarItem item, FleetCounts counts, const ThermalSummary& the
 QString symbolName(FleetCounts counts, const AppSettings& settings) {
     if (counts.online < counts.total)
         return u"exclamationmark.triangle.fill"_s;
-    for (const ItemSymbol& candidate : itemSymbols)
-        if (settings.isPinned(candidate.item))
-            return candidate.symbolName.toString();
-    return u"waveform.path.ecg"_s;
+    const MenuBarItemSet& pinned = settings.pinnedMenuBarItems;
+    return labelSymbolName(pinned.empty() ? MenuBarItem::serverStatus : *pinned.begin());
 }
 
 } // namespace

@@ -199,7 +199,7 @@ private Q_SLOTS:
         settings.alertRamThresholdPercent = -1e300;
         settings.showMenuBarLabel = settings.soundAlerts = false;
         settings.launchAtLogin = settings.hasCompletedOnboarding = true;
-        for (const MenuBarItemSet& pins : {MenuBarItemSet(), PinPreset::all()}) {
+        for (const MenuBarItemSet& pins : {MenuBarItemSet(), pins(PinPreset::All)}) {
             settings.pinnedMenuBarItems = pins;
             const QByteArray json = encodeSettings(settings).value();
             QCOMPARE(QJsonDocument::fromJson(json).object().size(), 9);

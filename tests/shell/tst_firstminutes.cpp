@@ -136,7 +136,7 @@ void FirstMinutesTest::fromTheTourToTheSecondLaunch() {
     expected.hasCompletedOnboarding = true;
     expected.refreshIntervalSeconds = 65;
     expected.alertDiskThresholdPercent = 84;
-    expected.pinnedMenuBarItems = PinPreset::all();
+    expected.pinnedMenuBarItems = pins(PinPreset::All);
     expected.firstLaunchDate = settings.firstLaunchDate;
     QCOMPARE(settings, expected);
 

@@ -96,7 +96,7 @@ private Q_SLOTS:
 
     void temperaturesWithoutReading() {
         AppSettings settings;
-        settings.pinnedMenuBarItems = PinPreset::thermals();
+        settings.pinnedMenuBarItems = pins(PinPreset::Thermals);
         const auto title = [&](const ThermalSummary& thermals) {
             return composeStatusItemLabel({}, settings, thermals, {}).title;
         };

@@ -43,7 +43,7 @@ class MacInfoTest : public QObject {
 
 private Q_SLOTS:
     void tellsTheMachine() {
-        const MacInfoContent content = macInfoContent(macMini(), PinPreset::standard(), false);
+        const MacInfoContent content = macInfoContent(macMini(), pins(PinPreset::Standard), false);
         QCOMPARE(content.heading, u"Mac mini (Apple M2 Pro)"_s);
         QCOMPARE(content.identity, u"Mac14,12 \u2022 macOS 14.5"_s);
         QStringList tiles;
@@ -160,10 +160,10 @@ private Q_SLOTS:
     void presetsReplaceThePins() {
         ViewRig rig;
         rig.show(u"computer/MacInfoSheet"_s);
-        const QList<std::pair<QString, MenuBarItemSet>> presets{{u"Pin All (7 Items)"_s, PinPreset::all()},
-                                                                {u"Pin Resources"_s, PinPreset::resources()},
-                                                                {u"Pin All Temps"_s, PinPreset::thermals()},
-                                                                {u"Reset Default"_s, PinPreset::standard()}};
+        const QList<std::pair<QString, MenuBarItemSet>> presets{{u"Pin All (7 Items)"_s, pins(PinPreset::All)},
+                                                                {u"Pin Resources"_s, pins(PinPreset::Resources)},
+                                                                {u"Pin All Temps"_s, pins(PinPreset::Thermals)},
+                                                                {u"Reset Default"_s, pins(PinPreset::Standard)}};
         for (const auto& [button, pins] : presets) {
             press(*rig.view, button);
             QCOMPARE(rig.savedPins(), pins);

@@ -84,7 +84,7 @@ void OnboardingTest::previewsThePins_data() {
     QTest::addColumn<QString>("preview");
     QTest::newRow("none") << MenuBarItemSet() << u"Tarnwick"_s;
     QTest::newRow("two") << MenuBarItemSet{ramUsage, cpuUsage} << u"CPU 12% \u2022 RAM 69%"_s;
-    QTest::newRow("all") << PinPreset::all()
+    QTest::newRow("all") << pins(PinPreset::All)
                          << u"36\u00b0C \u2022 Peak 42\u00b0C \u2022 SSD 32\u00b0C \u2022 CPU 12% \u2022 GPU 8% "
                             "\u2022 RAM 69% \u2022 2 OK"_s;
 }
@@ -201,9 +201,9 @@ void OnboardingTest::pinsForReal() {
         return findItem(rig.view->rootObject(), u"preview"_s)->property("text").toString();
     };
     press(*rig.view, u"Pin All"_s);
-    QCOMPARE(rig.savedPins(), PinPreset::all());
+    QCOMPARE(rig.savedPins(), pins(PinPreset::All));
     press(*rig.view, u"Reset"_s);
-    QCOMPARE(rig.savedPins(), PinPreset::standard());
+    QCOMPARE(rig.savedPins(), pins(PinPreset::Standard));
     press(*rig.view, title(cpuUsage));
     QCOMPARE(rig.savedPins(), (MenuBarItemSet{socTemp, cpuUsage, serverStatus}));
     QCOMPARE(preview(), u"36\u00b0C \u2022 CPU 12% \u2022 2 OK"_s);

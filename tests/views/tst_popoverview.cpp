@@ -337,7 +337,7 @@ private Q_SLOTS:
         choose(u"\u2713 Server Fleet Status"_s);
         QVERIFY(pins().empty());
         choose(u"Pin All Resources (CPU + GPU + RAM)"_s);
-        QCOMPARE(pins(), PinPreset::resources());
+        QCOMPARE(pins(), tarnwick::pins(PinPreset::Resources));
     }
 
     void dragging_data() {

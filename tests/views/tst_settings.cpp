@@ -67,9 +67,9 @@ private Q_SLOTS:
         rig.click(u"pin1"_s);
         QCOMPARE(stored(rig).pinnedMenuBarItems,
                  (MenuBarItemSet{MenuBarItem::socTemp, MenuBarItem::peakTemp, MenuBarItem::serverStatus}));
-        const QList<std::pair<QString, MenuBarItemSet>> presets{{u"all"_s, PinPreset::all()},
-                                                                {u"resources"_s, PinPreset::resources()},
-                                                                {u"reset"_s, PinPreset::standard()}};
+        const QList<std::pair<QString, MenuBarItemSet>> presets{{u"all"_s, pins(PinPreset::All)},
+                                                                {u"resources"_s, pins(PinPreset::Resources)},
+                                                                {u"reset"_s, pins(PinPreset::Standard)}};
         for (const auto& [button, pins] : presets) {
             rig.click(button);
             QCOMPARE(stored(rig).pinnedMenuBarItems, pins);

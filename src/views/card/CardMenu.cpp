@@ -1,39 +1,10 @@
 #include "CardMenu.h"
 
-#include <array>
-
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
 namespace {
-
-struct PinCaption {
-    MenuBarItem item;
-    QStringView caption;
-    QStringView symbol;
-};
-constexpr std::array pinCaptions{
-    PinCaption{MenuBarItem::socTemp, u"Mac SoC Average Temp", u"thermometer.medium"},
-    PinCaption{MenuBarItem::peakTemp, u"Hotspot / Peak Core Temp", u"flame"},
-    PinCaption{MenuBarItem::ssdTemp, u"SSD Storage Temp", u"internaldrive"},
-    PinCaption{MenuBarItem::cpuUsage, u"Mac CPU Usage", u"cpu"},
-    PinCaption{MenuBarItem::gpuUsage, u"Mac GPU Usage", u"square.grid.2x2"},
-    PinCaption{MenuBarItem::ramUsage, u"Mac RAM Usage", u"memorychip"},
-    PinCaption{MenuBarItem::serverStatus, u"Server Fleet Status", u"server.rack"},
-};
-
-struct PresetCaption {
-    QStringView caption;
-    QStringView symbol;
-    MenuBarItemSet (*pins)();
-};
-constexpr std::array presetCaptions{
-    PresetCaption{u"Pin All Metrics (All 7)", u"pin.fill", PinPreset::all},
-    PresetCaption{u"Pin All Resources (CPU + GPU + RAM)", u"cpu", PinPreset::resources},
-    PresetCaption{u"Pin All Thermals (SoC + Peak + SSD)", u"flame.fill", PinPreset::thermals},
-    PresetCaption{u"Reset Default (SoC + Status)", u"arrow.counterclockwise", PinPreset::standard},
-};
 
 bool isEnd(const QList<Server>& fleet, const Server& server, bool first) {
     return !fleet.isEmpty() && (first ? fleet.first() : fleet.last()).id == server.id;
@@ -70,20 +41,19 @@ QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet) 
 
 QList<CardMenuEntry> pinMenu(const MenuBarItemSet& pinned) {
     QList<CardMenuEntry> menu;
-    for (const PinCaption& pin : pinCaptions) {
-        const bool isPinned = pinned.contains(pin.item);
-        menu += {.text = (isPinned ? u"\u2713 "_s : QString()) + pin.caption.toString(),
-                 .symbol = isPinned ? u"checkmark"_s : pin.symbol.toString(),
+    for (const MenuBarItem item : allMenuBarItems) {
+        const bool isPinned = pinned.contains(item);
+        menu += {.text = (isPinned ? u"\u2713 "_s : QString()) + menuCaption(item),
+                 .symbol = isPinned ? u"checkmark"_s : symbolName(item),
                  .command = CardCommand::togglePin,
-                 .pin = pin.item};
+                 .pin = item};
     }
     menu += CardMenuEntry();
-    for (const PresetCaption& preset : presetCaptions) {
-        menu += {.text = preset.caption.toString(),
-                 .symbol = preset.symbol.toString(),
+    for (const PinPreset preset : allPinPresets)
+        menu += {.text = menuCaption(preset),
+                 .symbol = symbolName(preset),
                  .command = CardCommand::assignPins,
-                 .pins = preset.pins()};
-    }
+                 .pins = pins(preset)};
     return menu;
 }
 

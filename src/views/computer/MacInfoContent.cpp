@@ -68,8 +68,8 @@ QList<MacTile> tiles(const MacHardwareInfo& info, const MenuBarItemSet& pinned) 
 
 FleetPinRow fleetRow(const MenuBarItemSet& pinned) {
     const bool isPinned = pinned.contains(MenuBarItem::serverStatus);
-    return {.title = u"Server Fleet Status"_s,
-            .example = u"2 OK"_s,
+    return {.title = title(MenuBarItem::serverStatus),
+            .example = previewExample(MenuBarItem::serverStatus),
             .symbol = isPinned ? u"checkmark.circle.fill"_s : u"circle"_s,
             .isPinned = isPinned};
 }
@@ -131,11 +131,10 @@ QString temperatureText(std::optional<double> celsius) {
 }
 
 QList<PinPresetButton> macPinPresets() {
-    using enum PinListModel::Preset;
-    return {{u"pin.fill"_s, u"Pin All (7 Items)"_s, All},
-            {u"cpu"_s, u"Pin Resources"_s, Resources},
-            {u"flame.fill"_s, u"Pin All Temps"_s, Thermals},
-            {u"arrow.counterclockwise"_s, u"Reset Default"_s, Standard}};
+    QList<PinPresetButton> buttons;
+    for (const PinPreset preset : allPinPresets)
+        buttons += {symbolName(preset), sheetCaption(preset), static_cast<PinListModel::Preset>(preset)};
+    return buttons;
 }
 
 MacInfoContent macInfoContent(const MacHardwareInfo& info, const MenuBarItemSet& pinned, bool showingAllSensors) {

@@ -12,20 +12,6 @@ MenuBarItem itemOf(int row) {
     return allMenuBarItems.at(static_cast<size_t>(row));
 }
 
-MenuBarItemSet pinsOf(PinListModel::Preset preset) {
-    switch (preset) {
-    case PinListModel::Preset::All:
-        return PinPreset::all();
-    case PinListModel::Preset::Resources:
-        return PinPreset::resources();
-    case PinListModel::Preset::Thermals:
-        return PinPreset::thermals();
-    case PinListModel::Preset::Standard:
-        break;
-    }
-    return PinPreset::standard();
-}
-
 } // namespace
 
 void PinListModel::componentComplete() {
@@ -64,7 +50,8 @@ void PinListModel::toggle(int row) {
 }
 
 void PinListModel::choose(Preset preset) {
-    store_->editSettings([preset](AppSettings& settings) { settings.pinnedMenuBarItems = pinsOf(preset); });
+    store_->editSettings(
+        [preset](AppSettings& settings) { settings.pinnedMenuBarItems = pins(static_cast<PinPreset>(preset)); });
 }
 
 void PinListModel::takeOver() {

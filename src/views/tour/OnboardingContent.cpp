@@ -25,17 +25,6 @@ constexpr std::array stepSubtitles{
 };
 constexpr int lastPage = static_cast<int>(stepSubtitles.size()) - 1;
 
-struct Sample {
-    MenuBarItem item;
-    QStringView text;
-};
-constexpr std::array samples{
-    Sample{MenuBarItem::socTemp, u"36\u00b0C"},     Sample{MenuBarItem::peakTemp, u"Peak 42\u00b0C"},
-    Sample{MenuBarItem::ssdTemp, u"SSD 32\u00b0C"}, Sample{MenuBarItem::cpuUsage, u"CPU 12%"},
-    Sample{MenuBarItem::gpuUsage, u"GPU 8%"},       Sample{MenuBarItem::ramUsage, u"RAM 69%"},
-    Sample{MenuBarItem::serverStatus, u"2 OK"},
-};
-
 QString nextCaption(int step) {
     if (step >= lastPage)
         return {};
@@ -77,9 +66,8 @@ ServerMetrics demoMetrics() {
 
 QString liveMenuBarPreview(const MenuBarItemSet& pinned) {
     QStringList parts;
-    for (const Sample& sample : samples)
-        if (pinned.contains(sample.item))
-            parts += sample.text.toString();
+    for (const MenuBarItem item : pinned)
+        parts += tourExample(item);
     return parts.isEmpty() ? u"Tarnwick"_s : parts.join(u" \u2022 ");
 }
 
