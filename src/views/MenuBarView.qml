@@ -87,8 +87,9 @@ Rectangle {
         onDismissed: root.ui.showingSettings = false
         sheet: Component {
             SettingsView {
-                store: root.store
-                ui: root.ui
+                id: settingsSheet
+
+                settings: root.popover.settingsModel(settingsSheet)
                 onDismissed: root.ui.showingSettings = false
             }
         }

@@ -5,9 +5,10 @@ namespace tarnwick {
 PopoverModel::PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators collaborators, QObject* parent)
     : QObject(parent)
     , store_(store)
-    , openAddress_(collaborators.openAddress)
-    , servers_(store, ui, collaborators.readings)
-    , cardActions_(store, ui, std::move(collaborators))
+    , ui_(ui)
+    , collaborators_(std::move(collaborators))
+    , servers_(store, ui, collaborators_.readings)
+    , cardActions_(store, ui, collaborators_)
     , content_(publishedContent()) {
     connect(&store, &ServerStore::isRefreshingChanged, this, &PopoverModel::update);
     connect(&store, &ServerStore::lastRefreshedAllChanged, this, &PopoverModel::update);
@@ -30,12 +31,16 @@ void PopoverModel::update() {
     Q_EMIT contentChanged();
 }
 
+SettingsModel* PopoverModel::settingsModel(QObject* sheet) {
+    return new SettingsModel(store_, ui_, collaborators_, sheet);
+}
+
 void PopoverModel::refreshAll() {
     store_.refreshAll();
 }
 
 void PopoverModel::open(const QUrl& address) {
-    openAddress_(address);
+    collaborators_.openAddress(address);
 }
 
 } // namespace tarnwick

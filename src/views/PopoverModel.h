@@ -3,6 +3,7 @@
 #include "PopoverContent.h"
 #include "ServerListModel.h"
 #include "card/CardActions.h"
+#include "settings/SettingsModel.h"
 
 #include <QObject>
 #include <QtQmlIntegration>
@@ -28,6 +29,9 @@ public:
     [[nodiscard]] ServerListModel* servers() { return &servers_; }
     [[nodiscard]] CardActions* cardActions() { return &cardActions_; }
 
+    /// The model of a sheet that is about to be shown; it belongs to the sheet's item.
+    Q_INVOKABLE tarnwick::SettingsModel* settingsModel(QObject* sheet);
+
     Q_INVOKABLE void refreshAll();
     Q_INVOKABLE void open(const QUrl& address);
     /// Asks for the view to be closed.
@@ -42,7 +46,8 @@ private:
     void update();
 
     ServerStore& store_;
-    std::function<void(const QUrl&)> openAddress_;
+    UIState& ui_;
+    const ViewCollaborators collaborators_;
     ServerListModel servers_;
     CardActions cardActions_;
     PopoverContent content_;

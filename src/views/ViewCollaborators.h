@@ -11,11 +11,11 @@ namespace tarnwick {
 
 /// What the views work with besides the store and the UI state; the defaults are the real ones.
 struct ViewCollaborators {
-    LocalReadings readings;
-    std::function<QFuture<bool>(const Server&, const QString& containerId)> restartContainer;
-    std::function<void(const Server&)> openServerSSH;
-    std::function<void(const Server&, const ContainerInfo&)> openDockerContainer;
-    std::function<void(const QUrl&)> openAddress;
+    LocalReadings readings = {};
+    std::function<QFuture<bool>(const Server&, const QString& containerId)> restartContainer = {};
+    std::function<void(const Server&)> openServerSSH = {};
+    std::function<void(const Server&, const ContainerInfo&)> openDockerContainer = {};
+    std::function<void(const QUrl&)> openAddress = {};
 
     [[nodiscard]] static ViewCollaborators real();
 };

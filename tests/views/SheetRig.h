@@ -13,9 +13,16 @@ class SheetRig : public ViewRig {
 public:
     SheetRig() { qputenv("HOME", home.path().toLocal8Bit()); }
 
-    /// Builds the sheet of that name anew and gives it the keyboard.
+    /// Builds a new sheet of that name and gives it the keyboard.
     void showSheet(const QString& name) {
         show(name);
+        dismissals_ = std::make_unique<QSignalSpy>(view->rootObject(), SIGNAL(dismissed()));
+    }
+    /// With its model, which belongs to the sheet as it does in the program.
+    template <typename Model>
+    void showSheet(const QString& name, const QString& property, std::unique_ptr<Model> model) {
+        show(name, {{property, QVariant::fromValue(model.get())}});
+        model.release()->setParent(view->rootObject());
         dismissals_ = std::make_unique<QSignalSpy>(view->rootObject(), SIGNAL(dismissed()));
     }
     [[nodiscard]] bool isDismissed() const { return dismissals_->count() == 1; }

@@ -1,8 +1,6 @@
 #include "SheetRig.h"
 #include "settings/SettingsModel.h"
 
-#include <QDesktopServices>
-
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
@@ -17,16 +15,24 @@ AppSettings stored(const StoreRig& rig) {
     return std::get<AppSettings>(decoded);
 }
 
+struct SettingsRig : SheetRig {
+    QStringList opened;
+    const ViewCollaborators collaborators{.openAddress = [this](const QUrl& url) {
+        opened += url.toString();
+    }};
+    SettingsModel* model = nullptr; ///< of the sheet that is shown
+
+    void showSettings() {
+        auto made = std::make_unique<SettingsModel>(*store, ui, collaborators);
+        model = made.get();
+        showSheet(u"settings/SettingsView"_s, u"settings"_s, std::move(made));
+    }
+};
+
 } // namespace
 
 class SettingsTest : public QObject {
     Q_OBJECT
-
-public:
-    QList<QUrl> opened;
-
-public Q_SLOTS:
-    void open(const QUrl& address) { opened.append(address); }
 
 private Q_SLOTS:
     void writesValues_data() {
@@ -62,8 +68,8 @@ private Q_SLOTS:
     }
 
     void savesPinsAtOnce() {
-        SheetRig rig;
-        rig.showSheet(u"settings/SettingsView"_s);
+        SettingsRig rig;
+        rig.showSettings();
         rig.click(u"pin1"_s);
         QCOMPARE(stored(rig).pinnedMenuBarItems,
                  (MenuBarItemSet{MenuBarItem::socTemp, MenuBarItem::peakTemp, MenuBarItem::serverStatus}));
@@ -90,10 +96,10 @@ private Q_SLOTS:
     }
 
     void savesTheRestWhenDone() {
-        SheetRig rig;
+        SettingsRig rig;
         // as edited by hand
         rig.store->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 33; });
-        rig.showSheet(u"settings/SettingsView"_s);
+        rig.showSettings();
         rig.item(u"interval"_s)->childItems().constLast()->forceActiveFocus();
         rig.press(Qt::Key_Right);
         QCOMPARE(rig.store->settings().refreshIntervalSeconds, 40);
@@ -117,15 +123,15 @@ private Q_SLOTS:
         rig.press(Qt::Key_Escape);
         QVERIFY(rig.isDismissed());
         QCOMPARE(stored(rig).refreshIntervalSeconds, 33);
-        rig.showSheet(u"settings/SettingsView"_s);
+        rig.showSettings();
         rig.click(u"done"_s);
         QVERIFY(rig.isDismissed());
         QCOMPARE(stored(rig), rig.store->settings());
     }
 
     void dragsTheSlider() {
-        SheetRig rig;
-        rig.showSheet(u"settings/SettingsView"_s);
+        SettingsRig rig;
+        rig.showSettings();
         QQuickItem* const slider = rig.item(u"interval"_s)->childItems().constLast();
         const auto at = [slider](double part) {
             return slider->mapToScene({part * slider->width(), slider->height() / 2}).toPoint();
@@ -139,23 +145,21 @@ private Q_SLOTS:
     }
 
     void quitsSaved() {
-        SheetRig rig;
-        rig.showSheet(u"settings/SettingsView"_s);
+        SettingsRig rig;
+        rig.showSettings();
         rig.store->editSettings([](AppSettings& settings) { settings.soundAlerts = false; },
                                 ServerStore::Saving::later);
-        const auto* const model = rig.view->rootObject()->findChild<SettingsModel*>();
         bool isSaved = false;
-        connect(model, &SettingsModel::quitRequested, this, [&] { isSaved = !stored(rig).soundAlerts; });
+        connect(rig.model, &SettingsModel::quitRequested, this, [&] { isSaved = !stored(rig).soundAlerts; });
         rig.click(u"quit"_s);
         QVERIFY(isSaved);
         QVERIFY(!rig.isDismissed());
     }
 
     void goesElsewhereByTheKeyboard() {
-        SheetRig rig;
+        SettingsRig rig;
         rig.ui.setOnboardingStep(3);
-        rig.showSheet(u"settings/SettingsView"_s);
-        QDesktopServices::setUrlHandler(u"https"_s, this, "open");
+        rig.showSettings();
         QQuickItem* const scroll = rig.item(u"scroll"_s);
         QStringList visited;
         for (int stop = 0; stop < stopsOfTab; ++stop) {
@@ -171,12 +175,11 @@ private Q_SLOTS:
             if (QStringList{u"tour"_s, u"donate"_s, u"web"_s}.contains(focused->objectName()))
                 rig.press(Qt::Key_Return);
         }
-        QDesktopServices::unsetUrlHandler(u"https"_s);
         QCOMPARE(visited.join(u' '),
                  u"done all resources reset pin0 pin1 pin2 pin3 pin4 pin5 pin6 label   sound tour donate web quit"_s);
         QCOMPARE(rig.ui.onboardingStep(), 0);
         QVERIFY(rig.ui.showingOnboarding());
-        QCOMPARE(opened, (QList<QUrl>{QUrl(u"https://ko-fi.com/tarnwick"_s), QUrl(u"https://tarnwick.example"_s)}));
+        QCOMPARE(rig.opened, QStringList({u"https://ko-fi.com/tarnwick"_s, u"https://tarnwick.example"_s}));
     }
 };
 

@@ -14,6 +14,10 @@ MenuBarItem itemOf(int row) {
 
 } // namespace
 
+PinListModel::PinListModel(ServerStore& store, QObject* parent) : QAbstractListModel(parent), store_(&store) {
+    componentComplete();
+}
+
 void PinListModel::componentComplete() {
     connect(store_, &ServerStore::settingsChanged, this, &PinListModel::takeOver);
     takeOver();
@@ -28,6 +32,8 @@ QVariant PinListModel::data(const QModelIndex& index, int role) const {
         return {};
     const MenuBarItem item = itemOf(index.row());
     switch (role) {
+    case ItemRole:
+        return static_cast<int>(item);
     case TitleRole:
         return title(item);
     case ExampleRole:
@@ -40,13 +46,11 @@ QVariant PinListModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> PinListModel::roleNames() const {
-    return {{TitleRole, "title"}, {ExampleRole, "example"}, {PinnedRole, "pinned"}};
+    return {{ItemRole, "item"}, {TitleRole, "title"}, {ExampleRole, "example"}, {PinnedRole, "pinned"}};
 }
 
-void PinListModel::toggle(int row) {
-    if (row < 0 || row >= rows)
-        return;
-    store_->editSettings([row](AppSettings& settings) { settings.togglePinned(itemOf(row)); });
+void PinListModel::toggle(MenuBarItem item) {
+    store_->editSettings([item](AppSettings& settings) { settings.togglePinned(item); });
 }
 
 void PinListModel::choose(Preset preset) {

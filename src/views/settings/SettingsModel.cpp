@@ -3,26 +3,27 @@
 #include "ProductLinks.h"
 
 #include <QCoreApplication>
-#include <QDesktopServices>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
-SettingsModel::SettingsModel(QObject* parent) : QObject(parent), content_(settingsContent({})) {
+SettingsModel::SettingsModel(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators, QObject* parent)
+    : QObject(parent)
+    , store_(store)
+    , ui_(ui)
+    , collaborators_(collaborators)
+    , pins_(store)
+    , content_(settingsContent(store.settings())) {
+    connect(&store, &ServerStore::settingsChanged, this, &SettingsModel::update);
     // Queued: the views that asked for it are done with their event by then.
     connect(this, &SettingsModel::quitRequested, QCoreApplication::instance(), &QCoreApplication::quit,
             Qt::QueuedConnection);
 }
 
-void SettingsModel::componentComplete() {
-    connect(store_, &ServerStore::settingsChanged, this, &SettingsModel::update);
-    update();
-}
-
 void SettingsModel::update() {
-    SettingsContent content = settingsContent(store_->settings());
+    SettingsContent content = settingsContent(store_.settings());
     if (content == content_)
         return;
     content_ = std::move(content);
@@ -34,41 +35,41 @@ QString SettingsModel::webSiteText() const {
 }
 
 void SettingsModel::setShowMenuBarLabel(bool show) {
-    store_->editSettings([show](AppSettings& settings) { settings.showMenuBarLabel = show; });
+    store_.editSettings([show](AppSettings& settings) { settings.showMenuBarLabel = show; });
 }
 
 void SettingsModel::setRefreshInterval(double seconds) {
     const double stop = tarnwick::refreshIntervalRange.nearestStop(seconds);
-    store_->editSettings([stop](AppSettings& settings) { settings.refreshIntervalSeconds = static_cast<qint64>(stop); },
-                         ServerStore::Saving::later);
+    store_.editSettings([stop](AppSettings& settings) { settings.refreshIntervalSeconds = static_cast<qint64>(stop); },
+                        ServerStore::Saving::later);
 }
 
 void SettingsModel::setDiskThreshold(double percent) {
     const double stop = tarnwick::diskThresholdRange.nearestStop(percent);
-    store_->editSettings([stop](AppSettings& settings) { settings.alertDiskThresholdPercent = stop; },
-                         ServerStore::Saving::later);
+    store_.editSettings([stop](AppSettings& settings) { settings.alertDiskThresholdPercent = stop; },
+                        ServerStore::Saving::later);
 }
 
 void SettingsModel::setSoundAlerts(bool sound) {
-    store_->editSettings([sound](AppSettings& settings) { settings.soundAlerts = sound; }, ServerStore::Saving::later);
+    store_.editSettings([sound](AppSettings& settings) { settings.soundAlerts = sound; }, ServerStore::Saving::later);
 }
 
 void SettingsModel::quit() {
-    store_->save();
+    store_.save();
     Q_EMIT quitRequested();
 }
 
 void SettingsModel::replayTour() {
-    ui_->setOnboardingStep(0);
-    ui_->setShowingOnboarding(true);
+    ui_.setOnboardingStep(0);
+    ui_.setShowingOnboarding(true);
 }
 
 void SettingsModel::openDonationPage() {
-    QDesktopServices::openUrl(QUrl(ProductLinks::donationPage.toString()));
+    collaborators_.openAddress(QUrl(ProductLinks::donationPage.toString()));
 }
 
 void SettingsModel::openWebSite() {
-    QDesktopServices::openUrl(QUrl(ProductLinks::webSite.toString()));
+    collaborators_.openAddress(QUrl(ProductLinks::webSite.toString()));
 }
 
 } // namespace tarnwick

@@ -1,32 +1,34 @@
 #pragma once
 
+#include "PinListModel.h"
 #include "ServerStore.h"
 #include "SettingsContent.h"
 #include "UIState.h"
+#include "ViewCollaborators.h"
 
 #include <QObject>
-#include <QQmlParserStatus>
 #include <QtQmlIntegration>
 
 namespace tarnwick {
 
-/// What the settings sheet shows and can do, but for the pins. The label's switch is saved at once; the sliders and the
-/// sound are in force at once, and saved by save(), quit() or whatever else saves the store.
-class SettingsModel : public QObject, public QQmlParserStatus {
+/// What the settings sheet shows and can do. The pins and the label's switch are saved at once; the sliders and
+/// the sound are in force at once, and saved by save(), quit() or the next save of anything else.
+class SettingsModel : public QObject {
     Q_OBJECT
-    Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
-    Q_PROPERTY(tarnwick::ServerStore* store MEMBER store_ REQUIRED)
-    Q_PROPERTY(tarnwick::UIState* ui MEMBER ui_ REQUIRED)
+    QML_UNCREATABLE("Comes with its view")
     Q_PROPERTY(tarnwick::SettingsContent content READ content NOTIFY contentChanged)
+    Q_PROPERTY(tarnwick::PinListModel* pins READ pins CONSTANT)
     Q_PROPERTY(tarnwick::SliderRange refreshIntervalRange READ refreshIntervalRange CONSTANT)
     Q_PROPERTY(tarnwick::SliderRange diskThresholdRange READ diskThresholdRange CONSTANT)
     Q_PROPERTY(QString webSiteText READ webSiteText CONSTANT)
 
 public:
-    explicit SettingsModel(QObject* parent = nullptr);
+    /// All three must outlive the model.
+    SettingsModel(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators, QObject* parent = nullptr);
 
     [[nodiscard]] const SettingsContent& content() const { return content_; }
+    [[nodiscard]] PinListModel* pins() { return &pins_; }
     [[nodiscard]] SliderRange refreshIntervalRange() const { return tarnwick::refreshIntervalRange; }
     [[nodiscard]] SliderRange diskThresholdRange() const { return tarnwick::diskThresholdRange; }
     [[nodiscard]] QString webSiteText() const;
@@ -36,7 +38,7 @@ public:
     Q_INVOKABLE void setRefreshInterval(double seconds);
     Q_INVOKABLE void setDiskThreshold(double percent);
     Q_INVOKABLE void setSoundAlerts(bool sound);
-    Q_INVOKABLE void save() { store_->save(); }
+    Q_INVOKABLE void save() { store_.save(); }
     /// Saves, and asks for the program's end.
     Q_INVOKABLE void quit();
     /// Starts the welcome tour at its first step.
@@ -50,12 +52,12 @@ Q_SIGNALS:
     void quitRequested();
 
 private:
-    void classBegin() override {}
-    void componentComplete() override;
     void update();
 
-    ServerStore* store_ = nullptr;
-    UIState* ui_ = nullptr;
+    ServerStore& store_;
+    UIState& ui_;
+    const ViewCollaborators& collaborators_;
+    PinListModel pins_;
     SettingsContent content_;
 };
 

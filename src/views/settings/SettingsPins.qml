@@ -8,7 +8,6 @@ Block {
     id: root
 
     required property SettingsModel settings
-    required property PinListModel pins
 
     spacing: 0
 
@@ -46,21 +45,21 @@ Block {
                 implicitHeight: 22
                 horizontalPadding: 8
                 text: "All"
-                onClicked: root.pins.choose(PinListModel.Preset.All)
+                onClicked: root.settings.pins.choose(PinListModel.Preset.All)
             }
             PushButton {
                 objectName: "resources"
                 implicitHeight: 22
                 horizontalPadding: 8
                 text: "Resources"
-                onClicked: root.pins.choose(PinListModel.Preset.Resources)
+                onClicked: root.settings.pins.choose(PinListModel.Preset.Resources)
             }
             PushButton {
                 objectName: "reset"
                 implicitHeight: 22
                 horizontalPadding: 8
                 text: "Reset"
-                onClicked: root.pins.choose(PinListModel.Preset.Standard)
+                onClicked: root.settings.pins.choose(PinListModel.Preset.Standard)
             }
         }
     }
@@ -72,22 +71,22 @@ Block {
         color: Theme.secondary
     }
     Repeater {
-        model: root.pins
+        model: root.settings.pins
 
         CheckRow {
-            required property int index
+            required property int item
             required property string title
             required property string example
             required property bool pinned
 
-            objectName: "pin" + index
+            objectName: "pin" + item
             width: parent.width
             text: title
             detail: example
             detailTint: pinned ? Theme.textColor(ColorRole.Blue) : Theme.secondary
             Accessible.description: example
             checked: pinned
-            onToggled: root.pins.toggle(index)
+            onToggled: root.settings.pins.toggle(item)
         }
     }
     Item {

@@ -5,8 +5,7 @@ import Tarnwick
 FocusScope {
     id: root
 
-    required property ServerStore store
-    required property UIState ui
+    required property SettingsModel settings
     /// The sheet is to close.
     signal dismissed
 
@@ -16,19 +15,6 @@ FocusScope {
     Keys.onEscapePressed: dismissed()
     Accessible.role: Accessible.Dialog
     Accessible.name: title.text
-
-    SettingsModel {
-        id: settings
-
-        store: root.store
-        ui: root.ui
-    }
-
-    PinListModel {
-        id: pins
-
-        store: root.store
-    }
 
     Item {
         id: header
@@ -51,7 +37,7 @@ FocusScope {
             anchors.right: parent.right
             text: "Done"
             onClicked: {
-                settings.save();
+                root.settings.save();
                 root.dismissed();
             }
         }
@@ -68,22 +54,21 @@ FocusScope {
 
         SettingsPins {
             width: header.width
-            pins: pins
-            settings: settings
+            settings: root.settings
         }
         SettingsMonitoring {
             width: header.width
-            settings: settings
+            settings: root.settings
         }
         SettingsTourButton {
             objectName: "tour"
             width: header.width
             text: "Replay Welcome Tour & Demo..."
-            onClicked: settings.replayTour()
+            onClicked: root.settings.replayTour()
         }
         SettingsSupport {
             width: header.width
-            settings: settings
+            settings: root.settings
         }
     }
     Item {
@@ -105,7 +90,7 @@ FocusScope {
             objectName: "quit"
             anchors.right: parent.right
             text: "Quit Tarnwick"
-            onClicked: settings.quit()
+            onClicked: root.settings.quit()
         }
     }
 }
