@@ -1,24 +1,15 @@
 #pragma once
 
 #include "AppSettings.h"
+#include "Decoded.h"
 #include "Server.h"
 
 #include <QByteArray>
 #include <QList>
-#include <QString>
 
 #include <optional>
-#include <variant>
 
 namespace tarnwick {
-
-/// Why a stored record could not be read: one line, naming the key where there is one.
-struct DecodingError {
-    QString description;
-};
-
-template <typename T>
-using Decoded = std::variant<T, DecodingError>;
 
 /// `servers.json`: one array of servers in fleet order. Every key of a record is required but `customSshKeyPath`,
 /// `metrics`, `gpuPercent` and `errorMessage`; a missing key, a wrong type, or a number that its field cannot hold

@@ -1,6 +1,9 @@
 #include "JsonWriter.h"
 
 #include <QLocale>
+#include <QStringList>
+
+#include <cmath>
 
 namespace tarnwick {
 
@@ -33,22 +36,23 @@ bool needsEscape(QChar unit) {
 
 } // namespace
 
-void writeJson(QByteArray& json, bool value) {
-    json.append(value ? "true" : "false");
+void JsonWriter::write(bool value, std::tuple<> /*noFields*/) {
+    json_.append(value ? "true" : "false");
 }
 
-void writeJson(QByteArray& json, qint64 value) {
-    json.append(QByteArray::number(value));
+void JsonWriter::write(qint64 value, std::tuple<> /*noFields*/) {
+    json_.append(QByteArray::number(value));
 }
 
-void writeJson(QByteArray& json, double value) {
-    json.append(QByteArray::number(value, 'g', QLocale::FloatingPointShortest));
+void JsonWriter::write(double value, std::tuple<> /*noFields*/) {
+    isFinite_ = isFinite_ && std::isfinite(value);
+    json_.append(QByteArray::number(value, 'g', QLocale::FloatingPointShortest));
 }
 
-void writeJson(QByteArray& json, const QString& value) {
+void JsonWriter::write(const QString& value, std::tuple<> /*noFields*/) {
     const QStringView text(value);
-    json.append('"');
-    qsizetype plainBegin = 0; // what stands from here to i is written as it is
+    json_.append('"');
+    qsizetype plainBegin = 0; // the characters from here to i need no escape
     for (qsizetype i = 0; i < text.size(); ++i) {
         if (!needsEscape(text[i]))
             continue;
@@ -56,15 +60,33 @@ void writeJson(QByteArray& json, const QString& value) {
             ++i;
             continue;
         }
-        json.append(text.sliced(plainBegin, i - plainBegin).toUtf8());
-        appendEscaped(json, text[i].unicode());
+        json_.append(text.sliced(plainBegin, i - plainBegin).toUtf8());
+        appendEscaped(json_, text[i].unicode());
         plainBegin = i + 1;
     }
-    json.append(text.sliced(plainBegin).toUtf8()).append('"');
+    json_.append(text.sliced(plainBegin).toUtf8()).append('"');
 }
 
-void writeJson(QByteArray& json, const QUuid& value) {
-    json.append('"').append(value.toByteArray(QUuid::WithoutBraces).toUpper()).append('"');
+void JsonWriter::write(const QUuid& value, std::tuple<> /*noFields*/) {
+    json_.append('"').append(value.toByteArray(QUuid::WithoutBraces).toUpper()).append('"');
+}
+
+void JsonWriter::write(const Instant& value, std::tuple<> noFields) {
+    write(value.secondsSinceReferenceDate, noFields);
+}
+
+void JsonWriter::write(const MenuBarItemSet& value, std::tuple<> noFields) {
+    QStringList words;
+    for (const MenuBarItem item : value)
+        words.append(rawValue(item));
+    write(words, noFields);
+}
+
+void JsonWriter::end(char bracket) {
+    if (json_.endsWith(','))
+        json_.back() = bracket;
+    else
+        json_.append(bracket);
 }
 
 } // namespace tarnwick
