@@ -6,10 +6,10 @@
 
 #include "AppDelegate.h"
 #include "Figures.h"
-#include "MacHardwareCollector.h"
 #include "OpenSshServer.h"
 #include "ProbePayload.h"
 #include "ProcessRunner.h"
+#include "RealComputer.h"
 #include "ServerStore.h"
 
 #include <QCoreApplication>
@@ -76,26 +76,21 @@ QList<SSHConfigHost> hostsOn(const OpenSshServer& server, int count) {
 }
 
 AppSurroundings surroundings(const QString& folder, const QList<SSHConfigHost>& hosts) {
-    AppSurroundings result;
-    result.store = StoreCollaborators::real();
+    static RealComputer here; // read by probes, which may outlive a delegate
+    AppSurroundings result{
+        .store = StoreCollaborators::real(here.computer),
+        .computer = here.computer,
+        .clock = ThisComputer::steadyTime,
+        .statusItem = std::make_unique<SilentStatusItem>(),
+        .popover = {},
+        .views = {},
+    };
     result.store.folder = folder;
     result.store.sshHosts = [hosts] {
         return hosts;
     };
     result.store.notify = [](const Alert&, bool, Instant) {
     };
-    result.thermals = [] {
-        return MacHardwareCollector::queryQuickThermals();
-    };
-    result.loads = {[] { return MacHardwareCollector::queryCpuUsage(); },
-                    [] { return MacHardwareCollector::queryGpuUsage(); },
-                    [] {
-                        return MacHardwareCollector::queryRamUsage().percent;
-                    }};
-    result.clock = [] {
-        return std::chrono::steady_clock::now().time_since_epoch();
-    };
-    result.statusItem = std::make_unique<SilentStatusItem>();
     return result;
 }
 

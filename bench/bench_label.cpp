@@ -1,10 +1,8 @@
 // One tick of the status item's label with all seven metrics pinned, on a machine with 20 temperature sensors.
 
 #include "Figures.h"
-#include "MacHardwareCollector.h"
+#include "RealComputer.h"
 #include "StatusItemLabel.h"
-#include "linux/LinuxKernelReadings.h"
-#include "linux/LinuxTemperatureSensors.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -38,19 +36,15 @@ int main(int argc, char* argv[]) {
     const QTemporaryDir root;
     if (!writeSensors(root.path(), 20))
         return 2;
-    LinuxTemperatureSensors sensors(root.path());
-    KernelReadings& kernel = KernelReadings::system();
+    std::chrono::nanoseconds now{};
+    RealComputer real([&now] { return now; }, root.path());
     QList<Server> servers(10);
     AppSettings settings;
     settings.pinnedMenuBarItems = pins(PinPreset::All);
 
     const auto tick = [&] {
-        return composeStatusItemLabel(servers, settings, MacHardwareCollector::queryQuickThermals(sensors),
-                                      {[&] { return MacHardwareCollector::queryCpuUsage(kernel); },
-                                       [&] { return MacHardwareCollector::queryGpuUsage(kernel); },
-                                       [&] {
-                                           return MacHardwareCollector::queryRamUsage(kernel).percent;
-                                       }});
+        now += std::chrono::seconds(1);
+        return composeStatusItemLabel(servers, settings, real.computer);
     };
     if (const StatusItemLabel label = tick(); !label.title.contains(QStringLiteral("SSD 5"))) {
         std::fprintf(stderr, "unexpected label: %s\n", qPrintable(label.title));

@@ -3,6 +3,7 @@
 #include "Figures.h"
 #include "OpenSshServer.h"
 #include "ProcessRunner.h"
+#include "RealComputer.h"
 #include "SSHMetricsCollector.h"
 
 #include <QCoreApplication>
@@ -26,10 +27,11 @@ double median(std::vector<double> values) {
 
 /// Wall time in ms of one probe of every server at once; negative when a probe failed.
 double refresh(const QList<Server>& servers) {
+    static RealComputer here;
     const double start = figures::wallMilliseconds();
     QList<QFuture<ServerMetrics>> probes;
     for (const Server& server : servers)
-        probes.append(SSHMetricsCollector::collect(server));
+        probes.append(SSHMetricsCollector::collect(server, here.computer));
     QEventLoop loop;
     QtFuture::whenAll(probes.begin(), probes.end()).then(&loop, [&loop](const auto&) { loop.quit(); });
     loop.exec();

@@ -83,9 +83,11 @@ QString ProbeScripts::remote() {
     return remoteScript.toString();
 }
 
-QString ProbeScripts::local(const LocalMeasurements& now) {
-    const std::array numbers{now.cpuPercent,    now.gpuPercent, now.memoryUsedMB,
-                             now.memoryTotalMB, now.diskUsedGB, now.diskTotalGB};
+QString ProbeScripts::local(double cpuPercent, double gpuPercent, const SpaceUsage& memory, const SpaceUsage& disk) {
+    constexpr double mebibytesPerGibibyte = 1024;
+    const std::array numbers{
+        cpuPercent,  gpuPercent,  memory.usedGB * mebibytesPerGibibyte, memory.totalGB * mebibytesPerGibibyte,
+        disk.usedGB, disk.totalGB};
     QString script = localHead.toString();
     for (const double number : numbers)
         script += shortestText(number) + u' ';

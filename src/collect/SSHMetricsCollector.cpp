@@ -1,8 +1,9 @@
 #include "SSHMetricsCollector.h"
 
 #include "LocalShell.h"
-#include "MacHardwareCollector.h"
 #include "ProbePayload.h"
+#include "ProbeScripts.h"
+#include "ThisComputer.h"
 #include "TildeExpansion.h"
 
 #include <QElapsedTimer>
@@ -79,19 +80,6 @@ qint64 wholeMilliseconds(std::chrono::nanoseconds duration) {
     return std::chrono::duration_cast<std::chrono::milliseconds>(duration).count();
 }
 
-LocalMeasurements measureThisComputer() {
-    const double cpu = MacHardwareCollector::queryCpuUsage();
-    const double gpu = MacHardwareCollector::queryGpuUsage();
-    const MacHardwareCollector::RamUsage memory = MacHardwareCollector::queryRamUsage();
-    const MacHardwareCollector::DiskUsage disk = MacHardwareCollector::queryDiskUsage();
-    return {.cpuPercent = cpu,
-            .gpuPercent = gpu,
-            .memoryUsedMB = memory.usedGB * 1024,
-            .memoryTotalMB = memory.totalGB * 1024,
-            .diskUsedGB = disk.usedGB,
-            .diskTotalGB = disk.totalGB};
-}
-
 // Outcomes are turned into results on the thread pool: the thread that watches the processes only watches.
 
 QFuture<ServerMetrics> collectRemote(const Server& server) {
@@ -99,11 +87,11 @@ QFuture<ServerMetrics> collectRemote(const Server& server) {
         .then(QtFuture::Launch::Async, &SSHMetricsCollector::remoteMetrics);
 }
 
-QFuture<ServerMetrics> collectLocal() {
-    const auto probe = [] {
+QFuture<ServerMetrics> collectLocal(ThisComputer& computer) {
+    const auto probe = [&computer] {
         QElapsedTimer clock;
         clock.start();
-        const ProcessRequest request = SSHMetricsCollector::localProbeRequest(measureThisComputer());
+        const ProcessRequest request = SSHMetricsCollector::localProbeRequest(computer);
         const std::chrono::nanoseconds beforeLaunch(clock.nsecsElapsed());
         return ProcessRunner::run(request).then(QtFuture::Launch::Async, [beforeLaunch](const ProcessOutcome& outcome) {
             return SSHMetricsCollector::localMetrics(outcome, beforeLaunch);
@@ -114,8 +102,8 @@ QFuture<ServerMetrics> collectLocal() {
 
 } // namespace
 
-QFuture<ServerMetrics> SSHMetricsCollector::collect(const Server& server) {
-    return server.isLocal ? collectLocal() : collectRemote(server);
+QFuture<ServerMetrics> SSHMetricsCollector::collect(const Server& server, ThisComputer& computer) {
+    return server.isLocal ? collectLocal(computer) : collectRemote(server);
 }
 
 QFuture<bool> SSHMetricsCollector::restartContainer(const Server& server, const QString& containerId) {
@@ -139,9 +127,11 @@ ProcessRequest SSHMetricsCollector::remoteProbeRequest(const Server& server) {
             .standardErrorKept = standardErrorKept};
 }
 
-ProcessRequest SSHMetricsCollector::localProbeRequest(const LocalMeasurements& now) {
+ProcessRequest SSHMetricsCollector::localProbeRequest(ThisComputer& computer) {
+    const QString script =
+        ProbeScripts::local(computer.cpuPercent(), computer.gpuPercent(), computer.ram(), computer.disk());
     return {.executable = localShell,
-            .arguments = {u"-c"_s, LocalShell::preamble() + ProbeScripts::local(now)},
+            .arguments = {u"-c"_s, LocalShell::preamble() + script},
             .timeLimit = probeTimeLimit,
             .standardOutputLimit = probeLineLimit};
 }

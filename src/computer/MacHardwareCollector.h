@@ -1,15 +1,25 @@
 #pragma once
 
 #include "KernelReadings.h"
-#include "TemperatureSensors.h"
 #include "ThermalSurvey.h"
 
-#include <QByteArray>
+#include <QList>
 #include <QString>
+#include <QVariantMap>
 
 #include <optional>
 
 namespace tarnwick {
+
+/// How much of a memory or a volume is in use. "GB" is 2^30 bytes.
+struct SpaceUsage {
+    double usedGB = 0;
+    double totalGB = 0;
+
+    /// 0 to 100; 0 where the total is not known.
+    [[nodiscard]] double percent() const;
+    friend bool operator==(const SpaceUsage&, const SpaceUsage&) = default;
+};
 
 /// Everything about the computer the program runs on. "GB" is 2^30 bytes; temperatures in °C; percentages 0 to 100.
 struct MacHardwareInfo {
@@ -37,33 +47,31 @@ struct MacHardwareInfo {
     friend bool operator==(const MacHardwareInfo&, const MacHardwareInfo&) = default;
 };
 
-/// Local hardware telemetry. Synchronous, quick, without errors: what cannot be read falls back to a neutral value.
-/// Any thread, but collect(), which is for the main thread.
+/// From raw readings to figures. Without state and without errors: what could not be read gives a neutral value. Any
+/// thread. ThisComputer takes the readings and keeps what must be kept between two of them.
 namespace MacHardwareCollector {
 
-struct RamUsage {
-    double usedGB = 0;
-    double totalGB = 0;
-    double percent = 0;
-};
-struct DiskUsage {
-    double usedGB = 0;  ///< rounded to one decimal
-    double totalGB = 0; ///< rounded to one decimal
-};
+/// The part of the record that never changes while the computer runs: names, cores, memory, system and kernel.
+[[nodiscard]] MacHardwareInfo describe(KernelReadings& kernel);
+/// The full record: the description, what the kernel says now in words, and the figures.
+[[nodiscard]] MacHardwareInfo collect(MacHardwareInfo description, KernelReadings& kernel,
+                                      const ThermalSummary& thermals, double cpuPercent, double gpuPercent,
+                                      const SpaceUsage& ram);
 
-/// The full record. The fixed description of the machine is read once per process and cached.
-[[nodiscard]] MacHardwareInfo collect(KernelReadings& kernel = KernelReadings::system(),
-                                      TemperatureSensors& sensors = TemperatureSensors::system());
-/// Percent of processor time busy since the previous call by any caller; since boot on the first. Serialised.
-[[nodiscard]] double queryCpuUsage(KernelReadings& kernel = KernelReadings::system());
-/// The first accelerator that tells its utilisation; not clamped; 0 when none does.
-[[nodiscard]] double queryGpuUsage(KernelReadings& kernel = KernelReadings::system());
-[[nodiscard]] RamUsage queryRamUsage(KernelReadings& kernel = KernelReadings::system());
-[[nodiscard]] DiskUsage queryDiskUsage(KernelReadings& kernel = KernelReadings::system());
-/// The summary of the thermal survey; `sensors` is left empty.
-[[nodiscard]] ThermalSummary queryQuickThermals(TemperatureSensors& sensors = TemperatureSensors::system());
-/// The mean SoC temperature when it is greater than 0.
-[[nodiscard]] std::optional<double> queryQuickSocTemp(TemperatureSensors& sensors = TemperatureSensors::system());
+/// The family name that a model identifier belongs to: "Mac mini" for "Mac14,12".
+[[nodiscard]] QString friendlyModelName(const QString& modelIdentifier);
+/// Percent of processor time busy between two samples, or since boot when there is no previous one; 0 when no tick
+/// passed. Counters may wrap in between: differences are taken modulo 2^32.
+[[nodiscard]] double queryCpuUsage(const CpuTicks& now, const std::optional<CpuTicks>& previous);
+/// The utilisation of the first accelerator that reports one, unchanged; 0 when none does.
+[[nodiscard]] double queryGpuUsage(const QList<QVariantMap>& accelerators);
+[[nodiscard]] SpaceUsage queryRamUsage(std::optional<quint64> installedBytes, const std::optional<MemoryPages>& pages);
+/// Both figures rounded to one decimal.
+[[nodiscard]] SpaceUsage queryDiskUsage(const std::optional<VolumeSpace>& volume);
+/// The survey without its list of sensors.
+[[nodiscard]] ThermalSummary queryQuickThermals(const std::optional<QList<TemperatureReading>>& readings);
+/// The mean SoC temperature, when it is greater than 0.
+[[nodiscard]] std::optional<double> queryQuickSocTemp(const std::optional<QList<TemperatureReading>>& readings);
 
 } // namespace MacHardwareCollector
 

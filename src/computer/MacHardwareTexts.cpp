@@ -20,11 +20,6 @@ std::optional<qint64> integerOf(const std::optional<QByteArray>& value) {
     return number;
 }
 
-bool startsWithAny(const QString& text, std::initializer_list<QStringView> prefixes) {
-    return std::any_of(
-        prefixes.begin(), prefixes.end(), [&](QStringView prefix) { return text.startsWith(prefix); });
-}
-
 } // namespace
 
 std::optional<QString> kernelText(const std::optional<QByteArray>& value) {
@@ -39,23 +34,6 @@ std::optional<qint64> kernelInt(const std::optional<QByteArray>& value) {
 
 std::optional<qint64> kernelInt64(const std::optional<QByteArray>& value) {
     return integerOf<qint64>(value);
-}
-
-QString friendlyModelName(const QString& modelIdentifier) {
-    const auto contains = [&](QStringView part) {
-        return modelIdentifier.contains(part, Qt::CaseInsensitive);
-    };
-    if (contains(u"mini") || startsWithAny(modelIdentifier, {u"Mac16,10", u"Mac16,11", u"Mac14,3", u"Mac14,12"}))
-        return u"Mac mini"_s;
-    if (contains(u"Book"))
-        return contains(u"Air") ? u"MacBook Air"_s : u"MacBook Pro"_s;
-    if (contains(u"Studio") || startsWithAny(modelIdentifier, {u"Mac13,1", u"Mac13,2", u"Mac14,13", u"Mac14,14"}))
-        return u"Mac Studio"_s;
-    if (contains(u"iMac"))
-        return u"iMac"_s;
-    if (contains(u"Pro"))
-        return u"Mac Pro"_s;
-    return u"Apple Silicon Mac"_s;
 }
 
 QString coreText(std::optional<qint64> performance, std::optional<qint64> efficiency) {

@@ -20,8 +20,6 @@ namespace MacHardwareTexts {
 /// A kernel value as an 8-byte integer; absent for any other width.
 [[nodiscard]] std::optional<qint64> kernelInt64(const std::optional<QByteArray>& value);
 
-/// The family name that a model identifier belongs to: "Mac mini" for "Mac14,12".
-[[nodiscard]] QString friendlyModelName(const QString& modelIdentifier);
 /// "10 Cores (4 Performance + 6 Efficiency)"
 [[nodiscard]] QString coreText(std::optional<qint64> performance, std::optional<qint64> efficiency);
 /// "16 GB Unified Memory"

@@ -65,9 +65,6 @@ public:
     [[nodiscard]] virtual std::optional<VolumeSpace> homeVolume() = 0;
     /// Whole seconds since 1970.
     [[nodiscard]] virtual qint64 wallClockSeconds() = 0;
-
-    /// The readings of this computer, made on first use and kept for the life of the process.
-    [[nodiscard]] static KernelReadings& system();
 };
 
 } // namespace tarnwick

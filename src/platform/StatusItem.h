@@ -29,6 +29,9 @@ Q_SIGNALS:
     /// Either mouse button. `position` is where the click was on the screen, in device-independent pixels; null when
     /// the desktop does not tell.
     void clicked(QPoint position);
+    /// Nobody can see the item any more, and nobody will: what it writes to was closed. Emitted once, from the event
+    /// loop.
+    void outputClosed();
 };
 
 } // namespace tarnwick

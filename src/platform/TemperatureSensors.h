@@ -20,9 +20,6 @@ public:
 
     /// Every sensor in enumeration order, read now; absent when the system has no sensor service at all.
     [[nodiscard]] virtual std::optional<QList<TemperatureReading>> read() = 0;
-
-    /// This computer's sensors, found on first use and kept for the life of the process.
-    [[nodiscard]] static TemperatureSensors& system();
 };
 
 } // namespace tarnwick

@@ -56,8 +56,7 @@ void AppDelegate::updateSoon() {
 
 void AppDelegate::updateStatusBarButton() {
     updatePending_ = false;
-    const StatusItemLabel label =
-        composeStatusItemLabel(store_->servers(), store_->settings(), surroundings_.thermals(), surroundings_.loads);
+    const StatusItemLabel label = composeStatusItemLabel(store_->servers(), store_->settings(), surroundings_.computer);
     surroundings_.statusItem->setContent({label.symbolName, label.title, u"Tarnwick"_s});
 }
 
@@ -78,9 +77,10 @@ void AppDelegate::showPopover() {
     if (!surroundings_.popover || surroundings_.popover->isShown())
         return;
     Popover& popover = *surroundings_.popover;
-    if (auto content =
-            surroundings_.makePopoverContent(*store_, *ui_, popover.isTranslucent(), [this] { closePopover(); }))
-        popover.show(std::move(content), anchor_);
+    if (ViewFactory* const views = surroundings_.views())
+        popover.show(views->makePopover(*store_, *ui_, surroundings_.computer, popover.isTranslucent(),
+                                        [this] { closePopover(); }),
+                     anchor_);
 }
 
 void AppDelegate::closePopover() {
@@ -93,10 +93,12 @@ void AppDelegate::closePopover() {
 }
 
 void AppDelegate::showOnboardingWindow() {
-    if (!surroundings_.makeOnboardingWindow)
+    ViewFactory* const views = surroundings_.popover ? surroundings_.views() : nullptr;
+    if (!views)
         return;
     if (!onboardingWindow_) {
-        onboardingWindow_ = surroundings_.makeOnboardingWindow(*store_, *ui_, [this] { finishOnboarding(); });
+        onboardingWindow_ =
+            views->makeOnboardingWindow(*store_, *ui_, surroundings_.computer, [this] { finishOnboarding(); });
         onboardingWindow_->installEventFilter(this);
     }
     onboardingWindow_->show();

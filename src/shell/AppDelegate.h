@@ -4,7 +4,9 @@
 #include "ServerStore.h"
 #include "StatusItem.h"
 #include "StatusItemLabel.h"
+#include "ThisComputer.h"
 #include "UIState.h"
+#include "ViewFactory.h"
 
 #include <QObject>
 #include <QTimer>
@@ -17,21 +19,16 @@
 
 namespace tarnwick {
 
-/// What the delegate works with, so that it can be driven without a desktop. `makePopoverContent` and
-/// `makeOnboardingWindow` are called only where there is a popover.
+/// What the delegate works with, so that it can be driven without a desktop.
 struct AppSurroundings {
     StoreCollaborators store;
-    std::function<ThermalSummary()> thermals;
-    LoadReadings loads;
+    ThisComputer& computer; ///< outlives the delegate
     /// Monotonic time.
     std::function<std::chrono::nanoseconds()> clock;
     std::unique_ptr<StatusItem> statusItem;
     std::unique_ptr<Popover> popover; ///< null where there is no display
-    /// The popover's content; `rounded` and `close` as ViewFactory says. Null when there is none.
-    std::function<std::unique_ptr<QWindow>(ServerStore&, UIState&, bool rounded, std::function<void()> close)>
-        makePopoverContent;
-    /// The tour's window; it calls the function when the user finishes the tour.
-    std::function<std::unique_ptr<QWindow>(ServerStore&, UIState&, std::function<void()>)> makeOnboardingWindow;
+    /// Loads the views at its first call; null when they cannot be loaded. Called only where there is a popover.
+    std::function<ViewFactory*()> views;
 };
 
 /// The shell of the program: owns the store and the UI state, keeps the status item's label true, toggles the popover

@@ -1,20 +1,18 @@
 #include "AppDelegate.h"
-#include "DesktopPopover.h"
-#include "DesktopStatusItem.h"
 #include "DisplayServer.h"
 #include "FreeMemory.h"
-#include "MacHardwareCollector.h"
 #include "ProcessRunner.h"
 #include "SingleInstance.h"
+#include "SystemParts.h"
 #include "TerminationSignals.h"
+#include "ThisComputer.h"
 #include "ViewFactory.h"
-#include "linux/TerminalStatusItem.h"
 
 #include <QDir>
 #include <QGuiApplication>
 #include <QPluginLoader>
+#include <QThreadPool>
 
-#include <chrono>
 #include <cstdio>
 #include <memory>
 
@@ -60,41 +58,6 @@ ViewFactory* views() {
     return factory;
 }
 
-void addReadings(AppSurroundings& surroundings) {
-    surroundings.store = StoreCollaborators::real();
-    surroundings.thermals = [] {
-        return MacHardwareCollector::queryQuickThermals();
-    };
-    surroundings.loads = {[] { return MacHardwareCollector::queryCpuUsage(); },
-                          [] { return MacHardwareCollector::queryGpuUsage(); },
-                          [] {
-                              return MacHardwareCollector::queryRamUsage().percent;
-                          }};
-    surroundings.clock = [] {
-        return std::chrono::steady_clock::now().time_since_epoch();
-    };
-}
-
-void addDesktop(AppSurroundings& surroundings) {
-    surroundings.statusItem = std::make_unique<DesktopStatusItem>();
-    surroundings.popover = std::make_unique<DesktopPopover>();
-    surroundings.makePopoverContent = [](ServerStore& store, UIState& ui, bool rounded, std::function<void()> close) {
-        ViewFactory* const factory = views();
-        return factory ? factory->makePopover(store, ui, rounded, std::move(close)) : nullptr;
-    };
-    surroundings.makeOnboardingWindow = [](ServerStore& store, UIState& ui, std::function<void()> onComplete) {
-        ViewFactory* const factory = views();
-        return factory ? factory->makeOnboardingWindow(store, ui, std::move(onComplete)) : nullptr;
-    };
-}
-
-void addTerminal(AppSurroundings& surroundings) {
-    auto item = std::make_unique<TerminalStatusItem>();
-    QObject::connect(item.get(), &TerminalStatusItem::outputClosed, QCoreApplication::instance(),
-                     &QCoreApplication::quit);
-    surroundings.statusItem = std::move(item);
-}
-
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -111,13 +74,17 @@ int main(int argc, char* argv[]) {
         return 0;
     }
 
-    AppSurroundings surroundings;
-    addReadings(surroundings);
-    if (hasDisplay)
-        addDesktop(surroundings);
-    else
-        addTerminal(surroundings);
-    AppDelegate delegate(std::move(surroundings));
+    SystemParts parts = makeSystemParts(hasDisplay);
+    QObject::connect(parts.statusItem.get(), &StatusItem::outputClosed, app.get(), &QCoreApplication::quit);
+    ThisComputer computer(*parts.kernel, *parts.sensors);
+    AppDelegate delegate({
+        .store = StoreCollaborators::real(computer),
+        .computer = computer,
+        .clock = ThisComputer::steadyTime,
+        .statusItem = std::move(parts.statusItem),
+        .popover = std::move(parts.popover),
+        .views = views,
+    });
 
     const TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::terminationRequested, app.get(), &QCoreApplication::quit);
@@ -125,5 +92,7 @@ int main(int argc, char* argv[]) {
     QObject::connect(app.get(), &QCoreApplication::aboutToQuit, &delegate, &AppDelegate::applicationWillTerminate);
 
     delegate.applicationDidFinishLaunching();
-    return QCoreApplication::exec();
+    const int status = QCoreApplication::exec();
+    QThreadPool::globalInstance()->waitForDone(); // a probe may be reading the computer
+    return status;
 }

@@ -26,7 +26,7 @@ class ServerStore : public QObject {
 
 public:
     /// The start-up sequence: loads or seeds the fleet, starts the timer and, from the event loop, a first refresh.
-    explicit ServerStore(StoreCollaborators collaborators = StoreCollaborators::real(), QObject* parent = nullptr);
+    explicit ServerStore(StoreCollaborators collaborators, QObject* parent = nullptr);
     ~ServerStore() override;
 
     /// The standard folder of the two files: `Tarnwick` in the user's generic data location.

@@ -7,9 +7,9 @@
 
 namespace tarnwick {
 
-StoreCollaborators StoreCollaborators::real() {
+StoreCollaborators StoreCollaborators::real(ThisComputer& computer) {
     return {
-        .collect = SSHMetricsCollector::collect,
+        .collect = [&computer](const Server& server) { return SSHMetricsCollector::collect(server, computer); },
         .clock = Instant::now,
         .notify =
             [](const Alert& alert, bool withSound, Instant now) {

@@ -14,6 +14,8 @@
 
 namespace tarnwick {
 
+class ThisComputer;
+
 /// What the store works with. All are called on the main thread.
 struct StoreCollaborators {
     std::function<QFuture<ServerMetrics>(const Server&)> collect;
@@ -24,8 +26,9 @@ struct StoreCollaborators {
     /// Holds `servers.json` and `settings.json`; made when missing.
     QString folder;
 
-    /// The real ones: probes over ssh, the wall clock, the desktop's notifications, the standard folder.
-    [[nodiscard]] static StoreCollaborators real();
+    /// The real ones: probes over ssh and of `computer`, the wall clock, the desktop's notifications, the standard
+    /// folder.
+    [[nodiscard]] static StoreCollaborators real(ThisComputer& computer);
 };
 
 } // namespace tarnwick

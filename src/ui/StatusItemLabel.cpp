@@ -23,20 +23,20 @@ QString loadText(const QString& name, double percent) {
     return name + u' ' + fixedPoint(percent, 0) + u'%';
 }
 
-QString partText(MenuBarItem item, FleetCounts counts, const ThermalSummary& thermals, const LoadReadings& loads) {
+QString partText(MenuBarItem item, FleetCounts counts, ThisComputer& computer) {
     switch (item) {
     case MenuBarItem::socTemp:
-        return temperatureText(presentReading(thermals.avgSoc));
+        return temperatureText(presentReading(computer.thermals().avgSoc));
     case MenuBarItem::peakTemp:
-        return u"Peak "_s + temperatureText(presentReading(thermals.peak));
+        return u"Peak "_s + temperatureText(presentReading(computer.thermals().peak));
     case MenuBarItem::ssdTemp:
-        return u"SSD "_s + temperatureText(thermals.ssd);
+        return u"SSD "_s + temperatureText(computer.thermals().ssd);
     case MenuBarItem::cpuUsage:
-        return loadText(u"CPU"_s, loads.cpu());
+        return loadText(u"CPU"_s, computer.cpuPercent());
     case MenuBarItem::gpuUsage:
-        return loadText(u"GPU"_s, loads.gpu());
+        return loadText(u"GPU"_s, computer.gpuPercent());
     case MenuBarItem::ramUsage:
-        return loadText(u"RAM"_s, loads.ram());
+        return loadText(u"RAM"_s, computer.ram().percent());
     case MenuBarItem::serverStatus:
         return fleetSummary(counts);
     }
@@ -75,12 +75,12 @@ QString fleetSummary(FleetCounts counts) {
 }
 
 StatusItemLabel composeStatusItemLabel(const QList<Server>& servers, const AppSettings& settings,
-                                       const ThermalSummary& thermals, const LoadReadings& loads) {
+                                       ThisComputer& computer) {
     const FleetCounts counts = fleetCounts(servers);
     QStringList parts;
     for (const MenuBarItem item : allMenuBarItems)
         if (settings.isPinned(item))
-            parts += partText(item, counts, thermals, loads);
+            parts += partText(item, counts, computer);
     const bool showsText = settings.showMenuBarLabel && !parts.isEmpty();
     return {symbolName(counts, settings), showsText ? u' ' + parts.join(u" \u2022 ") : QString()};
 }

@@ -2,12 +2,10 @@
 
 #include "AppSettings.h"
 #include "Server.h"
-#include "ThermalSurvey.h"
+#include "ThisComputer.h"
 
 #include <QList>
 #include <QString>
-
-#include <functional>
 
 namespace tarnwick {
 
@@ -16,13 +14,6 @@ struct StatusItemLabel {
     QString symbolName;
     QString title; ///< a space and the parts, or empty for the icon alone
     friend bool operator==(const StatusItemLabel&, const StatusItemLabel&) = default;
-};
-
-/// Load readings in percent, each called only when its item is pinned.
-struct LoadReadings {
-    std::function<double()> cpu;
-    std::function<double()> gpu;
-    std::function<double()> ram;
 };
 
 /// The enabled servers and how many of them answered.
@@ -34,7 +25,8 @@ struct FleetCounts {
 [[nodiscard]] FleetCounts fleetCounts(const QList<Server>& servers);
 /// "0", "3 OK", "2/3 OK" or "ALL OFF".
 [[nodiscard]] QString fleetSummary(FleetCounts counts);
+/// The computer is asked only for what is pinned.
 [[nodiscard]] StatusItemLabel composeStatusItemLabel(const QList<Server>& servers, const AppSettings& settings,
-                                                     const ThermalSummary& thermals, const LoadReadings& loads);
+                                                     ThisComputer& computer);
 
 } // namespace tarnwick

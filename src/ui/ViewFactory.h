@@ -11,6 +11,7 @@ class QWindow;
 namespace tarnwick {
 
 class ServerStore;
+class ThisComputer;
 class UIState;
 
 /// Makes the contents of the program's windows. The views implement it in a module of their own, which is loaded with
@@ -21,12 +22,12 @@ public:
 
     /// The popover's content at its own size. `rounded`: the window is translucent, so its corners can be round.
     /// `close` asks for the popover to be closed; it is called from inside the content.
-    [[nodiscard]] virtual std::unique_ptr<QWindow> makePopover(ServerStore& store, UIState& ui, bool rounded,
-                                                               std::function<void()> close) = 0;
+    [[nodiscard]] virtual std::unique_ptr<QWindow> makePopover(ServerStore& store, UIState& ui, ThisComputer& computer,
+                                                               bool rounded, std::function<void()> close) = 0;
     /// The welcome tour in a window of its own, not shown yet; `onComplete` is called from the event loop when the user
     /// has finished it.
-    [[nodiscard]] virtual std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui,
-                                                                        std::function<void()> onComplete) = 0;
+    [[nodiscard]] virtual std::unique_ptr<QWindow>
+    makeOnboardingWindow(ServerStore& store, UIState& ui, ThisComputer& computer, std::function<void()> onComplete) = 0;
 };
 
 } // namespace tarnwick

@@ -7,7 +7,7 @@ PopoverModel::PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators co
     , store_(store)
     , ui_(ui)
     , collaborators_(std::move(collaborators))
-    , servers_(store, ui, collaborators_.readings)
+    , servers_(store, ui, collaborators_.computer)
     , cardActions_(store, ui, collaborators_)
     , content_(publishedContent()) {
     connect(&store, &ServerStore::isRefreshingChanged, this, &PopoverModel::update);

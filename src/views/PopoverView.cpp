@@ -23,7 +23,8 @@ void configureQuick() {
 }
 
 PopoverView::PopoverView(ServerStore& store, UIState& ui, ViewCollaborators collaborators)
-    : model_(store, ui, std::move(collaborators)) {
+    : model_(store, ui, collaborators) {
+    setComputer(*engine(), collaborators.computer);
     connect(&model_, &PopoverModel::closeRequested, this, &PopoverView::closeRequested);
     setColor(Qt::transparent);
     setResizeMode(SizeViewToRootObject);

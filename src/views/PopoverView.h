@@ -18,7 +18,7 @@ class PopoverView : public QQuickView {
 
 public:
     /// Both must outlive the view.
-    PopoverView(ServerStore& store, UIState& ui, ViewCollaborators collaborators = ViewCollaborators::real());
+    PopoverView(ServerStore& store, UIState& ui, ViewCollaborators collaborators);
 
     ~PopoverView() override;
 

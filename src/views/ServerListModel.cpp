@@ -4,8 +4,8 @@
 
 namespace tarnwick {
 
-ServerListModel::ServerListModel(ServerStore& store, UIState& ui, LocalReadings readings, QObject* parent)
-    : QAbstractListModel(parent), store_(store), ui_(ui), readings_(std::move(readings)) {
+ServerListModel::ServerListModel(ServerStore& store, UIState& ui, ThisComputer& computer, QObject* parent)
+    : QAbstractListModel(parent), store_(store), ui_(ui), computer_(computer) {
     rows_ = publishedRows();
     connect(&store, &ServerStore::objectWillChange, this, &ServerListModel::takeOverSoon);
     connect(&ui, &UIState::expandedServersChanged, this, &ServerListModel::takeOverSoon);
@@ -60,9 +60,9 @@ CardState ServerListModel::stateOf(const Server& server) const {
     if (server.metrics && !server.metrics->containers.isEmpty())
         state.restartingContainerId = ui_.restartingContainerId();
     if (server.isLocal) {
-        state.avgSoc = readings_.avgSoc();
+        state.avgSoc = computer_.socTemperature().value_or(0);
         const bool needsGpu = server.metrics && !server.metrics->gpuPercent;
-        state.gpuPercent = needsGpu ? readings_.gpuPercent() : 0;
+        state.gpuPercent = needsGpu ? computer_.gpuPercent() : 0;
     }
     return state;
 }

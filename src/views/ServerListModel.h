@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ServerStore.h"
+#include "ThisComputer.h"
 #include "UIState.h"
 #include "card/ServerCardContent.h"
 
@@ -8,15 +9,7 @@
 #include <QPointer>
 #include <QtQmlIntegration>
 
-#include <functional>
-
 namespace tarnwick {
-
-/// Readings of this computer that its own card shows.
-struct LocalReadings {
-    std::function<double()> avgSoc;     ///< °C, 0 when there is no reading
-    std::function<double()> gpuPercent; ///< asked only when the metrics have none
-};
 
 /// The fleet as rows of card content, in the store's order. Whatever the store and the UI state publish in one turn of
 /// the event loop is taken over together, as the smallest changes: removals, moves, insertions, and data changes of
@@ -29,8 +22,8 @@ class ServerListModel : public QAbstractListModel {
 public:
     enum Role { ContentRole = Qt::UserRole + 1 };
 
-    /// Both must outlive the model.
-    ServerListModel(ServerStore& store, UIState& ui, LocalReadings readings, QObject* parent = nullptr);
+    /// All must outlive the model.
+    ServerListModel(ServerStore& store, UIState& ui, ThisComputer& computer, QObject* parent = nullptr);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
@@ -57,7 +50,7 @@ private:
 
     ServerStore& store_;
     UIState& ui_;
-    LocalReadings readings_;
+    ThisComputer& computer_;
     QList<Row> rows_;
     bool takeOverPending_ = false;
 };

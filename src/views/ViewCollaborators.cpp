@@ -1,25 +1,29 @@
 #include "ViewCollaborators.h"
 
-#include "MacHardwareCollector.h"
 #include "SSHMetricsCollector.h"
 #include "TerminalLauncher.h"
 
 #include <QDesktopServices>
+#include <QQmlEngine>
 
 namespace tarnwick {
 
-ViewCollaborators ViewCollaborators::real() {
+ViewCollaborators ViewCollaborators::real(ThisComputer& computer) {
     return {
-        .readings = {.avgSoc = [] { return MacHardwareCollector::queryQuickThermals().avgSoc; },
-                     .gpuPercent =
-                         [] {
-                             return MacHardwareCollector::queryGpuUsage();
-                         }},
+        .computer = computer,
         .restartContainer = SSHMetricsCollector::restartContainer,
         .openServerSSH = TerminalLauncher::openServerSSH,
         .openDockerContainer = TerminalLauncher::openDockerContainer,
         .openAddress = [](const QUrl& address) { QDesktopServices::openUrl(address); },
     };
+}
+
+void setComputer(QQmlEngine& engine, ThisComputer& computer) {
+    engine.setProperty("thisComputer", QVariant::fromValue(&computer));
+}
+
+ThisComputer& computerOf(const QObject& model) {
+    return *qmlEngine(&model)->property("thisComputer").value<ThisComputer*>();
 }
 
 } // namespace tarnwick

@@ -15,17 +15,17 @@ class ViewsModule : public QObject, public ViewFactory {
 public:
     ViewsModule() { configureQuick(); }
 
-    std::unique_ptr<QWindow> makePopover(ServerStore& store, UIState& ui, bool rounded,
+    std::unique_ptr<QWindow> makePopover(ServerStore& store, UIState& ui, ThisComputer& computer, bool rounded,
                                          std::function<void()> close) override {
-        auto view = std::make_unique<PopoverView>(store, ui);
+        auto view = std::make_unique<PopoverView>(store, ui, ViewCollaborators::real(computer));
         view->setRounded(rounded);
         connect(view.get(), &PopoverView::closeRequested, view.get(), close);
         return view;
     }
 
-    std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui,
+    std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui, ThisComputer& computer,
                                                   std::function<void()> onComplete) override {
-        return tarnwick::makeOnboardingWindow(store, ui, std::move(onComplete));
+        return tarnwick::makeOnboardingWindow(store, ui, ViewCollaborators::real(computer), std::move(onComplete));
     }
 };
 

@@ -1,5 +1,7 @@
+#include "../computer/SampleComputer.h"
 #include "OpenSshServer.h"
 #include "ProbePayload.h"
+#include "ProbeScripts.h"
 #include "SSHMetricsCollector.h"
 #include "UserHome.h"
 
@@ -41,8 +43,14 @@ QString reasonOf(const ServerMetrics& metrics) {
     return metrics.errorMessage.value_or(u"(none)"_s);
 }
 
+/// One probe; the local server's is of the sample computer.
+QFuture<ServerMetrics> probe(const Server& server) {
+    static SampleComputer sample;
+    return SSHMetricsCollector::collect(server, sample.computer);
+}
+
 QString failureOf(const Server& server) {
-    return reasonOf(resultOf(SSHMetricsCollector::collect(server)));
+    return reasonOf(resultOf(probe(server)));
 }
 
 QByteArray containerRows() {
@@ -82,7 +90,7 @@ private Q_SLOTS:
         const ServerMetrics expected = parseMetrics(byHand.readAllStandardOutput(), 0);
         QCOMPARE(reasonOf(expected), u"(none)"_s);
 
-        const ServerMetrics metrics = resultOf(SSHMetricsCollector::collect(serverAt(host_)));
+        const ServerMetrics metrics = resultOf(probe(serverAt(host_)));
         QCOMPARE(reasonOf(metrics), u"(none)"_s);
         QCOMPARE(metrics.cpuPercent, 58.0);
         QCOMPARE(metrics.gpuPercent, std::nullopt);
@@ -99,7 +107,7 @@ private Q_SLOTS:
         for (int i = 0; i < 300; ++i)
             rows += u"c%1\tn%1\timage\tUp 2 days\trunning\t%2\n"_s.arg(i).arg(u""_s, 250, u'p').toLatin1();
         QVERIFY(host_.standIns().addDocker(rows));
-        const ServerMetrics metrics = resultOf(SSHMetricsCollector::collect(serverAt(host_)));
+        const ServerMetrics metrics = resultOf(probe(serverAt(host_)));
         QCOMPARE(reasonOf(metrics), u"(none)"_s);
         QCOMPARE(metrics.containers.size(), 300);
         QCOMPARE(metrics.containers.last().ports.size(), 250);
@@ -127,7 +135,7 @@ private Q_SLOTS:
         QVERIFY(host.standIns().addRecording(u"top"_s, {}));
         const QString error = host.start(behaviour);
         QVERIFY2(error.isEmpty(), qPrintable(error));
-        const ServerMetrics metrics = resultOf(SSHMetricsCollector::collect(serverAt(host)));
+        const ServerMetrics metrics = resultOf(probe(serverAt(host)));
         const QRegularExpression pattern(QRegularExpression::anchoredPattern(reason),
                                          QRegularExpression::DotMatchesEverythingOption);
         QVERIFY2(pattern.match(reasonOf(metrics)).hasMatch(), qPrintable(reasonOf(metrics).left(200)));
@@ -161,10 +169,10 @@ private Q_SLOTS:
         QVERIFY(hung.start(HostBehaviour::hangs).isEmpty());
         ProcessRequest impatient = SSHMetricsCollector::remoteProbeRequest(serverAt(hung));
         impatient.timeLimit = 1s;
-        const QFuture<ServerMetrics> waiting = SSHMetricsCollector::collect(serverAt(hung));
+        const QFuture<ServerMetrics> waiting = probe(serverAt(hung));
         QList<QFuture<ServerMetrics>> others;
         for (int i = 0; i < 8; ++i)
-            others << SSHMetricsCollector::collect(serverAt(host_));
+            others << probe(serverAt(host_));
         for (const auto& other : others)
             QCOMPARE(reasonOf(resultOf(other)), u"(none)"_s);
         QVERIFY(!waiting.isFinished());
@@ -210,16 +218,17 @@ private Q_SLOTS:
         QVERIFY(tools.addDocker(containerRows()));
         const QByteArray before = qgetenv("PATH");
         qputenv("PATH", tools.searchPath().toLocal8Bit());
-        const ServerMetrics metrics = resultOf(SSHMetricsCollector::collect(localServer()));
+        const ServerMetrics metrics = resultOf(probe(localServer()));
         const bool restarted = resultOf(SSHMetricsCollector::restartContainer(localServer(), u"9b1e77a0c2d5"_s));
         const bool restartedOther = resultOf(SSHMetricsCollector::restartContainer(localServer(), u"nosuch"_s));
         qputenv("PATH", before);
 
         QCOMPARE(reasonOf(metrics), u"(none)"_s);
         QCOMPARE(metrics.uptimeString, u"local"_s);
-        QVERIFY(metrics.gpuPercent.has_value());
-        QVERIFY(metrics.memoryTotalMB > metrics.memoryUsedMB && metrics.memoryUsedMB > 0);
-        QVERIFY(metrics.diskTotalGB > 0 && metrics.loadAvg1m >= 0 && metrics.latencyMs >= 0);
+        QCOMPARE(std::tuple(metrics.cpuPercent, metrics.gpuPercent), std::tuple(12.5, std::optional(8.0)));
+        QCOMPARE(std::tuple(metrics.memoryUsedMB, metrics.memoryTotalMB), std::tuple(11'264.0, 16'384.0));
+        QCOMPARE(std::tuple(metrics.diskUsedGB, metrics.diskTotalGB), std::tuple(120.3, 460.4));
+        QVERIFY(metrics.loadAvg1m >= 0 && metrics.latencyMs >= 0);
         QCOMPARE(metrics.containers.size(), 6);
         QVERIFY(restarted);
         QVERIFY(!restartedOther);

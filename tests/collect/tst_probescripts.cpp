@@ -69,7 +69,7 @@ private:
 private Q_SLOTS:
     void areTheTriedTexts() {
         QCOMPARE(sha256(ProbeScripts::remote()), "3bd71fe9d20d60cc12ebb2f28f570d41c0ad6f008cecb1312ede07566f07dfe9");
-        const QString local = ProbeScripts::local({12.5, 0, 16384, 100'000'000, 1e-05, 120.3});
+        const QString local = ProbeScripts::local(12.5, 0, {16, 97'656.25}, {1e-05, 120.3});
         const qsizetype head = local.indexOf(u"12.5");
         QCOMPARE(sha256(local.first(head)), "b6ebd08e997ad06d3267103df5b13523cd7c98f7ba0eb79c2e4bcd245347cb21");
         QCOMPARE(local.sliced(head), u"12.5 0.0 16384.0 100000000.0 1e-05 120.3 \"$cpu_load\" \"$docker_json\"");
@@ -112,7 +112,7 @@ private Q_SLOTS:
         StandIns host;
         QVERIFY(host.addRecording(u"sysctl"_s, "{ 1.84 2.01 2.20 }\n"));
         QVERIFY(host.addDocker(fixture(u"docker/containers.tsv"_s)));
-        const ShellResult result = runScript(shell, ProbeScripts::local({12.5, 3, 8192, 16384, 120.3, 460.4}), host);
+        const ShellResult result = runScript(shell, ProbeScripts::local(12.5, 3, {8, 16}, {120.3, 460.4}), host);
         QCOMPARE(result.error, QByteArray());
         QVERIFY2(
             result.output.startsWith(R"({"cpu":12.5,"gpu":3.0,"mem_used":8192,"mem_total":16384,"disk_used":120.3,)"

@@ -1,3 +1,4 @@
+#include "ProbeScripts.h"
 #include "SSHMetricsCollector.h"
 
 #include <QDir>

@@ -1,5 +1,4 @@
 #include "MacHardwareCollector.h"
-#include "ThermalSurvey.h"
 
 #include <QTest>
 
@@ -11,12 +10,6 @@ using namespace tarnwick;
 namespace {
 
 using Readings = QList<TemperatureReading>;
-
-class ScriptedSensors : public TemperatureSensors {
-public:
-    std::optional<QList<TemperatureReading>> readings;
-    std::optional<QList<TemperatureReading>> read() override { return readings; }
-};
 
 QStringList namesOf(const ThermalSummary& summary) {
     QStringList names;
@@ -94,13 +87,11 @@ private Q_SLOTS:
     }
 
     void quickReadings() {
-        ScriptedSensors sensors;
-        sensors.readings = Readings{{u"tdie"_s, 55.0}, {u"SSD"_s, 33.0}};
         const ThermalSummary expected{.avgSoc = 55, .peak = 55, .ssd = 33, .sensors = {}};
-        QCOMPARE(MacHardwareCollector::queryQuickThermals(sensors), expected);
-        QCOMPARE(MacHardwareCollector::queryQuickSocTemp(sensors), std::optional(55.0));
-        sensors.readings = Readings{{u"SSD"_s, 33.0}};
-        QCOMPARE(MacHardwareCollector::queryQuickSocTemp(sensors), std::nullopt);
+        const Readings readings{{u"tdie"_s, 55.0}, {u"SSD"_s, 33.0}};
+        QCOMPARE(MacHardwareCollector::queryQuickThermals(readings), expected);
+        QCOMPARE(MacHardwareCollector::queryQuickSocTemp(readings), std::optional(55.0));
+        QCOMPARE(MacHardwareCollector::queryQuickSocTemp(Readings{{u"SSD"_s, 33.0}}), std::nullopt);
     }
 };
 

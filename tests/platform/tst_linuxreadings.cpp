@@ -262,7 +262,7 @@ private Q_SLOTS:
     }
 
     void thisComputer() {
-        KernelReadings& kernel = KernelReadings::system();
+        LinuxKernelReadings kernel;
         const std::optional<CpuTicks> before = kernel.cpuTicks();
         QVERIFY(before);
         QTRY_VERIFY(kernel.cpuTicks() != before);

@@ -1,5 +1,6 @@
 // The shell's logic against a scripted status item, popover and clock.
 
+#include "../computer/SampleComputer.h"
 #include "AppDelegate.h"
 
 #include <QSignalSpy>
@@ -35,6 +36,22 @@ public:
     QList<QPoint> anchors;
 };
 
+class ScriptedViews : public ViewFactory {
+public:
+    std::unique_ptr<QWindow> makePopover(ServerStore& /*store*/, UIState& /*ui*/, ThisComputer& /*computer*/,
+                                         bool /*rounded*/, std::function<void()> /*close*/) override {
+        ++popoversMade;
+        return std::make_unique<QWindow>();
+    }
+    std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& /*store*/, UIState& /*ui*/, ThisComputer& /*computer*/,
+                                                  std::function<void()> onComplete) override {
+        finishTour = std::move(onComplete);
+        return std::make_unique<QWindow>();
+    }
+    int popoversMade = 0;
+    std::function<void()> finishTour;
+};
+
 } // namespace
 
 class AppDelegateTest : public QObject {
@@ -44,16 +61,14 @@ private:
     QTemporaryDir folder_;
     QHash<QUuid, std::shared_ptr<QPromise<ServerMetrics>>> probes_;
     std::chrono::nanoseconds now_ = 1h;
-    int contentsMade_ = 0;
-    int thermalReadings_ = 0;
-    std::function<void()> finishTour_;
+    std::unique_ptr<SampleComputer> sample_;
+    ScriptedViews views_;
     ScriptedStatusItem* item_ = nullptr;
     ScriptedPopover* popover_ = nullptr;
     std::unique_ptr<AppDelegate> delegate_;
 
-    AppSurroundings surroundings() {
-        AppSurroundings result;
-        result.store = {
+    StoreCollaborators collaborators() {
+        return {
             .collect =
                 [this](const Server& server) {
                     auto promise = std::make_shared<QPromise<ServerMetrics>>();
@@ -73,37 +88,36 @@ private:
             .computerName = [] { return std::optional(QStringLiteral("desk")); },
             .folder = folder_.path(),
         };
-        result.thermals = [this] {
-            ++thermalReadings_;
-            return ThermalSummary{41.3, 50, {}, {}};
-        };
-        result.loads = {[] { return 1.0; }, [] { return 2.0; },
-                        [] {
-                            return 3.0;
-                        }};
-        result.clock = [this] {
-            return now_;
-        };
+    }
+
+    AppSurroundings surroundings() {
         auto item = std::make_unique<ScriptedStatusItem>();
         item_ = item.get();
-        result.statusItem = std::move(item);
         auto popover = std::make_unique<ScriptedPopover>();
         popover_ = popover.get();
-        result.popover = std::move(popover);
-        result.makePopoverContent = [this](ServerStore&, UIState&, bool, const std::function<void()>&) {
-            ++contentsMade_;
-            return std::make_unique<QWindow>();
+        return {
+            .store = collaborators(),
+            .computer = sample_->computer,
+            .clock = [this] { return now_; },
+            .statusItem = std::move(item),
+            .popover = std::move(popover),
+            .views = [this] { return &views_; },
         };
-        result.makeOnboardingWindow = [this](ServerStore&, UIState&, std::function<void()> done) {
-            finishTour_ = std::move(done);
-            return std::make_unique<QWindow>();
-        };
-        return result;
+    }
+
+    /// The probe of every server answers, each in a turn of the event loop of its own.
+    void answerOneByOne(const ServerMetrics& metrics) {
+        QTRY_COMPARE(probes_.size(), 201);
+        for (const auto& probe : std::as_const(probes_)) {
+            probe->addResult(metrics);
+            probe->finish();
+            QCoreApplication::processEvents();
+        }
     }
 
     void launch(bool tourDone) {
         {
-            ServerStore store(surroundings().store);
+            ServerStore store(collaborators());
             store.editSettings([tourDone](AppSettings& settings) { settings.hasCompletedOnboarding = tourDone; });
         }
         probes_.clear();
@@ -112,10 +126,11 @@ private:
     }
 
 private Q_SLOTS:
+    void init() { sample_ = std::make_unique<SampleComputer>(); }
     void cleanup() {
         delegate_.reset();
         probes_.clear();
-        contentsMade_ = 0;
+        views_.popoversMade = 0;
         QVERIFY(QFile::remove(folder_.filePath(QStringLiteral("servers.json"))));
         QVERIFY(QFile::remove(folder_.filePath(QStringLiteral("settings.json"))));
     }
@@ -129,14 +144,32 @@ private Q_SLOTS:
         QTRY_COMPARE(probes_.size(), 201);
         QCoreApplication::processEvents();
 
-        const int before = thermalReadings_;
+        const qsizetype before = item_->contents.size();
         for (const auto& probe : std::as_const(probes_)) {
             probe->addResult(ServerMetrics{});
             probe->finish();
         }
         QTRY_COMPARE(item_->contents.last().title, QStringLiteral(" 41\u00b0C \u2022 201 OK"));
         QCOMPARE(item_->contents.last().symbolName, QStringLiteral("thermometer.medium"));
-        QVERIFY2(thermalReadings_ - before < 20, qPrintable(QString::number(thermalReadings_ - before)));
+        const qsizetype composed = item_->contents.size() - before;
+        QVERIFY2(composed < 20, qPrintable(QString::number(composed)));
+    }
+
+    /// Hosts that refuse answer within milliseconds. A load measured over one of those is 0 % or 100 %.
+    void figuresStandStillWhileResultsArrive() {
+        {
+            ServerStore store(collaborators());
+            store.editSettings([](AppSettings& settings) { settings.pinnedMenuBarItems = pins(PinPreset::Resources); });
+        }
+        launch(true);
+        sample_->setCpu(100);
+        answerOneByOne(ServerMetrics::offline(QStringLiteral("Connection refused")));
+        QVERIFY(item_->contents.size() > 20);
+        for (const StatusItemContent& content : std::as_const(item_->contents))
+            QCOMPARE(content.title, QStringLiteral(" CPU 12% \u2022 GPU 8% \u2022 RAM 69%"));
+        sample_->letTimePass();
+        delegate_->updateStatusBarButton();
+        QVERIFY(item_->contents.last().title.startsWith(QStringLiteral(" CPU 100%")));
     }
 
     void clickTogglesAndTheClosingClickDoesNotReopen() {
@@ -158,7 +191,7 @@ private Q_SLOTS:
         now_ += 1ms;
         Q_EMIT item_->clicked({100, 20});
         QVERIFY(popover_->isShown());
-        QCOMPARE(contentsMade_, 2);
+        QCOMPARE(views_.popoversMade, 2);
 
         Q_EMIT item_->clicked({100, 20});
         QVERIFY(!popover_->isShown());
@@ -187,7 +220,7 @@ private Q_SLOTS:
         delegate_->showOnboardingWindow();
         QCOMPARE(delegate_->onboardingWindow(), window);
 
-        finishTour_();
+        views_.finishTour();
         QTRY_VERIFY(!window);
         QVERIFY(!delegate_->onboardingWindow());
         QVERIFY(popover_->isShown());

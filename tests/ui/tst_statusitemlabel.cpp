@@ -1,3 +1,4 @@
+#include "../computer/SampleComputer.h"
 #include "StatusItemLabel.h"
 
 #include <QTest>
@@ -75,34 +76,32 @@ private Q_SLOTS:
         for (const int pin : pins)
             settings.togglePinned(static_cast<MenuBarItem>(pin));
         // Halves round to even, as printf does: 36.5 to 36, 12.5 to 12, 0.5 to 0.
-        const ThermalSummary thermals{41.3, 57.5, 36.5, {}};
-        int asked = 0;
-        const auto reading = [&](double percent) {
-            return [&asked, percent] {
-                return ++asked, percent;
-            };
-        };
-        const LoadReadings loads{reading(12.5), reading(0.5), reading(99.5)};
+        SampleComputer sample;
+        sample.sensors.readings->last().celsius = 36.5;
+        sample.kernel.cards = {accelerator(0.5)};
+        sample.setRam(99.6);
 
-        const StatusItemLabel label = composeStatusItemLabel(fleet(pattern), settings, thermals, loads);
+        const StatusItemLabel label = composeStatusItemLabel(fleet(pattern), settings, sample.computer);
         QCOMPARE(label.symbolName, symbol);
         QCOMPARE(label.title, title);
-        QCOMPARE(asked, settings.isPinned(MenuBarItem::cpuUsage) + settings.isPinned(MenuBarItem::gpuUsage) +
-                            settings.isPinned(MenuBarItem::ramUsage));
+        QStringList pinned;
+        for (const auto& [item, figure] : {std::pair(MenuBarItem::cpuUsage, u"cpu"_s),
+                                           {MenuBarItem::gpuUsage, u"gpu"_s},
+                                           {MenuBarItem::ramUsage, u"ram"_s}})
+            if (settings.isPinned(item))
+                pinned += figure;
+        QCOMPARE(sample.kernel.asked, pinned);
 
         settings.showMenuBarLabel = false;
-        QCOMPARE(composeStatusItemLabel(fleet(pattern), settings, thermals, loads), (StatusItemLabel{symbol, {}}));
+        QCOMPARE(composeStatusItemLabel(fleet(pattern), settings, sample.computer), (StatusItemLabel{symbol, {}}));
     }
 
     void temperaturesWithoutReading() {
         AppSettings settings;
         settings.pinnedMenuBarItems = pins(PinPreset::Thermals);
-        const auto title = [&](const ThermalSummary& thermals) {
-            return composeStatusItemLabel({}, settings, thermals, {}).title;
-        };
-        QCOMPARE(title({0, -3, std::nullopt, {}}), u" --°C • Peak --°C • SSD --°C"_s);
-        // The storage temperature counts whenever it is there: a drive in a cold room.
-        QCOMPARE(title({0.4, 120.6, -2.0, {}}), u" 0°C • Peak 121°C • SSD -2°C"_s);
+        SampleComputer sample;
+        sample.sensors.readings = {{{u"acpitz"_s, 40.0}}};
+        QCOMPARE(composeStatusItemLabel({}, settings, sample.computer).title, u" --°C • Peak --°C • SSD --°C"_s);
     }
 };
 

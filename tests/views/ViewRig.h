@@ -1,5 +1,6 @@
 #pragma once
 
+#include "../computer/SampleComputer.h"
 #include "../store/StoreRig.h"
 #include "PopoverView.h"
 #include "UIState.h"
@@ -39,6 +40,7 @@ inline void failOnQmlWarnings() {
 class ViewRig : public StoreRig {
 public:
     UIState ui;
+    SampleComputer sample;
     std::unique_ptr<QQuickView> view;
 
     ViewRig() {
@@ -55,6 +57,7 @@ public:
     }
     void show(const QString& name, const QVariantMap& properties) {
         view = std::make_unique<QQuickView>();
+        setComputer(*view->engine(), sample.computer);
         view->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
         view->setInitialProperties(properties);
         view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tarnwick/%1.qml").arg(name)));

@@ -249,7 +249,7 @@ void OnboardingTest::standsInAWindow() {
     rig.ui.setOnboardingStep(4);
     int completions = 0;
     std::unique_ptr<QWindow> window;
-    window = makeOnboardingWindow(*rig.store, rig.ui, [&] {
+    window = makeOnboardingWindow(*rig.store, rig.ui, ViewCollaborators::real(rig.sample.computer), [&] {
         ++completions;
         window.reset();
     });
@@ -271,7 +271,8 @@ void OnboardingTest::standsInAWindow() {
     // Closing it is no completion.
     rig.store->editSettings([](AppSettings& settings) { settings.hasCompletedOnboarding = false; },
                             ServerStore::Saving::later);
-    window = makeOnboardingWindow(*rig.store, rig.ui, [&] { ++completions; });
+    window =
+        makeOnboardingWindow(*rig.store, rig.ui, ViewCollaborators::real(rig.sample.computer), [&] { ++completions; });
     window->show();
     window->close();
     window.reset();

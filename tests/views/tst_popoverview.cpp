@@ -1,3 +1,4 @@
+#include "../computer/SampleComputer.h"
 #include "ViewRig.h"
 
 #include <QAccessible>
@@ -41,20 +42,19 @@ QList<QQuickItem*> itemsSaying(const QQuickItem* root, const QString& text) {
 /// The popover over a scripted store, pressed like a user presses it.
 struct Desk : StoreRig {
     UIState ui;
+    SampleComputer sample;
     QStringList terminals;
     QStringList opened;
     std::map<QString, QPromise<bool>> restarts;
     std::unique_ptr<PopoverView> view;
 
-    static double soc() { return 41.3; }
-    static double gpu() { return 8; }
     explicit Desk(const QList<Server>& servers) {
         failOnQmlWarnings();
         startWith(servers);
         view = std::make_unique<PopoverView>(
             *store, ui,
             ViewCollaborators{
-                .readings = {.avgSoc = soc, .gpuPercent = gpu},
+                .computer = sample.computer,
                 .restartContainer =
                     [this](const Server&, const QString& id) {
                         QPromise<bool>& promise = restarts[id];

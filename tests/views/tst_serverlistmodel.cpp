@@ -1,3 +1,4 @@
+#include "../computer/SampleComputer.h"
 #include "ServerListModel.h"
 #include "StoreRig.h"
 
@@ -15,15 +16,13 @@ namespace {
 
 struct Fixture : StoreRig {
     UIState ui;
-    int thermalReadings = 0;
+    SampleComputer sample;
     std::unique_ptr<ServerListModel> model;
     std::unique_ptr<QAbstractItemModelTester> tester;
 
-    static double gpu() { return 8; }
     explicit Fixture(const QList<Server>& servers) {
         startWith(servers);
-        const LocalReadings readings{.avgSoc = [this] { return ++thermalReadings, 41.0; }, .gpuPercent = gpu};
-        model = std::make_unique<ServerListModel>(*store, ui, readings);
+        model = std::make_unique<ServerListModel>(*store, ui, sample.computer);
         tester = std::make_unique<QAbstractItemModelTester>(model.get(),
                                                             QAbstractItemModelTester::FailureReportingMode::QtTest);
     }
@@ -140,14 +139,15 @@ private Q_SLOTS:
         servers[1].isLocal = true;
         servers[1].metrics = ServerMetrics();
         Fixture fleet(servers);
-        QCOMPARE(fleet.thermalReadings, 1);
-        for (int look = 0; look < 5; ++look)
+        for (int look = 0; look < 5; ++look) {
+            fleet.sample.letTimePass();
             QCOMPARE(fleet.card(1).temperatureText, u"41\u00b0C"_s);
-        QCOMPARE(fleet.thermalReadings, 1);
+        }
+        QCOMPARE(fleet.sample.sensors.reads, 1);
         fleet.store->moveServer(0, 2);
         fleet.store->moveServer(0, 2);
         QCoreApplication::processEvents();
-        QCOMPARE(fleet.thermalReadings, 2);
+        QCOMPARE(fleet.sample.sensors.reads, 2);
     }
 
     void followsTheUserInterface() {

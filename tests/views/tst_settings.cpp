@@ -17,9 +17,9 @@ AppSettings stored(const StoreRig& rig) {
 
 struct SettingsRig : SheetRig {
     QStringList opened;
-    const ViewCollaborators collaborators{.openAddress = [this](const QUrl& url) {
-        opened += url.toString();
-    }};
+    const ViewCollaborators collaborators{.computer = sample.computer, .openAddress = [this](const QUrl& url) {
+                                              opened += url.toString();
+                                          }};
     SettingsModel* model = nullptr; ///< of the sheet that is shown
 
     void showSettings() {

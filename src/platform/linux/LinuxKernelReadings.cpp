@@ -30,11 +30,6 @@ std::optional<QByteArray> textValue(const QByteArray& text) {
     return text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
-template <typename Integer>
-std::optional<QByteArray> intValue(std::optional<Integer> number) {
-    return number ? std::optional(bytesOf(*number)) : std::nullopt;
-}
-
 /// The number that the text begins with, and the text moved past it; absent when something else comes first.
 std::optional<quint64> takeNumber(QByteArrayView& text) {
     text = text.trimmed();
@@ -184,11 +179,6 @@ std::optional<QByteArray> LinuxKernelReadings::bootTime() const {
     // Read anew each time: the kernel moves it when the clock is set.
     const auto seconds = numberAfter(readSmallFile(root_ + u"proc/stat"_s), "btime ");
     return seconds ? std::optional(bytesOf(static_cast<qint64>(*seconds)) + bytesOf(qint64{0})) : std::nullopt;
-}
-
-KernelReadings& KernelReadings::system() {
-    static LinuxKernelReadings readings;
-    return readings;
 }
 
 } // namespace tarnwick

@@ -135,9 +135,4 @@ void LinuxTemperatureSensors::readDevice(Device& device) {
         device.power.rest();
 }
 
-TemperatureSensors& TemperatureSensors::system() {
-    static LinuxTemperatureSensors sensors;
-    return sensors;
-}
-
 } // namespace tarnwick

@@ -101,7 +101,7 @@ void TerminalStatusItem::close() {
     closed_ = true;
     unsent_.clear();
     room_.setEnabled(false);
-    QMetaObject::invokeMethod(this, &TerminalStatusItem::outputClosed, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &StatusItem::outputClosed, Qt::QueuedConnection);
 }
 
 } // namespace tarnwick

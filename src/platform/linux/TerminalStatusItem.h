@@ -8,7 +8,8 @@
 namespace tarnwick {
 
 /// The status item without a desktop: each changed content is one line of UTF-8 on standard output, the symbol as a
-/// character and then the title, as text status bars and people on a terminal read it. Never clicked.
+/// character and then the title, as text status bars and people on a terminal read it. Never clicked. Each content is
+/// also the moment at which it notices that nobody reads the output any more; from then on it writes nothing.
 ///
 /// It never waits for a slow reader: a line that could not go out before the next one came is replaced by it, but a
 /// line that has begun is completed. From construction on, SIGPIPE is ignored.
@@ -20,11 +21,6 @@ public:
     explicit TerminalStatusItem(int descriptor = 1, QObject* parent = nullptr);
 
     void setContent(const StatusItemContent& content) override;
-
-Q_SIGNALS:
-    /// Nobody can read the output any more, as seen at the latest content, changed or not. Emitted once, from the event
-    /// loop; nothing is written afterwards.
-    void outputClosed();
 
 private:
     void write();

@@ -1,5 +1,7 @@
 #include "MacInfoModel.h"
 
+#include "ViewCollaborators.h"
+
 namespace tarnwick {
 
 void MacInfoModel::componentComplete() {
@@ -14,7 +16,7 @@ void MacInfoModel::componentComplete() {
 }
 
 void MacInfoModel::refresh() {
-    ui_->setMacInfo(MacHardwareCollector::collect());
+    ui_->setMacInfo(computerOf(*this).info());
 }
 
 void MacInfoModel::toggleSensors() {
@@ -22,7 +24,7 @@ void MacInfoModel::toggleSensors() {
 }
 
 void MacInfoModel::update() {
-    const MacHardwareInfo info = ui_->macInfo() ? *ui_->macInfo() : MacHardwareCollector::collect();
+    const MacHardwareInfo info = ui_->macInfo() ? *ui_->macInfo() : computerOf(*this).info();
     MacInfoContent content = macInfoContent(info, store_->settings().pinnedMenuBarItems, ui_->showingAllSensors());
     if (content == content_)
         return;

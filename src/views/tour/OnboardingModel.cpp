@@ -9,8 +9,8 @@ namespace tarnwick {
 void OnboardingModel::componentComplete() {
     ui_->setExpandedServers(QSet(ui_->expandedServers()) << demoServer_.id);
     if (!ui_->macInfo())
-        ui_->setMacInfo(MacHardwareCollector::collect());
-    cardActions_ = std::make_unique<CardActions>(*store_, *ui_, ViewCollaborators::real());
+        ui_->setMacInfo(computerOf(*this).info());
+    cardActions_ = std::make_unique<CardActions>(*store_, *ui_, ViewCollaborators::real(computerOf(*this)));
     Q_EMIT cardActionsChanged();
 
     connect(ui_, &UIState::expandedServersChanged, this, &OnboardingModel::demoCardChanged);
@@ -25,7 +25,7 @@ void OnboardingModel::componentComplete() {
 }
 
 void OnboardingModel::update() {
-    const MacHardwareInfo info = ui_->macInfo() ? *ui_->macInfo() : MacHardwareCollector::collect();
+    const MacHardwareInfo info = ui_->macInfo() ? *ui_->macInfo() : computerOf(*this).info();
     OnboardingContent content = onboardingContent(ui_->onboardingStep(), info, store_->settings().pinnedMenuBarItems);
     if (content == content_)
         return;

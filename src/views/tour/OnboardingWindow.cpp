@@ -1,6 +1,7 @@
 #include "OnboardingWindow.h"
 
 #include "OnboardingModel.h"
+#include "ViewCollaborators.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -11,11 +12,13 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
-std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui, std::function<void()> onComplete) {
+std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators,
+                                              std::function<void()> onComplete) {
     auto window = std::make_unique<QQuickView>();
     window->setFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                      Qt::WindowCloseButtonHint);
     window->setTitle(u"Welcome to Tarnwick"_s);
+    setComputer(*window->engine(), collaborators.computer);
     window->engine()->addImportPath(u"qrc:/qt/qml"_s);
     window->setInitialProperties({{u"store"_s, QVariant::fromValue(&store)}, {u"ui"_s, QVariant::fromValue(&ui)}});
     window->setSource(QUrl(u"qrc:/qt/qml/Tarnwick/tour/OnboardingView.qml"_s));

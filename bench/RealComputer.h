@@ -1,0 +1,25 @@
+#pragma once
+
+#include "ThisComputer.h"
+#include "linux/LinuxKernelReadings.h"
+#include "linux/LinuxTemperatureSensors.h"
+
+#include <utility>
+
+/// The computer that the benchmark runs on, with the temperature sensors below `sensorRoot`.
+struct RealComputer {
+    explicit RealComputer(tarnwick::ThisComputer::Clock clock = tarnwick::ThisComputer::steadyTime,
+                          const QString& sensorRoot = QStringLiteral("/"))
+        : sensors(sensorRoot), computer(kernel, sensors, std::move(clock)) {}
+
+    tarnwick::LinuxKernelReadings kernel;
+    tarnwick::LinuxTemperatureSensors sensors;
+    tarnwick::ThisComputer computer;
+};
+
+/// Time for a computer that is to read each figure whenever it is asked: a second goes by between two questions.
+[[nodiscard]] inline tarnwick::ThisComputer::Clock hurriedTime() {
+    return [now = std::chrono::nanoseconds()]() mutable {
+        return now += std::chrono::seconds(1);
+    };
+}

@@ -1,0 +1,79 @@
+#include "ThisComputer.h"
+
+#include "MacHardwareTexts.h"
+
+#include <utility>
+
+namespace tarnwick {
+
+std::chrono::nanoseconds ThisComputer::steadyTime() {
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
+
+ThisComputer::ThisComputer(KernelReadings& kernel, TemperatureSensors& sensors, Clock clock)
+    : kernel_(kernel), sensors_(sensors), clock_(std::move(clock)) {}
+
+/// The reading's value; taken now when the last one is too old.
+template <typename Value, typename Take>
+Value ThisComputer::current(Reading<Value>& reading, Take take) {
+    const std::lock_guard lock(reading.mutex);
+    const std::chrono::nanoseconds now = clock_();
+    if (!reading.takenAt || now - *reading.takenAt >= maximumAge) {
+        reading.value = take();
+        reading.takenAt = now;
+    }
+    return reading.value;
+}
+
+double ThisComputer::cpuPercent() {
+    return current(
+        cpu_,
+        [this]() -> double {
+            const std::optional<CpuTicks> now = kernel_.cpuTicks();
+            return now ? MacHardwareCollector::queryCpuUsage(*now, std::exchange(previousTicks_, now)) : 0;
+        });
+}
+
+double ThisComputer::gpuPercent() {
+    return current(
+        gpu_, [this] { return MacHardwareCollector::queryGpuUsage(kernel_.accelerators()); });
+}
+
+SpaceUsage ThisComputer::ram() {
+    return current(
+        ram_,
+        [this] {
+            const std::optional<qint64> installed = MacHardwareTexts::kernelInt64(kernel_.value("hw.memsize"));
+            return MacHardwareCollector::queryRamUsage(installed, kernel_.memoryPages());
+        });
+}
+
+SpaceUsage ThisComputer::disk() {
+    return current(
+        disk_, [this] { return MacHardwareCollector::queryDiskUsage(kernel_.homeVolume()); });
+}
+
+std::optional<QList<TemperatureReading>> ThisComputer::temperatures() {
+    return current(
+        temperatures_, [this] { return sensors_.read(); });
+}
+
+ThermalSummary ThisComputer::thermals() {
+    return MacHardwareCollector::queryQuickThermals(temperatures());
+}
+
+std::optional<double> ThisComputer::socTemperature() {
+    return MacHardwareCollector::queryQuickSocTemp(temperatures());
+}
+
+MacHardwareInfo ThisComputer::description() {
+    std::call_once(described_, [this] { description_ = MacHardwareCollector::describe(kernel_); });
+    return description_;
+}
+
+MacHardwareInfo ThisComputer::info() {
+    return MacHardwareCollector::collect(description(), kernel_, surveyThermals(temperatures()), cpuPercent(),
+                                         gpuPercent(), ram());
+}
+
+} // namespace tarnwick

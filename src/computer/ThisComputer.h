@@ -1,0 +1,67 @@
+#pragma once
+
+#include "MacHardwareCollector.h"
+
+#include <chrono>
+#include <functional>
+#include <mutex>
+#include <optional>
+
+namespace tarnwick {
+
+/// The computer that the program runs on. It owns the previous CPU sample, so that all who ask share one, and the last
+/// readings with their age: two questions within `maximumAge` get the same figures. Nothing is read before it is
+/// asked for. Any thread; a figure that takes long to read holds up only those who ask for that figure. Figures that
+/// cannot be read are 0. "GB" is 2^30 bytes.
+class ThisComputer {
+public:
+    /// Monotonic time.
+    using Clock = std::function<std::chrono::nanoseconds()>;
+    [[nodiscard]] static std::chrono::nanoseconds steadyTime();
+
+    /// A little less than the second after which the status item's label asks again.
+    static constexpr std::chrono::milliseconds maximumAge{900};
+
+    /// Both readings must outlive it.
+    ThisComputer(KernelReadings& kernel, TemperatureSensors& sensors, Clock clock = steadyTime);
+
+    /// Percent of processor time busy since the previous measurement; the first one measures since boot.
+    [[nodiscard]] double cpuPercent();
+    /// As the first accelerator reports it that does; may exceed 100.
+    [[nodiscard]] double gpuPercent();
+    [[nodiscard]] SpaceUsage ram();
+    /// The volume that holds the user's home directory; rounded to one decimal.
+    [[nodiscard]] SpaceUsage disk();
+    /// The summary alone; the list of sensors is in info().
+    [[nodiscard]] ThermalSummary thermals();
+    /// Mean temperature of the processor, in °C; absent when no sensor measures it.
+    [[nodiscard]] std::optional<double> socTemperature();
+    /// The full record. What describes the machine is read once; the figures in it are those of the functions above.
+    [[nodiscard]] MacHardwareInfo info();
+
+private:
+    template <typename Value>
+    struct Reading {
+        std::mutex mutex;
+        Value value{};
+        std::optional<std::chrono::nanoseconds> takenAt;
+    };
+    template <typename Value, typename Take>
+    Value current(Reading<Value>& reading, Take take);
+    [[nodiscard]] std::optional<QList<TemperatureReading>> temperatures();
+    [[nodiscard]] MacHardwareInfo description();
+
+    KernelReadings& kernel_;
+    TemperatureSensors& sensors_;
+    const Clock clock_;
+    std::optional<CpuTicks> previousTicks_; ///< under the lock of `cpu_`
+    Reading<double> cpu_;
+    Reading<double> gpu_;
+    Reading<SpaceUsage> ram_;
+    Reading<SpaceUsage> disk_;
+    Reading<std::optional<QList<TemperatureReading>>> temperatures_;
+    std::once_flag described_;
+    MacHardwareInfo description_;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,181 @@
+#include "SampleComputer.h"
+
+#include <QTest>
+
+#include <latch>
+#include <mutex>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using namespace tarnwick;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// Each step to the next sample is 100 ticks; the counters wrap on the way.
+class CountingKernel : public ScriptedKernel {
+public:
+    std::optional<CpuTicks> cpuTicks() override {
+        std::unique_lock lock(mutex_);
+        counters_.user += 30;
+        counters_.idle += 70;
+        const CpuTicks sample = counters_;
+        lock.unlock();
+        std::this_thread::yield(); // invites the other thread to measure in between
+        return sample;
+    }
+
+private:
+    std::mutex mutex_;
+    CpuTicks counters_{.user = 4'294'900'000U};
+};
+
+/// A home volume that answers when it is let go.
+class HangingKernel : public ScriptedKernel {
+public:
+    std::latch isAsked{1};
+    std::latch mayAnswer{1};
+
+    std::optional<VolumeSpace> homeVolume() override {
+        isAsked.count_down();
+        mayAnswer.wait();
+        return VolumeSpace{.size = qint64{1} << 30, .free = 0};
+    }
+};
+
+} // namespace
+
+class ThisComputerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void describesTheSample() {
+        SampleComputer sample;
+        QCOMPARE(sample.computer.info(), SampleComputer::macMini());
+        QCOMPARE(sample.computer.disk(), (SpaceUsage{.usedGB = 120.3, .totalGB = 460.4}));
+    }
+
+    void twoQuestionsWithinASecondGetTheSameFigures() {
+        SampleComputer sample;
+        ThisComputer& computer = sample.computer;
+        const auto figures = [&computer] {
+            return std::tuple(computer.cpuPercent(), computer.gpuPercent(), computer.ram().percent(),
+                              computer.disk().usedGB, computer.thermals().ssd, computer.socTemperature());
+        };
+        const auto first = figures();
+        sample.setCpu(90);
+        sample.kernel.cards = {accelerator(55)};
+        sample.setRam(25);
+        sample.kernel.volume->free = 0;
+        sample.sensors.readings = {{{u"tdie"_s, 80.0}, {u"SSD"_s, 60.0}}};
+        sample.now += ThisComputer::maximumAge - 1ns;
+        QVERIFY(figures() == first);
+        QCOMPARE(computer.info(), SampleComputer::macMini());
+        sample.now += 1ns;
+        QVERIFY(figures() == std::tuple(90.0, 55.0, 25.0, 460.4, std::optional(60.0), std::optional(80.0)));
+        QCOMPARE(computer.info().cpuUsagePercent, 90.0);
+        QVERIFY2(ThisComputer::maximumAge < 950ms, "a timer of one second may be 50 ms early");
+    }
+
+    void readsOnlyWhatIsAskedFor() {
+        SampleComputer sample;
+        QVERIFY(sample.kernel.asked.isEmpty());
+        (void)sample.computer.gpuPercent();
+        QCOMPARE(sample.kernel.asked, QStringList{u"gpu"_s});
+        (void)sample.computer.ram();
+        QCOMPARE(sample.kernel.asked, (QStringList{u"gpu"_s, u"ram"_s}));
+        QCOMPARE(sample.sensors.reads, 0);
+        (void)sample.computer.info();
+        QCOMPARE(sample.kernel.asked, (QStringList{u"gpu"_s, u"ram"_s, u"cpu"_s}));
+        QCOMPARE(sample.sensors.reads, 1);
+    }
+
+    void aFailedMeasurementKeepsThePreviousSample() {
+        SampleComputer sample;
+        sample.kernel.ticks = CpuTicks{.user = 20, .system = 10, .idle = 60, .nice = 10};
+        const auto measure = [&sample](const std::optional<CpuTicks>& ticks) {
+            sample.kernel.ticks = ticks;
+            sample.letTimePass();
+            return sample.computer.cpuPercent();
+        };
+        QCOMPARE(measure(CpuTicks{.user = 20, .system = 10, .idle = 60, .nice = 10}), 40.0); // since boot
+        QCOMPARE(measure(sample.kernel.ticks), 0.0);
+        QCOMPARE(measure(std::nullopt), 0.0);
+        QCOMPARE(measure(CpuTicks{.user = 50, .system = 10, .idle = 70, .nice = 10}), 75.0);
+    }
+
+    void threadsShareOneSample() {
+        CountingKernel kernel;
+        ScriptedSensors sensors;
+        std::atomic<qint64> now = 0;
+        ThisComputer computer(kernel, sensors, [&now] { return std::chrono::seconds(++now); }); // all answers are old
+        (void)computer.cpuPercent();
+        std::atomic<int> wrong = 0;
+        std::latch start(2);
+        const auto measure = [&] {
+            start.arrive_and_wait();
+            for (int call = 0; call < 20'000; ++call)
+                wrong += computer.cpuPercent() == 30 ? 0 : 1;
+        };
+        std::thread probe(measure);
+        measure();
+        probe.join();
+        QCOMPARE(wrong.load(), 0);
+    }
+
+    void aHangingDiskHoldsUpNothingElse() {
+        HangingKernel kernel;
+        kernel.ticks = CpuTicks{.user = 1, .idle = 3};
+        ScriptedSensors sensors;
+        ThisComputer computer(kernel, sensors);
+        std::thread asking([&computer] { (void)computer.disk(); });
+        kernel.isAsked.wait();
+        QCOMPARE(computer.cpuPercent(), 25.0);
+        QCOMPARE(computer.info().cpuUsagePercent, 25.0);
+        kernel.mayAnswer.count_down();
+        asking.join();
+        QCOMPARE(computer.disk().totalGB, 1.0);
+    }
+
+    void whatCannotBeReadFallsBackAndTheDescriptionStays() {
+        ScriptedKernel kernel;
+        ScriptedSensors sensors;
+        std::chrono::nanoseconds now = 1h;
+        ThisComputer computer(kernel, sensors, [&now] { return now; });
+        kernel.values["hw.model"] = "MacBookAir10,1";
+        kernel.os = {.name = u"macOS"_s, .version = u"14.5"_s, .versionText = u"Version 14.5 (Build 23F79)"_s};
+        MacHardwareInfo expected;
+        expected.modelName = u"MacBook Air"_s;
+        expected.modelIdentifier = u"MacBookAir10,1"_s;
+        expected.chip = u"Apple Silicon"_s;
+        expected.cpuCores = u"10 Cores (4 Performance + 6 Efficiency)"_s;
+        expected.gpuCores = u"Integrated GPU (Metal)"_s;
+        expected.memoryString = u"16 GB Unified Memory"_s;
+        expected.osVersion = u"macOS 14.5"_s;
+        expected.osBuild = u"Version 14.5 (Build 23F79)"_s;
+        expected.kernelVersion = u"Darwin"_s;
+        expected.uptimeString = u"Unknown"_s;
+        expected.thermalState = u"Normal"_s;
+        QCOMPARE(computer.info(), expected);
+
+        now += 1s;
+        kernel.values["hw.model"] = "Macmini9,1";
+        kernel.values["kern.boottime"] = bootTime(1000);
+        kernel.now = 1000 + 3725;
+        kernel.os.versionText = u"Version 14.6"_s;
+        kernel.thermal = ThermalState::fair;
+        expected.osBuild = u"Version 14.6"_s;
+        expected.uptimeString = u"1h 2m"_s;
+        expected.thermalState = u"Fair (Slightly Warm)"_s;
+        QCOMPARE(computer.info(), expected);
+    }
+
+    void theMakersNameComesFirst() {
+        SampleComputer sample;
+        sample.kernel.makersName = u"Workstation 5"_s;
+        QCOMPARE(sample.computer.info().modelName, u"Workstation 5"_s);
+    }
+};
+
+QTEST_APPLESS_MAIN(ThisComputerTest)
+#include "tst_thiscomputer.moc"
