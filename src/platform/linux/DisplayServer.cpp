@@ -1,8 +1,9 @@
 #include "DisplayServer.h"
 
+#include "Libxcb.h"
+
 #include <QByteArray>
 #include <QFile>
-#include <QLibrary>
 
 #include <algorithm>
 
@@ -19,15 +20,12 @@ namespace {
 bool x11Answers() {
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return false;
-    QLibrary xcb(QStringLiteral("xcb"), 1);
-    const auto connect = reinterpret_cast<void* (*)(const char*, int*)>(xcb.resolve("xcb_connect"));
-    const auto hasError = reinterpret_cast<int (*)(void*)>(xcb.resolve("xcb_connection_has_error"));
-    const auto disconnect = reinterpret_cast<void (*)(void*)>(xcb.resolve("xcb_disconnect"));
-    if (!connect || !hasError || !disconnect)
+    const Libxcb* const x = Libxcb::find();
+    if (!x)
         return false;
-    void* connection = connect(nullptr, nullptr); // never null
-    const bool answers = hasError(connection) == 0;
-    disconnect(connection);
+    xcb_connection_t* const connection = x->connect(nullptr, nullptr); // never null
+    const bool answers = x->connectionHasError(connection) == 0;
+    x->disconnect(connection);
     return answers;
 }
 

@@ -1,8 +1,8 @@
 #include "X11Session.h"
 
+#include "linux/Libxcb.h"
+
 #include <QGuiApplication>
-#include <QLibrary>
-#include <QString>
 
 #include <array>
 #include <cstdint>
@@ -11,52 +11,15 @@
 #include <string_view>
 
 #include <sys/uio.h>
-#include <xcb/xcb.h>
-#include <xcb/xcbext.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
 namespace {
 
-struct Xcb {
-    xcb_connection_t* connection = nullptr;
-    decltype(&xcb_intern_atom) internAtom = nullptr;
-    decltype(&xcb_intern_atom_reply) internAtomReply = nullptr;
-    decltype(&xcb_get_selection_owner) selectionOwner = nullptr;
-    decltype(&xcb_get_selection_owner_reply) selectionOwnerReply = nullptr;
-    decltype(&xcb_get_setup) setup = nullptr;
-    decltype(&xcb_setup_roots_iterator) roots = nullptr;
-    decltype(&xcb_get_extension_data) extensionData = nullptr;
-    decltype(&xcb_send_request) sendRequest = nullptr;
-    decltype(&xcb_flush) flush = nullptr;
-};
-
-template <typename Function>
-bool find(QLibrary& library, const char* name, Function*& function) {
-    function = reinterpret_cast<Function*>(library.resolve(name));
-    return function != nullptr;
-}
-
 /// Null where the display is not X11.
-const Xcb* xcb() {
-    static const std::unique_ptr<const Xcb> found = []() -> std::unique_ptr<const Xcb> {
-        auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-        QLibrary library(u"xcb"_s, 1);
-        auto calls = std::make_unique<Xcb>();
-        if (!x11 || !find(library, "xcb_intern_atom", calls->internAtom) ||
-            !find(library, "xcb_intern_atom_reply", calls->internAtomReply) ||
-            !find(library, "xcb_get_selection_owner", calls->selectionOwner) ||
-            !find(library, "xcb_get_selection_owner_reply", calls->selectionOwnerReply) ||
-            !find(library, "xcb_get_setup", calls->setup) || !find(library, "xcb_setup_roots_iterator", calls->roots) ||
-            !find(library, "xcb_get_extension_data", calls->extensionData) ||
-            !find(library, "xcb_send_request", calls->sendRequest) || !find(library, "xcb_flush", calls->flush))
-            return nullptr;
-        calls->connection = x11->connection();
-        return calls;
-    }();
-    return found.get();
+xcb_connection_t* connection() {
+    auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
 }
 
 struct Free {
@@ -96,36 +59,38 @@ struct RawEvent {
 } // namespace
 
 bool X11Session::isCompositing() {
-    const Xcb* const x = xcb();
-    if (!x)
+    const Libxcb* const x = Libxcb::find();
+    xcb_connection_t* const display = connection();
+    if (!x || !display)
         return false;
     // The compositing manager of a screen owns this selection.
     constexpr std::string_view name = "_NET_WM_CM_S0";
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> atom(x->internAtomReply(
-        x->connection, x->internAtom(x->connection, 1, std::uint16_t{name.size()}, name.data()), nullptr));
+    const std::unique_ptr<xcb_intern_atom_reply_t, Free> atom(
+        x->internAtomReply(display, x->internAtom(display, 1, std::uint16_t{name.size()}, name.data()), nullptr));
     if (!atom || atom->atom == XCB_ATOM_NONE)
         return false;
     const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> owner(
-        x->selectionOwnerReply(x->connection, x->selectionOwner(x->connection, atom->atom), nullptr));
+        x->selectionOwnerReply(display, x->selectionOwner(display, atom->atom), nullptr));
     return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
 bool X11Session::watchPresses(bool watch) {
-    const Xcb* const x = xcb();
-    if (!x)
+    const Libxcb* const x = Libxcb::find();
+    xcb_connection_t* const display = connection();
+    if (!x || !display)
         return false;
-    const xcb_query_extension_reply_t* const input = x->extensionData(x->connection, &inputExtension);
+    const xcb_query_extension_reply_t* const input = x->extensionData(display, &inputExtension);
     if (!input || !input->present)
         return false;
     SelectEvents request;
-    request.window = x->roots(x->setup(x->connection)).data->root;
+    request.window = x->roots(x->setup(display)).data->root;
     request.mask = watch ? 1U << rawButtonPress : 0U;
     // libxcb writes into the two vectors before the first.
     std::array<iovec, 3> parts{};
     parts[2] = {&request, sizeof request};
     const xcb_protocol_request_t protocol{1, &inputExtension, selectEventsRequest, 1};
-    x->sendRequest(x->connection, 0, &parts[2], &protocol);
-    x->flush(x->connection);
+    x->sendRequest(display, 0, &parts[2], &protocol);
+    x->flush(display);
     return true;
 }
 
@@ -135,8 +100,9 @@ bool X11Session::isWatchedPress(const QByteArray& eventType, const void* event) 
     const auto* const raw = static_cast<const RawEvent*>(event);
     if ((raw->responseType & 0x7f) != XCB_GE_GENERIC || raw->eventType != rawButtonPress)
         return false;
-    const Xcb* const x = xcb();
-    return x && x->extensionData(x->connection, &inputExtension)->major_opcode == raw->extension &&
+    const Libxcb* const x = Libxcb::find();
+    xcb_connection_t* const display = connection();
+    return x && display && x->extensionData(display, &inputExtension)->major_opcode == raw->extension &&
            (raw->detail == XCB_BUTTON_INDEX_1 || raw->detail == XCB_BUTTON_INDEX_3);
 }
 
