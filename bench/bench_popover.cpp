@@ -4,11 +4,11 @@
 
 #include "Figures.h"
 #include "FreeMemory.h"
+#include "Popover.h"
 #include "PopoverView.h"
 #include "RealComputer.h"
 #include "ServerStore.h"
 #include "UIState.h"
-#include "WindowMemory.h"
 
 #include <QDir>
 #include <QEventLoop>

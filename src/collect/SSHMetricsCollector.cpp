@@ -1,6 +1,5 @@
 #include "SSHMetricsCollector.h"
 
-#include "LocalShell.h"
 #include "ProbePayload.h"
 #include "ProbeScripts.h"
 #include "ThisComputer.h"
@@ -131,7 +130,7 @@ ProcessRequest SSHMetricsCollector::localProbeRequest(ThisComputer& computer) {
     const QString script =
         ProbeScripts::local(computer.cpuPercent(), computer.gpuPercent(), computer.ram(), computer.disk());
     return {.executable = localShell,
-            .arguments = {u"-c"_s, LocalShell::preamble() + script},
+            .arguments = {u"-c"_s, shellSysctl() + script},
             .timeLimit = probeTimeLimit,
             .standardOutputLimit = probeLineLimit};
 }

@@ -9,8 +9,8 @@ class QWindow;
 
 namespace tarnwick {
 
-/// A frameless window hung from a point of the screen, kept inside that screen and out of task bars. It closes by
-/// itself on a click outside and on loss of focus. Main thread only.
+/// A frameless window hung from a point of the screen, kept inside that screen and out of task bars. It reports a press
+/// outside and the loss of focus; whether that closes it is its owner's decision. Main thread only.
 class Popover : public QObject {
     Q_OBJECT
 
@@ -21,7 +21,8 @@ public:
     /// device-independent screen pixels; a null anchor means the top right of the primary screen. Takes the content,
     /// and destroys it when the popover closes.
     virtual void show(std::unique_ptr<QWindow> content, QPoint anchor) = 0;
-    /// Closes it when it is shown.
+    /// Closes it when it is shown. May be called from inside the content, which is destroyed on return to the event
+    /// loop.
     virtual void close() = 0;
     [[nodiscard]] virtual bool isShown() const = 0;
     /// Content shown now may be translucent: its owner leaves its background clear and draws rounded corners. Without
@@ -29,12 +30,12 @@ public:
     [[nodiscard]] virtual bool isTranslucent() const { return false; }
 
 Q_SIGNALS:
-    /// A mouse button went down outside, or the program lost the keyboard: the owner decides what that means.
-    void pressedOutside();
-    void lostFocus();
-    /// It is closed, by whatever path; the content is gone. close() may be called from inside the content, which then
-    /// goes, and this is said, on return to the event loop.
-    void didClose();
+    void pressedOutside(); ///< a mouse button went down outside
+    void lostFocus();      ///< the keyboard went to another window that is none of the content's own
 };
+
+/// Gives back what windows leave behind when they are gone: the fonts that they loaded, and freed memory. What is still
+/// shown loads its fonts again. Main thread; takes some milliseconds.
+void returnWindowMemory();
 
 } // namespace tarnwick

@@ -1,7 +1,5 @@
 #include "AppDelegate.h"
 
-#include "WindowMemory.h"
-
 #include <QEvent>
 
 using namespace std::chrono_literals;

@@ -164,7 +164,6 @@ private Q_SLOTS:
 
     void closesFromInsideItsOwnHandler() {
         DesktopPopover popover;
-        QSignalSpy closed(&popover, &Popover::didClose);
         const QPointer<ClosingWindow> window = showContent(popover);
         QVERIFY(window);
         window->onPress = [&] {
@@ -173,20 +172,17 @@ private Q_SLOTS:
             QVERIFY(window); // its own code still runs
         };
         QTest::mousePress(window, Qt::LeftButton);
-        QTRY_COMPARE(closed.size(), 1);
-        QVERIFY(!window);
+        QTRY_VERIFY(!window);
         popover.close();
-        QCOMPARE(closed.size(), 1);
     }
 
     void closedByTheWindowManagerIsClosed() {
         DesktopPopover popover;
-        QSignalSpy closed(&popover, &Popover::didClose);
-        QWindow* const window = showContent(popover);
+        const QPointer<QWindow> window = showContent(popover);
         QVERIFY(window);
         window->close();
         QVERIFY(!popover.isShown());
-        QTRY_COMPARE(closed.size(), 1);
+        QTRY_VERIFY(!window);
     }
 
     void takesItsContentAlong() {

@@ -24,12 +24,7 @@ public:
         shown = std::move(content);
         anchors.append(anchor);
     }
-    void close() override {
-        if (!shown)
-            return;
-        shown.reset();
-        Q_EMIT didClose();
-    }
+    void close() override { shown.reset(); }
     [[nodiscard]] bool isShown() const override { return shown != nullptr; }
 
     std::unique_ptr<QWindow> shown;

@@ -181,4 +181,11 @@ std::optional<QByteArray> LinuxKernelReadings::bootTime() const {
     return seconds ? std::optional(bytesOf(static_cast<qint64>(*seconds)) + bytesOf(qint64{0})) : std::nullopt;
 }
 
+QString shellSysctl() {
+    return uR"sh(sysctl() {
+    command sysctl "$@" 2>/dev/null || awk '{ print "{ " $1 " " $2 " " $3 " }" }' /proc/loadavg
+}
+)sh"_s;
+}
+
 } // namespace tarnwick

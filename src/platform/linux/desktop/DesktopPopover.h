@@ -26,7 +26,6 @@ private:
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
     void place();
-    void contentDestroyed();
     void focusChanged(const QWindow* focus);
     [[nodiscard]] bool belongsToContent(const QWindow& window) const;
 

@@ -1,6 +1,6 @@
 #include "FloatingStatusItem.h"
 
-#include "StatusItemText.h"
+#include "StatusItemIcon.h"
 #include "SymbolImage.h"
 
 #include <QFontMetricsF>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "StatusItemText.h"
+#include "StatusItemIcon.h"
 #include "StatusNotifierItem.h"
 
 #include <QDBusAbstractAdaptor>
