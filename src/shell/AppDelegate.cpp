@@ -32,7 +32,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     }
     updateStatusBarButton();
 
-    connect(store_.get(), &ServerStore::objectWillChange, this, &AppDelegate::updateSoon);
+    connect(store_.get(), &ServerStore::objectWillChange, this, [this] { updateSoon_.request(); });
     connect(&labelTimer_, &QTimer::timeout, this, &AppDelegate::updateStatusBarButton);
     labelTimer_.start(1s);
 
@@ -45,15 +45,7 @@ void AppDelegate::applicationWillTerminate() {
         store_->save();
 }
 
-void AppDelegate::updateSoon() {
-    if (updatePending_)
-        return;
-    updatePending_ = true;
-    QMetaObject::invokeMethod(this, &AppDelegate::updateStatusBarButton, Qt::QueuedConnection);
-}
-
 void AppDelegate::updateStatusBarButton() {
-    updatePending_ = false;
     const StatusItemLabel label = composeStatusItemLabel(store_->servers(), store_->settings(), surroundings_.computer);
     surroundings_.statusItem->setContent({label.symbolName, label.title, u"Tarnwick"_s});
 }

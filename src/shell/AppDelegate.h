@@ -1,5 +1,6 @@
 #pragma once
 
+#include "OncePerTurn.h"
 #include "Popover.h"
 #include "ServerStore.h"
 #include "StatusItem.h"
@@ -58,7 +59,6 @@ public:
     [[nodiscard]] QWindow* onboardingWindow() const { return onboardingWindow_.get(); }
 
 private:
-    void updateSoon();
     void finishOnboarding();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -69,7 +69,9 @@ private:
     QTimer labelTimer_;
     QPoint anchor_;
     std::optional<std::chrono::nanoseconds> lastClosedTime_;
-    bool updatePending_ = false;
+    OncePerTurn updateSoon_{this, [this] {
+                                updateStatusBarButton();
+                            }};
 };
 
 } // namespace tarnwick
