@@ -9,6 +9,7 @@
 #include "OpenSshServer.h"
 #include "ProbePayload.h"
 #include "ProcessRunner.h"
+#include "ReadyFuture.h"
 #include "RealComputer.h"
 #include "ServerStore.h"
 
@@ -177,7 +178,7 @@ int large() {
                     "\",\"image\":\"registry.example/team/service-" + n +
                     ":1.4\",\"status\":\"Up 12 days\",\"state\":\"running\",\"ports\":\"0.0.0.0:80" + n + "->80/tcp\"}";
         }
-        return QtFuture::makeReadyFuture(parseMetrics(line + "]}", 19));
+        return readyFuture(parseMetrics(line + "]}", 19));
     };
     AppDelegate delegate(std::move(fleet));
     delegate.applicationDidFinishLaunching();

@@ -6,6 +6,7 @@
 #include "FreeMemory.h"
 #include "Popover.h"
 #include "PopoverView.h"
+#include "ReadyFuture.h"
 #include "RealComputer.h"
 #include "ServerStore.h"
 #include "UIState.h"
@@ -85,7 +86,7 @@ public:
     explicit Fleet(int size) {
         qputenv("HOME", home.path().toLocal8Bit());
         store = std::make_unique<ServerStore>(StoreCollaborators{
-            .collect = [this](const Server&) { return QtFuture::makeReadyFuture(answer()); },
+            .collect = [this](const Server&) { return readyFuture(answer()); },
             .clock = [] { return Instant(); },
             .notify = [](const Alert&, bool, Instant) {},
             .sshHosts = [] { return QList<SSHConfigHost>(); },
