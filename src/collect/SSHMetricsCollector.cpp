@@ -6,6 +6,7 @@
 #include "TildeExpansion.h"
 
 #include <QElapsedTimer>
+#include <QPromise>
 #include <QStringDecoder>
 
 using namespace Qt::StringLiterals;
@@ -96,7 +97,10 @@ QFuture<ServerMetrics> collectLocal(ThisComputer& computer) {
             return SSHMetricsCollector::localMetrics(outcome, beforeLaunch);
         });
     };
-    return QtFuture::makeReadyFuture().then(QtFuture::Launch::Async, probe).unwrap();
+    QPromise<void> now;
+    now.start();
+    now.finish();
+    return now.future().then(QtFuture::Launch::Async, probe).unwrap();
 }
 
 } // namespace

@@ -19,7 +19,10 @@ struct AppSettings {
 
     [[nodiscard]] bool isPinned(MenuBarItem item) const { return pinnedMenuBarItems.contains(item); }
     /// Removes the item when pinned, else pins it. Unpinning the last one leaves an empty set.
-    void togglePinned(MenuBarItem item);
+    void togglePinned(MenuBarItem item) {
+        if (pinnedMenuBarItems.erase(item) == 0)
+            pinnedMenuBarItems.insert(item);
+    }
 
     friend bool operator==(const AppSettings&, const AppSettings&) = default;
 };
