@@ -80,6 +80,17 @@ private:
 
 } // namespace
 
+Server SSHConfigParser::newServer(const SSHConfigHost& host) {
+    Server server;
+    server.id = QUuid::createUuid();
+    server.name = host.alias;
+    server.host = host.hostname;
+    server.user = host.user;
+    server.port = host.port;
+    server.customSshKeyPath = host.identityFile;
+    return server;
+}
+
 QStringView SSHConfigParser::withoutBlanks(QStringView text) {
     while (!text.isEmpty() && isBlank(text.front()))
         text = text.sliced(1);

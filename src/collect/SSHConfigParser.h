@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Server.h"
+
 #include <QList>
 #include <QString>
 #include <QStringView>
@@ -24,6 +26,9 @@ namespace SSHConfigParser {
 [[nodiscard]] QList<SSHConfigHost> parseUserConfig();
 /// The line rules on a text in hand. `homeFolder` takes the place of a leading "~".
 [[nodiscard]] QList<SSHConfigHost> parse(QStringView text, const QString& homeFolder);
+
+/// A new remote server with the host's name, address, user, port and key.
+[[nodiscard]] Server newServer(const SSHConfigHost& host);
 
 /// Spaces and tabs trimmed from both ends; no other white space.
 [[nodiscard]] QStringView withoutBlanks(QStringView text);

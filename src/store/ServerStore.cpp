@@ -47,11 +47,11 @@ ServerStore::ServerStore(StoreCollaborators collaborators, QObject* parent)
 
 ServerStore::~ServerStore() = default;
 
-template <typename T>
-void ServerStore::assign(T& property, T value, void (ServerStore::*changed)()) {
+template <typename Change, typename Signal, typename... Arguments>
+void ServerStore::publish(const Change& change, Signal changed, const Arguments&... arguments) {
     Q_EMIT objectWillChange();
-    property = std::move(value);
-    Q_EMIT(this->*changed)();
+    change();
+    Q_EMIT(this->*changed)(arguments...);
 }
 
 // ---- Loading and saving
@@ -86,16 +86,8 @@ void ServerStore::seedDefaults() {
     local.isLocal = true;
     QList<Server> servers{local};
     const QList<SSHConfigHost> hosts = collaborators_.sshHosts();
-    for (const SSHConfigHost& host : hosts) {
-        Server server;
-        server.id = QUuid::createUuid();
-        server.name = host.alias;
-        server.host = host.hostname;
-        server.user = host.user;
-        server.port = host.port;
-        server.customSshKeyPath = host.identityFile;
-        servers.append(server);
-    }
+    for (const SSHConfigHost& host : hosts)
+        servers.append(SSHConfigParser::newServer(host));
     setServers(std::move(servers));
     save();
 }
@@ -123,24 +115,20 @@ const Server* ServerStore::server(const QUuid& id) const {
 }
 
 void ServerStore::setServers(QList<Server> servers) {
-    assign(servers_, std::move(servers), &ServerStore::serversChanged);
+    publish([&] { servers_ = std::move(servers); }, &ServerStore::serversChanged);
 }
 
 void ServerStore::editSettings(const std::function<void(AppSettings&)>& change, Saving saving) {
-    AppSettings changed = settings_;
-    change(changed);
-    const bool hasOtherInterval = changed.refreshIntervalSeconds != settings_.refreshIntervalSeconds;
-    assign(settings_, changed, &ServerStore::settingsChanged);
-    if (hasOtherInterval)
+    const qint64 interval = settings_.refreshIntervalSeconds;
+    publish([&] { change(settings_); }, &ServerStore::settingsChanged);
+    if (settings_.refreshIntervalSeconds != interval)
         setupTimer();
     if (saving == Saving::now)
         save();
 }
 
 void ServerStore::addServer(const Server& server) {
-    Q_EMIT objectWillChange();
-    servers_.append(server);
-    Q_EMIT serversChanged();
+    publish([&] { servers_.append(server); }, &ServerStore::serversChanged);
     save();
     QMetaObject::invokeMethod(
         this, [this, server] { refreshServer(server); }, Qt::QueuedConnection);
@@ -150,43 +138,37 @@ void ServerStore::updateServer(const Server& server) {
     const qsizetype index = indexOf(server.id);
     if (index < 0)
         return;
-    Q_EMIT objectWillChange();
-    servers_[index] = server;
-    Q_EMIT serverChanged(server.id);
+    publish([&] { servers_[index] = server; }, &ServerStore::serverChanged, server.id);
     save();
 }
 
 void ServerStore::removeServer(const QUuid& id) {
-    if (indexOf(id) >= 0) {
-        Q_EMIT objectWillChange();
-        servers_.removeIf([id](const Server& server) { return server.id == id; });
-        Q_EMIT serversChanged();
-    }
+    const auto hasId = [id](const Server& server) {
+        return server.id == id;
+    };
+    if (std::ranges::any_of(servers_, hasId))
+        publish([&] { servers_.removeIf(hasId); }, &ServerStore::serversChanged);
     save();
 }
 
 void ServerStore::moveServerUp(const QUuid& id) {
-    swapWithNext(indexOf(id) - 1);
+    const qsizetype index = indexOf(id);
+    if (moveServer(index, index - 1))
+        save();
 }
 
 void ServerStore::moveServerDown(const QUuid& id) {
-    swapWithNext(indexOf(id));
+    const qsizetype index = indexOf(id);
+    if (moveServer(index, index + 1))
+        save();
 }
 
-void ServerStore::swapWithNext(qsizetype index) {
-    if (index < 0 || index + 1 >= servers_.size())
-        return;
-    moveServer(index, index + 1);
-    save();
-}
-
-void ServerStore::moveServer(qsizetype from, qsizetype to) {
+bool ServerStore::moveServer(qsizetype from, qsizetype to) {
     const qsizetype size = servers_.size();
     if (from == to || from < 0 || from >= size || to < 0 || to >= size)
-        return;
-    Q_EMIT objectWillChange();
-    servers_.move(from, to);
-    Q_EMIT serversChanged();
+        return false;
+    publish([&] { servers_.move(from, to); }, &ServerStore::serversChanged);
+    return true;
 }
 
 // ---- Refreshing
@@ -200,15 +182,14 @@ void ServerStore::setupTimer() {
 
 QFuture<void> ServerStore::refreshAll() {
     if (isRefreshing_)
-        return QtFuture::makeReadyFuture();
-    assign(isRefreshing_, true, &ServerStore::isRefreshingChanged);
+        return {};
+    publish([&] { isRefreshing_ = true; }, &ServerStore::isRefreshingChanged);
 
     const auto cycle = std::make_shared<Cycle>();
     cycle->promise.start();
-    QFuture<void> future = cycle->promise.future();
-    std::copy_if(servers_.cbegin(), servers_.cend(), std::back_inserter(cycle->waiting),
-                 [](const Server& server) { return server.isEnabled; });
+    std::ranges::copy_if(servers_, std::back_inserter(cycle->waiting), &Server::isEnabled);
     cycle->unfinished = cycle->waiting.size();
+    QFuture<void> future = cycle->promise.future();
     if (cycle->unfinished == 0)
         end(*cycle);
     else
@@ -221,23 +202,20 @@ void ServerStore::launch(const std::shared_ptr<Cycle>& cycle) {
     constexpr qsizetype perTurn = 200;
     const QList<Server> batch = cycle->waiting.first(std::min(perTurn, cycle->waiting.size()));
     cycle->waiting.remove(0, batch.size());
-    for (const Server& server : batch) {
-        probe(
-            server,
-            [this, cycle](bool) {
-                if (--cycle->unfinished == 0)
-                    end(*cycle);
-            });
-    }
+    for (const Server& server : batch)
+        probe(server, [this, cycle](bool) {
+            if (--cycle->unfinished == 0)
+                end(*cycle);
+        });
     if (!cycle->waiting.isEmpty())
         QMetaObject::invokeMethod(
             this, [this, cycle] { launch(cycle); }, Qt::QueuedConnection);
 }
 
 void ServerStore::end(Cycle& cycle) {
-    assign(lastRefreshedAll_, std::optional(collaborators_.clock()), &ServerStore::lastRefreshedAllChanged);
+    publish([&] { lastRefreshedAll_ = collaborators_.clock(); }, &ServerStore::lastRefreshedAllChanged);
     save();
-    assign(isRefreshing_, false, &ServerStore::isRefreshingChanged);
+    publish([&] { isRefreshing_ = false; }, &ServerStore::isRefreshingChanged);
     cycle.promise.finish();
 }
 
@@ -268,10 +246,9 @@ bool ServerStore::apply(const QUuid& id, const ServerMetrics& metrics) {
     const qsizetype index = indexOf(id);
     if (index < 0)
         return false;
-    Q_EMIT objectWillChange();
-    servers_[index].metrics = metrics;
-    const Server server = servers_.at(index);
-    Q_EMIT serverChanged(id);
+    Server server = servers_.at(index);
+    server.metrics = metrics;
+    publish([&] { servers_[index] = server; }, &ServerStore::serverChanged, id);
     const QList<Alert> alerts = alertsFor(server, metrics, settings_);
     for (const Alert& alert : alerts)
         collaborators_.notify(alert, settings_.soundAlerts, collaborators_.clock());

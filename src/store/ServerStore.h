@@ -42,9 +42,12 @@ public:
 
     /// Replaces the published list (a live reorder). Does not save.
     void setServers(QList<Server> servers);
-    enum class Saving { now, later };
-    /// The one way to change the settings: announces the change, applies it to the published settings, restarts the
-    /// timer when the interval is another one, and saves now, or leaves that to the next save.
+    enum class Saving {
+        now,
+        later, ///< with the next save, whatever causes it
+    };
+    /// The one way to change the settings: applies `change` to the published settings, announced before and after like
+    /// any change. The timer restarts when the refresh interval is another one afterwards.
     void editSettings(const std::function<void(AppSettings& settings)>& change, Saving saving = Saving::now);
 
     /// Appends, saves, and starts a refresh of the new entry.
@@ -57,15 +60,16 @@ public:
     void moveServerUp(const QUuid& id);
     /// Swaps with the entry after, and saves; nothing when last or unknown.
     void moveServerDown(const QUuid& id);
-    /// Moves the entry at `from` to `to` (its index after removal of the entry at `from`). Does not save: a live drag.
-    void moveServer(qsizetype from, qsizetype to);
+    /// Moves the entry at `from` so that its index is `to`. Does not save: a live drag. False, and nothing happens,
+    /// when the two are equal or one is outside of the list.
+    bool moveServer(qsizetype from, qsizetype to);
     /// Writes both files, each atomically; the first failure ends it silently.
     void save();
 
     /// (Re)starts the periodic refresh: the settings' interval, at least 10 seconds, first tick one period from now.
     void setupTimer();
     /// Probes every enabled server at once and applies each result as it arrives; saves at the end. Dropped while one
-    /// runs. The future finishes when the cycle has ended.
+    /// runs: the future is then cancelled, else it finishes when the cycle has ended.
     QFuture<void> refreshAll();
     /// Probes one server, paused or not; applies and saves the result unless the server is gone by then.
     QFuture<void> refreshServer(const Server& server);
@@ -84,10 +88,9 @@ private:
     void load();
     void seedDefaults();
     [[nodiscard]] qsizetype indexOf(const QUuid& id) const;
-    void swapWithNext(qsizetype index);
-    /// Announces, assigns, announces.
-    template <typename T>
-    void assign(T& property, T value, void (ServerStore::*changed)());
+    /// Makes a change of published values: objectWillChange(), `change`, then the signal `changed` with `arguments`.
+    template <typename Change, typename Signal, typename... Arguments>
+    void publish(const Change& change, Signal changed, const Arguments&... arguments);
     void launch(const std::shared_ptr<Cycle>& cycle);
     void end(Cycle& cycle);
     /// Probes one server and applies the result; `done` is called with whether an entry took it.

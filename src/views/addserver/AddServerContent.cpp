@@ -63,14 +63,8 @@ Server serverFromForm(const UIState& form) {
 }
 
 Server serverFromHost(const SSHConfigHost& host) {
-    Server server;
-    server.id = QUuid::createUuid();
-    server.name = host.alias;
-    server.host = host.hostname;
-    server.user = host.user;
-    server.port = host.port;
+    Server server = SSHConfigParser::newServer(host);
     server.isLocal = isThisComputer(host.hostname);
-    server.customSshKeyPath = host.identityFile;
     return server;
 }
 
