@@ -280,6 +280,39 @@ private Q_SLOTS:
         QCOMPARE(log.mid(8), QStringList{u"busy AB 0 1"_s});
     }
 
+    void settingsEdits() {
+        StoreRig rig;
+        rig.startWith(StoreRig::fleet(u"A"));
+        ServerStore& store = *rig.store;
+        auto* timer = store.findChild<QTimer*>();
+        QStringList log;
+        const auto logThreshold = [&](const QString& event) {
+            return [&, event] {
+                log.append(event + QString::number(store.settings().alertDiskThresholdPercent));
+            };
+        };
+        connect(&store, &ServerStore::objectWillChange, this, logThreshold(u"will "_s));
+        connect(&store, &ServerStore::settingsChanged, this, logThreshold(u"has "_s));
+        using enum ServerStore::Saving;
+        for (const auto& [saving, interval, restarts] :
+             {std::tuple(now, 30, false), {now, 60, true}, {later, 60, false}, {later, 30, true}}) {
+            timer->setInterval(1'000'000); // what a restart replaces
+            store.editSettings([](AppSettings& settings) { settings.alertDiskThresholdPercent = 90; }, later);
+            log.clear();
+            const bool saved = rig.saves([&, saving = saving, interval = interval] {
+                store.editSettings(
+                    [=](AppSettings& settings) {
+                        settings.alertDiskThresholdPercent = 80;
+                        settings.refreshIntervalSeconds = interval;
+                    },
+                    saving);
+            });
+            QCOMPARE(log, (QStringList{u"will 90"_s, u"has 80"_s}));
+            QCOMPARE(saved, saving == now);
+            QCOMPARE(timer->interval() != 1'000'000, restarts);
+        }
+    }
+
     void timerPeriod() {
         StoreRig rig;
         rig.startWith(StoreRig::fleet(u"A"));
