@@ -24,7 +24,7 @@ bool isBlank(QChar c) {
     return c == u' ' || c == u'\t';
 }
 
-/// The blocks read so far, and the one that the lines now apply to.
+/// The blocks that are complete, and the one that is being read.
 class HostBlocks {
 public:
     explicit HostBlocks(QString homeFolder) : homeFolder_(std::move(homeFolder)) {}
@@ -53,7 +53,7 @@ private:
             close();
             current_ = SSHConfigHost{.alias = value.toString(), .hostname = {}, .user = u"root"_s, .identityFile = {}};
         } else if (!current_) {
-            return; // defaults before the first block
+            return; // lines before the first Host are for all hosts, not for one
         } else if (keyword == "hostname"_L1) {
             current_->hostname = value.toString();
         } else if (keyword == "user"_L1) {
@@ -119,7 +119,7 @@ QList<SSHConfigHost> SSHConfigParser::parse(QStringView text, const QString& hom
 
 QList<SSHConfigHost> SSHConfigParser::parseUserConfig() {
     QFile file(expandingTilde(u"~/.ssh/config"_s));
-    // Only a regular file: opening a pipe would wait for its writer.
+    // Only a regular file: opening a pipe would block until somebody writes to it.
     if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return {};
     const QByteArray bytes = file.readAll();

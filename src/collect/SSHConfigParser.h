@@ -22,9 +22,9 @@ struct SSHConfigHost {
 
 namespace SSHConfigParser {
 
-/// Reads `~/.ssh/config` afresh; blocks in file order. A file that is missing, unreadable or not UTF-8 gives none.
+/// Reads `~/.ssh/config`; blocks in file order. A file that is missing, unreadable or not UTF-8 gives none.
 [[nodiscard]] QList<SSHConfigHost> parseUserConfig();
-/// The line rules on a text in hand. `homeFolder` takes the place of a leading "~".
+/// The hosts in the text of such a file. `homeFolder` replaces a leading "~".
 [[nodiscard]] QList<SSHConfigHost> parse(QStringView text, const QString& homeFolder);
 
 /// A new remote server with the host's name, address, user, port and key.

@@ -34,7 +34,7 @@ QStringList connectionArguments(const Server& server) {
     return arguments << target;
 }
 
-/// Why the run gave nothing to look at; absent when the process came to its own end.
+/// Why the process did not run to its end; absent when it did.
 std::optional<QString> runFailure(const ProcessOutcome& outcome, QLatin1StringView executable) {
     switch (outcome.end) {
     case ProcessOutcome::End::failedToStart:
@@ -80,7 +80,7 @@ qint64 wholeMilliseconds(std::chrono::nanoseconds duration) {
     return std::chrono::duration_cast<std::chrono::milliseconds>(duration).count();
 }
 
-// Outcomes are turned into results on the thread pool: the thread that watches the processes only watches.
+// Answers are parsed on the thread pool, so that a large one does not keep ProcessRunner's thread from its processes.
 
 QFuture<ServerMetrics> collectRemote(const Server& server) {
     return ProcessRunner::run(SSHMetricsCollector::remoteProbeRequest(server))
@@ -116,7 +116,7 @@ QFuture<bool> SSHMetricsCollector::restartContainer(const Server& server, const 
 }
 
 ProcessRequest SSHMetricsCollector::remoteProbeRequest(const Server& server) {
-    // No prompts, any host key accepted and none recorded, and no warnings among the reasons.
+    // No prompts. Any host key is accepted, and none is recorded. No warnings, which would be taken for the reason.
     QStringList arguments{u"-o"_s, u"BatchMode=yes"_s,
                           u"-o"_s, u"ConnectTimeout=5"_s,
                           u"-o"_s, u"StrictHostKeyChecking=no"_s,
@@ -164,7 +164,7 @@ ServerMetrics SSHMetricsCollector::remoteMetrics(const ProcessOutcome& outcome) 
 ServerMetrics SSHMetricsCollector::localMetrics(const ProcessOutcome& outcome, std::chrono::nanoseconds beforeLaunch) {
     if (const auto failure = runFailure(outcome, localShell))
         return ServerMetrics::offline(*failure);
-    // Whatever the exit status: what the shell printed counts.
+    // The exit status does not matter when the shell printed a probe line.
     return parseMetrics(outcome.standardOutput, wholeMilliseconds(beforeLaunch + outcome.elapsed));
 }
 

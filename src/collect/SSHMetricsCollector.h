@@ -10,15 +10,16 @@ namespace tarnwick {
 
 class ThisComputer;
 
-/// One probe of one server, one restart of one container. Stateless; call from any thread, nothing waits on the
-/// caller's. A future ends without a result only when the application exits meanwhile.
+/// Probes servers and restarts containers. Call from any thread; no call waits. A future ends without a result only
+/// when the application exits before it has one.
 namespace SSHMetricsCollector {
 
 /// One probe, by ssh or, for the local server, by a local shell. Never fails: a failure of the transport or of the
 /// payload is an offline record whose `errorMessage` says why. `isEnabled` and `dockerEnabled` are not looked at.
 /// The local probe reads `computer`, in a thread of Qt's global pool.
 [[nodiscard]] QFuture<ServerMetrics> collect(const Server& server, ThisComputer& computer);
-/// True when the restart command exited with status 0. Unlike a probe it goes by the user's own known-hosts file.
+/// True when the restart command exited with status 0. Unlike a probe it uses the user's own known-hosts file, so it
+/// fails on a host that is not in there.
 [[nodiscard]] QFuture<bool> restartContainer(const Server& server, const QString& containerId);
 
 /// The halves of the above: what is run, and what its outcome means. The latency of a local probe includes the time of

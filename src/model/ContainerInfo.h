@@ -16,7 +16,7 @@ struct ContainerInfo {
 
     ContainerInfo() = default;
     /// Stores the fields unchanged, except that `name` loses every leading and trailing "/": Docker may print names
-    /// with a leading slash. (Reading a stored record does not pass here and keeps the name as written.)
+    /// with a leading slash. A stored record is not read through this constructor: its name stays as written.
     ContainerInfo(QString id, const QString& name, QString image, QString status, QString state, QString ports);
 
     /// `state` is "running", in any letter case.

@@ -6,7 +6,8 @@
 
 namespace tarnwick {
 
-/// Why a JSON text could not be read: one line, after the keys that lead to the place where there are any.
+/// Why a JSON text could not be read, in one line that begins with the keys of the place, such as "metrics: cpuPercent:
+/// ".
 struct DecodingError {
     QString description;
 };

@@ -14,7 +14,7 @@ Instant Instant::now() {
 }
 
 QDateTime Instant::toDateTime() const {
-    // QDateTime's own range is a little smaller than that of qint64 milliseconds; a stored number can be anything.
+    // A stored number can be anything, and QDateTime's range is a little smaller than that of qint64 milliseconds.
     constexpr double limitMs = 8.64e15;
     const double ms = std::fmin(std::fmax(std::round(secondsSinceReferenceDate * 1000.0), -limitMs), limitMs);
     return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(ms) + referenceDateMs);

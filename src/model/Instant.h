@@ -5,8 +5,8 @@
 
 namespace tarnwick {
 
-/// A moment, as the stored files write it: seconds since 2001-01-01T00:00:00Z, as a double. Kept in that form so that
-/// a decoded and encoded file is equal to the last digit.
+/// A moment in the form of the stored files: seconds since 2001-01-01T00:00:00Z, as a double. It is never converted, so
+/// a file that is read and written again keeps every digit.
 struct Instant {
     double secondsSinceReferenceDate = 0;
 

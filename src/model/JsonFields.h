@@ -8,17 +8,17 @@
 
 namespace tarnwick {
 
-/// One member of a record as JSON. The members of a record are a std::tuple of these, which JsonReader, JsonWriter and
-/// hashOf() share.
+/// One member of a record as JSON. The members of a record are a std::tuple of these, which JsonReader and JsonWriter
+/// share.
 template <typename Record, typename T, typename Fields>
 struct JsonField {
     QLatin1StringView key;
     T Record::*member;
     bool isRequired;
-    Fields fields; ///< those of the record that the member holds; empty when it holds none
+    Fields fields; ///< of the record, or records, in this member; empty for plain values
 };
 
-/// The key has to be there. A null is a wrong type.
+/// The key must be present, and not null.
 template <typename Record, typename T, typename Fields = std::tuple<>>
 constexpr JsonField<Record, T, Fields> required(QLatin1StringView key, T Record::*member, Fields fields = {}) {
     return {key, member, true, fields};

@@ -25,7 +25,7 @@ bool isDigitAt(QByteArrayView text, qsizetype index) {
     return index >= 0 && index < text.size() && text[index] >= '0' && text[index] <= '9';
 }
 
-/// What the text, which QJsonDocument accepts, has beside JSON: the first such thing. Empty when there is none.
+/// The first thing in the text that JSON forbids, although QJsonDocument accepted it. Empty when there is none.
 QString leniency(QByteArrayView json) {
     if (json.startsWith("\xEF\xBB\xBF"))
         return u"byte order mark before the document"_s;
@@ -94,7 +94,8 @@ bool JsonReader::read(const QJsonValue& value, QString& field, std::tuple<> /*no
 }
 
 bool JsonReader::read(const QJsonValue& value, qint64& field, std::tuple<> /*noFields*/) {
-    // toInteger() gives its default for anything that is not exactly an integer; no value equals both defaults.
+    // toInteger() returns its default for anything that is not exactly an integer. So two defaults, 0 and 1, show
+    // whether the value is one.
     field = value.toInteger(0);
     return (value.isDouble() && field == value.toInteger(1)) || fail(u"expected an integer of at most 64 bits"_s);
 }
@@ -105,7 +106,7 @@ bool JsonReader::read(const QJsonValue& value, double& field, std::tuple<> /*noF
 }
 
 bool JsonReader::read(const QJsonValue& value, QUuid& field, std::tuple<> /*noFields*/) {
-    // QUuid accepts braces, and any text after the last digit: only what it would write itself is one.
+    // QUuid also accepts braces, and any text after the last digit. What it then writes differs from what it read.
     const QString text = value.toString();
     field = QUuid::fromString(text);
     return field.toString(QUuid::WithoutBraces).compare(text, Qt::CaseInsensitive) == 0 || fail(u"expected a UUID"_s);

@@ -52,10 +52,10 @@ public:
     }
 
 private:
-    /// The object that a text holds; anything else, with `error_` set when the text is no JSON.
+    /// The object that a text holds. Any other value when it holds none; when it is no JSON, `error_` says why.
     QJsonValue parse(QByteArrayView json, Rules rules);
-    /// The elements of the array that a text holds, as views into it; absent when the text is no array. What stands
-    /// between the commas is not checked.
+    /// The elements of the array that a text holds, as views into it; absent when the text is no array. The elements
+    /// themselves are not checked.
     static std::optional<QList<QByteArrayView>> arrayElements(QByteArrayView json);
 
     // A read() that fails returns false and sets `error_`; its field is then untouched or partly read.

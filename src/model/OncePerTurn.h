@@ -11,7 +11,7 @@ namespace tarnwick {
 /// of the loop cost one update. A request made while the task runs is for the next turn. Main thread.
 class OncePerTurn {
 public:
-    /// A member of `context`, or of something that lives longer; when `context` ends, the task no longer runs.
+    /// Must live as long as `context`: usually it is a member of it. The task does not run after `context` is gone.
     OncePerTurn(QObject* context, std::function<void()> task) : context_(context), task_(std::move(task)) {}
     OncePerTurn(const OncePerTurn&) = delete;
     OncePerTurn& operator=(const OncePerTurn&) = delete;

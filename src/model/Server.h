@@ -27,7 +27,7 @@ struct Server {
 
 [[nodiscard]] size_t qHash(const Server& server, size_t seed = 0) noexcept;
 
-/// The id in canonical 8-4-4-4-12 form, upper case, without braces: as files, alert keys and drags write it.
+/// The id in canonical 8-4-4-4-12 form, upper case, without braces: the form in files, alert keys and drags.
 [[nodiscard]] QString uuidString(const QUuid& id);
 
 } // namespace tarnwick

@@ -11,7 +11,7 @@ double percentOf(double used, double total) {
     if (!(total > 0))
         return 0;
     const double percent = used / total * 100.0;
-    return percent > 0 ? std::min(percent, 100.0) : 0; // not a number compares false
+    return percent > 0 ? std::min(percent, 100.0) : 0; // a NaN is not > 0 either
 }
 } // namespace
 

@@ -11,10 +11,9 @@
 
 namespace tarnwick {
 
-/// The result of one probe of one server. A failed probe is the record of offline(): readers recognise failure by
-/// `errorMessage` being present.
+/// The result of one probe of one server. A probe failed when `errorMessage` is present; see offline().
 struct ServerMetrics {
-    double cpuPercent = 0;               ///< CPU busy, percent, not clamped
+    double cpuPercent = 0;               ///< CPU busy, percent; can exceed 100
     std::optional<double> gpuPercent;    ///< GPU busy, percent; only when the probe reports it
     double memoryUsedMB = 0;             ///< mebibytes
     double memoryTotalMB = 0;            ///< mebibytes

@@ -23,7 +23,7 @@ QString quotesEscaped(QString text) {
 
 void sendAlert(const QString& title, const QString& message, const QString& key, bool withSound, Instant now,
                const std::function<void(const DesktopNotification&)>& post) {
-    // A post that lies ahead was made before the clock was set back: it must not silence the key until then.
+    // A time in the future means that the clock was set back since; it must not silence the key until that time comes.
     if (const auto last = sent().constFind(key);
         last != sent().constEnd() && std::abs(now.secondsSince(*last)) < quietSeconds)
         return;

@@ -13,15 +13,15 @@ namespace tarnwick {
 /// Posts alerts and keeps the same alert from repeating within five minutes. Main thread only.
 namespace NotificationService {
 
-/// Posts unless the same key was posted less than 300 seconds before `now`. The key counts as posted whether or not
-/// the desktop shows it. The memory lasts as long as the process.
+/// Posts unless the same key was posted less than 300 seconds before `now`. The key counts as posted even if
+/// the desktop does not show it. Times are kept until the process ends.
 void sendAlert(const QString& title, const QString& message, const QString& key, bool withSound,
                Instant now = Instant::now(),
                const std::function<void(const DesktopNotification&)>& post = Desktop::post);
 
-/// What sendAlert() hands to the desktop.
+/// The notification that sendAlert() posts.
 [[nodiscard]] DesktopNotification notification(const QString& title, const QString& message, bool withSound);
-/// The line that macOS's `osascript -e` posts a notification with; double quotes escaped, nothing else.
+/// The AppleScript line that posts this notification on macOS, for `osascript -e`. Only double quotes are escaped.
 [[nodiscard]] QString appleScriptLine(const QString& title, const QString& message, bool withSound);
 
 } // namespace NotificationService

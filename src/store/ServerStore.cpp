@@ -21,11 +21,11 @@ QString ServerStore::standardFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Tarnwick"_s;
 }
 
-/// One full refresh.
+/// A full refresh that is running.
 struct ServerStore::Cycle {
     QPromise<void> promise;
-    QList<Server> waiting;    ///< not launched yet
-    qsizetype unfinished = 0; ///< those, and the running ones
+    QList<Server> waiting;    ///< probes to launch in later turns of the event loop
+    qsizetype unfinished = 0; ///< waiting probes and running ones
 };
 
 ServerStore::ServerStore(StoreCollaborators collaborators, QObject* parent)
@@ -175,7 +175,7 @@ bool ServerStore::moveServer(qsizetype from, qsizetype to) {
 
 void ServerStore::setupTimer() {
     constexpr qint64 shortest = 10;
-    // A QTimer counts to 24 days: a period beyond that is not waited for in full.
+    // A QTimer cannot count further than 24 days.
     constexpr qint64 longest = std::numeric_limits<int>::max() / 1000;
     refreshTimer_.start(std::chrono::seconds(std::clamp(settings_.refreshIntervalSeconds, shortest, longest)));
 }
@@ -198,7 +198,7 @@ QFuture<void> ServerStore::refreshAll() {
 }
 
 void ServerStore::launch(const std::shared_ptr<Cycle>& cycle) {
-    // A launch costs some 15 microseconds here: a thousand in one turn of the event loop would drop a frame.
+    // A launch takes some 15 microseconds: a thousand in one turn of the event loop would drop a frame.
     constexpr qsizetype perTurn = 200;
     const QList<Server> batch = cycle->waiting.first(std::min(perTurn, cycle->waiting.size()));
     cycle->waiting.remove(0, batch.size());
@@ -232,11 +232,12 @@ QFuture<void> ServerStore::refreshServer(const Server& server) {
 }
 
 void ServerStore::probe(const Server& server, const std::function<void(bool applied)>& done) {
-    // A watcher of our own, not a continuation: it may go, with us, while the probe still runs.
+    // A watcher and not a continuation, because the store may be destroyed, and the watcher with it, before the probe
+    // ends.
     auto* watcher = new QFutureWatcher<ServerMetrics>(this);
     connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, id = server.id, done] {
         watcher->deleteLater();
-        // A probe that was cancelled, at application exit, has no result.
+        // A probe has no result when the application exits before it ends.
         done(watcher->future().resultCount() > 0 && apply(id, watcher->result()));
     });
     watcher->setFuture(collaborators_.collect(server));

@@ -20,7 +20,7 @@ namespace tarnwick {
 /// The one owner of the fleet and of the settings, persisted as two JSON files. It refreshes the fleet periodically
 /// and raises alerts. Main thread only.
 ///
-/// Observers: objectWillChange() is emitted before any published value changes, then the value's own signal after.
+/// objectWillChange() is emitted before any published value changes, and the value's own signal after.
 class ServerStore : public QObject {
     Q_OBJECT
 
@@ -44,10 +44,10 @@ public:
     void setServers(QList<Server> servers);
     enum class Saving {
         now,
-        later, ///< with the next save, whatever causes it
+        later, ///< by the next save() of anything else
     };
-    /// The one way to change the settings: applies `change` to the published settings, announced before and after like
-    /// any change. The timer restarts when the refresh interval is another one afterwards.
+    /// Applies `change` to the published settings, between objectWillChange() and settingsChanged(). Restarts the timer
+    /// when the refresh interval differs afterwards.
     void editSettings(const std::function<void(AppSettings& settings)>& change, Saving saving = Saving::now);
 
     /// Appends, saves, and starts a refresh of the new entry.
@@ -63,10 +63,10 @@ public:
     /// Moves the entry at `from` so that its index is `to`. Does not save: a live drag. False, and nothing happens,
     /// when the two are equal or one is outside of the list.
     bool moveServer(qsizetype from, qsizetype to);
-    /// Writes both files, each atomically; the first failure ends it silently.
+    /// Writes both files, each atomically. When the first one fails the second is not written; nothing is reported.
     void save();
 
-    /// (Re)starts the periodic refresh: the settings' interval, at least 10 seconds, first tick one period from now.
+    /// Starts the periodic refresh, or restarts it: the settings' interval, at least 10 seconds, from now on.
     void setupTimer();
     /// Probes every enabled server at once and applies each result as it arrives; saves at the end. Dropped while one
     /// runs: the future is then cancelled, else it finishes when the cycle has ended.
@@ -93,7 +93,7 @@ private:
     void publish(const Change& change, Signal changed, const Arguments&... arguments);
     void launch(const std::shared_ptr<Cycle>& cycle);
     void end(Cycle& cycle);
-    /// Probes one server and applies the result; `done` is called with whether an entry took it.
+    /// Probes one server and applies the result; `done` gets false when no entry has that id any more.
     void probe(const Server& server, const std::function<void(bool applied)>& done);
     bool apply(const QUuid& id, const ServerMetrics& metrics);
 

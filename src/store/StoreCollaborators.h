@@ -16,7 +16,7 @@ namespace tarnwick {
 
 class ThisComputer;
 
-/// What the store works with. All are called on the main thread.
+/// What the store needs of the world, so that tests can replace it. All are called on the main thread.
 struct StoreCollaborators {
     std::function<QFuture<ServerMetrics>(const Server&)> collect;
     std::function<Instant()> clock;

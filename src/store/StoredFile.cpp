@@ -11,7 +11,7 @@ namespace tarnwick {
 namespace {
 bool isTaken(const QString& path) {
     const QFileInfo info(path);
-    return info.exists() || info.isSymLink(); // exists() looks through a link
+    return info.exists() || info.isSymLink(); // exists() is false for a link to nothing
 }
 } // namespace
 
@@ -20,7 +20,7 @@ std::optional<QByteArray> StoredFile::read() {
     if (!info.exists())
         return std::nullopt;
     QFile file(path_);
-    // Opening a pipe would wait for its writer.
+    // Opening a pipe would block until somebody writes to it.
     if (info.isFile() && file.open(QIODevice::ReadOnly)) {
         if (QByteArray content = file.readAll(); file.error() == QFileDevice::NoError)
             return content;

@@ -17,11 +17,11 @@ public:
 
     /// The content; absent when the file is missing or cannot be read (access, a folder or a pipe of that name).
     [[nodiscard]] std::optional<QByteArray> read();
-    /// What read() gave makes no sense: the next write moves the file aside.
+    /// Says that the content cannot be decoded: the next write moves the file aside first.
     void reject() { moveAsideFirst_ = true; }
-    /// Replaces the file in one step; a reader, and whoever comes after a crash, sees the old content or the new. The
-    /// file is for its owner only. False when that failed: what was there is whole. `now` names a file moved aside,
-    /// `PATH.unreadable-YYYYMMDDTHHMMSSZ`, with "-2" and so on when that name is taken.
+    /// Replaces the file in one step: a reader, even after a crash, finds the old content or the new. Only its owner
+    /// may read the file. False when it failed; the old file is then unchanged. A file that is moved aside is named
+    /// after `now`: `PATH.unreadable-YYYYMMDDTHHMMSSZ`, with "-2" and so on when that name is taken.
     bool write(const QByteArray& content, Instant now);
 
 private:

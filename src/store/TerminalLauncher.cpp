@@ -10,12 +10,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Runs bash in the container when it has it, else sh. Free of what needs quoting in the double quotes around it.
+// Runs bash in the container when it has one, else sh. Holds nothing that would need quoting inside double quotes.
 constexpr QStringView containerShell = u"sh -c 'if command -v bash >/dev/null 2>&1; then exec bash; else exec sh; fi'";
 
-/// One word for any shell. What some shell reads even inside single quotes stands escaped between them: besides the
-/// quote the backslash (fish) and the exclamation mark (csh). A control character would be a keystroke where the line
-/// is typed and a command to the terminal where it is printed; no valid value has one, and "?" takes its place.
+/// The value as one word of any shell. It is in single quotes, except for the characters that some shell interprets
+/// even there: the quote itself, the backslash (fish) and the exclamation mark (csh). Control characters become "?":
+/// they would act as keystrokes where the line is typed and as commands to the terminal where it is printed, and no
+/// valid value has one.
 QString quoted(const QString& value) {
     QString escaped = u"'"_s;
     for (const QChar c : value)
@@ -28,7 +29,7 @@ QString quoted(const QString& value) {
     return escaped + u'\'';
 }
 
-/// Whether the value stands for itself, unquoted, at every level of every shell.
+/// Whether no shell reads more into the value than its characters, so that it needs no quotes.
 bool isPlain(const QString& value) {
     constexpr QStringView plainMarks = u"@%+:,./_-";
     return !value.isEmpty() && std::ranges::all_of(value, [=](QChar c) {
@@ -45,12 +46,13 @@ QString operand(const QString& value) {
     return (value.startsWith(u'-') ? u"-- "_s : QString()) + word(value);
 }
 
-/// Prints the text. Where a shell's echo would turn backslash sequences into control characters, printf does not.
+/// A command that prints the text. Some shells' echo turns backslash sequences into control characters; printf does
+/// not.
 QString greeting(const QString& text) {
     return (text.contains(u'\\') ? u"printf '%s\\n' "_s : u"echo "_s) + quoted(text);
 }
 
-/// From the key option to the target.
+/// The key option, the port and the target.
 QString sshOperands(const Server& server) {
     const QString key = server.customSshKeyPath ? u"-i "_s + quoted(*server.customSshKeyPath) + u' ' : QString();
     return key + u"-p "_s + QString::number(server.port) + u' ' + operand(server.user + u'@' + server.host);
@@ -71,7 +73,7 @@ QString containerCommandLine(const Server& server, const ContainerInfo& containe
     const QString enter = u"docker exec -it "_s + operand(target) + u' ' + containerShell.toString();
     if (server.isLocal)
         return hello + u"; "_s + enter;
-    // Double quotes hold plain text only: what they leave special is for quoted() to make harmless.
+    // Some characters are special even in double quotes, so those are only for a plain target.
     const QString remoteCommand = isPlain(target) ? u'"' + enter + u'"' : quoted(enter);
     return hello + u"; ssh -t "_s + sshOperands(server) + u' ' + remoteCommand;
 }

@@ -8,7 +8,7 @@
 
 namespace tarnwick {
 
-/// Opens interactive shells in a terminal window. Main thread; returns at once; failures are seen in the terminal only.
+/// Opens interactive shells in a terminal window. Main thread; returns at once; a failure shows in the terminal alone.
 namespace TerminalLauncher {
 
 /// Runs one shell command line in a new terminal window.
@@ -18,8 +18,8 @@ void openServerSSH(const Server& server);
 /// A shell inside one of the server's containers.
 void openDockerContainer(const Server& server, const ContainerInfo& container);
 
-/// The command lines of the two above. Harmless values stand plain; a value with shell characters is quoted so that it
-/// cannot leave its place, at both levels where a remote command is nested.
+/// The command lines of the two above. A value with shell characters is quoted, so that no shell runs a part of it: the
+/// local one, nor the remote one that gets a nested command.
 [[nodiscard]] QString serverCommandLine(const Server& server);
 [[nodiscard]] QString containerCommandLine(const Server& server, const ContainerInfo& container);
 

@@ -32,7 +32,7 @@ Server localServer() {
     return server;
 }
 
-/// The future's result; a default one when none comes.
+/// The result of the future, or a default one if it ends without.
 template <typename T>
 T resultOf(const QFuture<T>& future) {
     const bool isDone = QTest::qWaitFor([&future] { return future.isFinished(); }, 25'000);
@@ -64,7 +64,7 @@ class CollectorTest : public QObject {
     Q_OBJECT
 
     UserHome home_;
-    OpenSshServer host_; ///< in good health, with the recorded containers
+    OpenSshServer host_; ///< answers, and lists the recorded containers
 
 private Q_SLOTS:
     void initTestCase() {
@@ -191,7 +191,7 @@ private Q_SLOTS:
         const Server server = serverAt(host_);
         QCOMPARE(failureOf(server), u"(none)"_s);
         const QString master = home_.folder() + u"/%1"_s.arg(host_.port());
-        QVERIFY(QFile::exists(master)); // stays behind, and with it an end of our pipes
+        QVERIFY(QFile::exists(master)); // the shared connection stays, and holds our pipes open
         QCOMPARE(failureOf(server), u"(none)"_s);
         QVERIFY2(clock.elapsed() < 15'000, qPrintable(QString::number(clock.elapsed())));
         QProcess::execute(u"/usr/bin/ssh"_s, {u"-q"_s, u"-O"_s, u"exit"_s, u"-p"_s, QString::number(server.port),
@@ -205,8 +205,8 @@ private Q_SLOTS:
         };
         const Server server = serverAt(host_);
         const QString id = u"3f2a9c1d7b44"_s;
-        QCOMPARE(failureOf(server), u"(none)"_s); // a probe takes any host key
-        QVERIFY(!restart(server, id));            // a restart only a known one
+        QCOMPARE(failureOf(server), u"(none)"_s); // a probe accepts any host key
+        QVERIFY(!restart(server, id));            // a restart accepts known ones only
         QVERIFY(home_.writeSshFile(u"known_hosts"_s, host_.knownHostsLine()));
         QVERIFY(restart(server, id));
         QVERIFY(!restart(server, u"nosuch"_s));

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 namespace tarnwick {
 
 namespace {
-/// A probe line with one container, which has this text as its status and `more` members after the required ones.
+/// A probe line with one container: it has this status, and `more` after its required members.
 QByteArray lineWithStatus(const QByteArray& status, const QByteArray& more = ",\"ports\":\"\"") {
     return "{\"cpu\":1,\"containers\":[{\"id\":\"a\",\"name\":\"b\",\"image\":\"c\",\"state\":\"running\",\"status\":"
            "\"" +
@@ -66,7 +66,7 @@ private Q_SLOTS:
 
     void rejects_data() {
         QTest::addColumn<QByteArray>("line");
-        QTest::addColumn<QString>("hint"); // a word that the description has to hold
+        QTest::addColumn<QString>("hint"); // a word of the description
         const auto row = [](const char* name, const QByteArray& line, const QString& hint = {}) {
             QTest::newRow(name) << line << hint;
         };

@@ -124,9 +124,9 @@ private Q_SLOTS:
     void topAndDockerThatTellNothing_data() {
         QTest::addColumn<QString>("shell");
         QTest::addColumn<QString>("top");
-        QTest::addColumn<QByteArray>("complaint"); // empty: none; the line is printed with cpu 0 all the same
+        QTest::addColumn<QByteArray>("complaint"); // a part of the standard error; empty when there is none
         QTest::addColumn<bool>("prints");
-        // An idle host's "100.0 id," leaves no space before the number, so the field the script reads is "id,".
+        // An idle host prints "100.0 id," without a space before the number, so the script reads "id," for the number.
         QTest::newRow("idle, bash") << u"/bin/bash"_s << u"top/procps-4.0-idle.txt"_s << QByteArray("operand") << true;
         QTest::newRow("idle, dash") << u"/bin/dash"_s << u"top/procps-4.0-idle.txt"_s << QByteArray("Illegal number")
                                     << false;

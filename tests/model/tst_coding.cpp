@@ -22,7 +22,7 @@ QByteArray inArray(const QByteArray& server) {
     return '[' + server + ']';
 }
 
-/// The valid server with one occurrence of `before` replaced; the replacement must take place.
+/// The valid server with the first `before` replaced; there must be one.
 QByteArray changed(const QByteArray& before, const QByteArray& after) {
     QByteArray text = validServer;
     const auto at = text.indexOf(before);
@@ -44,7 +44,6 @@ class CodingTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    // What is written holds the same members with the same values as what was read.
     void rewrittenFileIsEqualInContent() {
         const QByteArray json = inArray(validServer);
         const QByteArray written = encodeServers(std::get<QList<Server>>(decodeServers(json))).value();

@@ -15,7 +15,7 @@
 
 namespace tarnwick {
 
-/// A store on a folder of its own, with probes, clock and notifications in the test's hands.
+/// A store on a temporary folder; the test answers the probes, sets the clock and sees the alerts.
 class StoreRig {
 public:
     struct Probe {
@@ -60,7 +60,7 @@ public:
         });
     }
 
-    /// A store with these servers; its start-up refresh is over, and nothing of it is left in the records.
+    /// Constructs a store with these servers, finishes its start-up refresh, and forgets what that recorded.
     void startWith(const QList<Server>& servers) {
         write(QStringLiteral("servers.json"), encodeServers(servers).value());
         start();

@@ -9,7 +9,7 @@
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
-/// Saves over and over, a small and a large fleet in turns, and says so once at the beginning.
+/// Saves a small and a large fleet in turns, forever. Writes to standard output after each large one.
 static int saveForever(const QString& folder) {
     StoreRig rig;
     rig.folder = folder;
@@ -32,7 +32,7 @@ private Q_SLOTS:
             QProcess child;
             child.start(QCoreApplication::applicationFilePath(), {u"save"_s, rig.folder});
             QVERIFY(child.waitForReadyRead(20'000));
-            QElapsedTimer time; // a moment of its own in each round
+            QElapsedTimer time; // each round kills it a little later
             for (time.start(); time.nsecsElapsed() < 300'000LL * round;) {
             }
             child.kill();

@@ -180,7 +180,7 @@ private Q_SLOTS:
         QSignalSpy entryChanged(&store, &ServerStore::serverChanged);
         rig.probes.at(u"A"_s).answer(ServerMetrics::offline(u"gone"_s));
         QVERIFY(entryChanged.isEmpty() && rig.alerts.isEmpty());
-        rig.probes.at(u"B"_s).answer(ServerMetrics::offline(u"down"_s)); // taken, but no alert: paused by now
+        rig.probes.at(u"B"_s).answer(ServerMetrics::offline(u"down"_s)); // paused by now: applied, but no alert
         rig.probes.at(u"C"_s).answer(ServerMetrics::offline(u"down"_s));
         QCOMPARE(rig.names().join(QString()), u"CB"_s);
         QVERIFY(store.servers().at(0).metrics && store.servers().at(1).metrics);
@@ -198,7 +198,7 @@ private Q_SLOTS:
         const auto stamp = store.lastRefreshedAll();
         rig.now = Instant{9000};
 
-        QFuture<void> refresh = store.refreshServer(servers.at(0)); // paused, and probed all the same
+        QFuture<void> refresh = store.refreshServer(servers.at(0)); // probed although paused
         QVERIFY(!store.isRefreshing() && !refresh.isFinished());
         QVERIFY(rig.saves([&] { rig.probes.at(u"A"_s).answer(ServerMetrics::offline(u"x"_s)); }));
         QVERIFY(refresh.isFinished() && rig.alerts.isEmpty());

@@ -133,7 +133,7 @@ private Q_SLOTS:
         broken.metrics = ServerMetrics();
         broken.metrics->cpuPercent = std::numeric_limits<double>::quiet_NaN();
         QVERIFY(!rig.saves([&] { rig.store->updateServer(broken); }));
-        QVERIFY(rig.store->servers().at(0).metrics.has_value()); // in memory it stands
+        QVERIFY(rig.store->servers().at(0).metrics.has_value()); // the list keeps it
 
         broken.metrics.reset();
         rig.store->updateServer(broken);
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QFile::remove(rig.path(u"settings.json"_s));
         QVERIFY(QDir().mkpath(rig.path(u"servers.json"_s)));
         rig.store->save();
-        QCOMPARE(rig.files(), QStringList{u"servers.json"_s}); // the settings wait for the fleet
+        QCOMPARE(rig.files(), QStringList{u"servers.json"_s}); // no settings without the fleet
         QVERIFY(QDir().rmdir(rig.path(u"servers.json"_s)));
         QVERIFY(rig.saves([&] { rig.store->save(); }));
     }

@@ -25,8 +25,8 @@ ContainerInfo container(const QString& name, const QString& id = u"4f2a"_s) {
     return {id, name, u"nginx"_s, u"Up"_s, u"running"_s, {}};
 }
 
-/// A folder to run a command line in, with programs that note what they were called with. The one for ssh hands its
-/// remote command to a shell, as a real login does.
+/// A folder to run a command line in, with an `ssh` and a `docker` that record their arguments. This `ssh` runs its
+/// remote command in a shell, as a real login does.
 class Bench {
 public:
     Bench() {
@@ -39,7 +39,7 @@ public:
             qFatal("Cannot write to %s", qPrintable(tools_.folder()));
     }
 
-    /// What the line prints.
+    /// Runs the line; returns what it prints.
     QString run(const QStringList& shell, const QString& line) const {
         QProcess process;
         process.setWorkingDirectory(tools_.folder());
@@ -86,7 +86,7 @@ private Q_SLOTS:
                  "ssh -t -i '~/.ssh/id_ed25519' -p 2222 deploy@192.0.2.10 \"docker exec -it api "
                  "sh -c 'if command -v bash >/dev/null 2>&1; then exec bash; else exec sh; fi'\""_s);
 
-        // Nothing is validated: an empty user and an empty key keep their places.
+        // Nothing is validated: an empty user and an empty key are used as they are.
         Server bare = server(u"Büro 2 (alt)"_s, u""_s, u"fe80::1%eth0"_s);
         bare.customSshKeyPath = u""_s;
         bare.port = 65535;
@@ -121,8 +121,8 @@ private Q_SLOTS:
         QTest::newRow("blanks") << u" a  b\u00a0"_s;
         QTest::newRow("other scripts") << u"сервер-木-🐳"_s;
     }
-    /// The value in every place at once, run by real shells, one of them interactive: it is printed and arrives in both
-    /// programs unaltered but for control characters, and nothing else runs.
+    /// Real shells run lines that have the value in every place. It must be printed and reach both programs unaltered,
+    /// except for control characters, and nothing else may run.
     void hostileValuesStayInPlace() {
         QFETCH(const QString, value);
         Server remote = server(value, value, value);

@@ -49,7 +49,7 @@ bool write(const QString& path, QByteArrayView contents) {
            file.write(contents.data(), contents.size()) == contents.size();
 }
 
-/// A process that ends with this one, however that ends.
+/// Makes the process end when this one does, even by a crash.
 void prepare(QProcess& process) {
     process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
 }
@@ -111,7 +111,7 @@ QString DesktopSession::startPanel(const QString& home) {
     if (!bus_.waitForReadyRead(patience))
         return u"The session bus does not start"_s;
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus_.readLine().trimmed());
-    // Else the bus starts an installed notification service, whose bubbles cover the program's windows.
+    // Otherwise the bus starts an installed notification service, whose bubbles cover the program's windows.
     if (!QDBusConnection::sessionBus().registerService(u"org.freedesktop.Notifications"_s))
         return u"The session bus does not answer"_s;
 
@@ -143,8 +143,8 @@ void DesktopSession::run(QProcess& program, const QString& executable, const QSt
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
     environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
-    // The sanitizer wants to be the first library, and to see every library; but libnss-wrapper stands before it and
-    // hides one.
+    // AddressSanitizer insists on being loaded first and on seeing every library. libnss-wrapper is loaded before it
+    // and hides one.
     environment.insert(u"ASAN_OPTIONS"_s, environment.value(u"ASAN_OPTIONS"_s) + u":verify_asan_link_order=0"_s);
     environment.insert(u"NSS_WRAPPER_DISABLE_DEEPBIND"_s, u"1"_s);
     for (const QString& variable : variables)

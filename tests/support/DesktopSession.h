@@ -11,11 +11,11 @@ namespace tarnwick {
 
 class ScreenReader;
 
-/// A desktop of its own: a real X server, a session bus, and a panel with a tray. While it runs, the environment of
-/// this process leads there. Whatever takes longer than `patience` has failed.
+/// A desktop for one test: a real X server, a session bus, and a panel with a tray. While it runs, the environment of
+/// this process points to them. An operation fails when it takes longer than `patience`.
 class DesktopSession {
 public:
-    static constexpr int patience = 30'000; ///< milliseconds, on a computer that does much else
+    static constexpr int patience = 30'000; ///< milliseconds; long, because the computer may be busy
     static constexpr QSize size{1280, 1800};
     /// Where the panel shows its only item.
     static constexpr QRect itemPlace{1252, 0, 28, 28};
@@ -25,33 +25,33 @@ public:
     DesktopSession(const DesktopSession&) = delete;
     DesktopSession& operator=(const DesktopSession&) = delete;
 
-    /// For the user whose home is this folder. Empty on success, else what is missing.
+    /// `home` is the home folder of the session's user. Empty on success, else what is missing.
     [[nodiscard]] QString start(const QString& home);
     void stop();
 
-    /// Starts a build of the program there, under a sanitizer or not, readable for `ScreenReader`; with further
-    /// variables, NAME=VALUE.
+    /// Starts a build of the program in the session, with accessibility on for `ScreenReader`. `variables`, each
+    /// NAME=VALUE, are added to its environment.
     void run(QProcess& program, const QString& executable, const QStringList& variables = {}) const;
-    /// The items that the tray knows of.
+    /// The items registered with the tray.
     [[nodiscard]] QStringList trayItems() const;
     /// The text of the first one.
     [[nodiscard]] QString label() const;
     /// The visible windows of the program.
     [[nodiscard]] QByteArrayList windows() const;
-    /// What a window shows; null when there is none. The whole screen: "root".
+    /// A picture of a window, or of the whole screen: "root". Null when there is no such window.
     [[nodiscard]] QImage picture(const QByteArray& window = "root") const;
 
-    /// Real actions of the user's hand; false when they could not be done.
+    /// Mouse actions through the X server; false when they failed.
     [[nodiscard]] bool moveTo(QPoint point) const;
     [[nodiscard]] bool click(QPoint point) const;
-    /// The place of the topmost element of that name, once it is there and has come to rest; invalid when it never is.
+    /// Where the topmost element of that name is once it has stopped moving; invalid when that does not happen.
     [[nodiscard]] QRect restingPlace(const ScreenReader& reader, const QString& name) const;
-    /// Clicks on it there.
+    /// Clicks on that element there.
     [[nodiscard]] bool press(const ScreenReader& reader, const QString& name) const;
-    /// The words of an xdotool command.
+    /// Runs xdotool with these words as arguments.
     [[nodiscard]] bool xdotool(const QString& words) const;
 
-    /// Ends a process in good order, or at last by force.
+    /// Asks a process to end, and kills it if it does not.
     static void end(QProcess& process);
 
 private:

@@ -79,20 +79,20 @@ QString OpenSshServer::start(QStringView forceCommand) {
     if (account == nullptr)
         return u"This user has no account"_s;
     user_ = QString::fromLocal8Bit(account->pw_name);
-    if (::getuid() == 0 && !QDir().mkpath(u"/run/sshd"_s)) // its privileged half insists on this folder
+    if (::getuid() == 0 && !QDir().mkpath(u"/run/sshd"_s)) // sshd does not start as root without this folder
         return u"Cannot make /run/sshd"_s;
     if (!QFile::exists(keyPath()) && !(makeKey(folder_.filePath(u"host_key"_s)) && makeKey(keyPath())))
         return u"Cannot make keys"_s;
     port_ = freePort();
-    // While all processors of this computer are busy, its own `top` prints a line that the probe cannot read ("100.0
-    // us" loses its leading space): a host of a test answers whatever else runs.
+    // When this computer is busy its real `top` prints "100.0 us" without the space before the number, which the probe
+    // cannot read. A test must not depend on that, so each host has its own `top`.
     if (!writeFiles(forceCommand) || !(QFile::exists(standIns_.folder() + u"/top"_s) || standIns_.addProcessor("88.1")))
         return u"Cannot write to %1"_s.arg(folder_.path());
 
     process_.setStandardInputFile(QProcess::nullDevice());
     process_.setStandardOutputFile(QProcess::nullDevice());
     process_.setStandardErrorFile(folder_.filePath(u"log"_s));
-    process_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); }); // even when a test crashes
+    process_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); }); // it ends even when a test crashes
     process_.start(serverProgram, {u"-D"_s, u"-e"_s, u"-f"_s, folder_.filePath(u"sshd_config"_s)});
     return waitUntilListening();
 }

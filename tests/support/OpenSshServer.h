@@ -9,11 +9,11 @@
 
 namespace tarnwick {
 
-/// What a session of the server runs in place of the client's command.
+/// Commands for OpenSshServer::start(), which a session runs instead of the client's command.
 namespace HostBehaviour {
-/// Says nothing until the connection is gone.
+/// Prints nothing for as long as the connection lasts.
 inline constexpr QStringView hangs = u"while kill -0 $PPID 2>/dev/null; do sleep 0.1; done";
-/// A login shell that greets on standard output.
+/// Prints a greeting before the command's output.
 inline constexpr QStringView greets = u"echo Welcome to db1; exec /bin/sh -c \"$SSH_ORIGINAL_COMMAND\"";
 /// Never stops printing.
 inline constexpr QStringView floods = u"exec yes";
@@ -21,8 +21,8 @@ inline constexpr QStringView floods = u"exec yes";
 inline constexpr QStringView losesConnection = u"printf '{\"cpu\":12,\"mem_'; sleep 0.1; kill -9 $PPID";
 } // namespace HostBehaviour
 
-/// A real OpenSSH server on a free port of the loopback interface, for the user who runs it, root or not. Keys,
-/// configuration and log are its own and go with it.
+/// A real OpenSSH server on a free port of the loopback interface, run by any user. Its keys, configuration and log are
+/// in a temporary folder.
 class OpenSshServer {
 public:
     OpenSshServer() = default;
@@ -33,9 +33,9 @@ public:
     /// Starts the server, and returns when it takes connections. `forceCommand` runs in every session instead of the
     /// client's command, which is then in SSH_ORIGINAL_COMMAND. Empty on success, else why it does not run.
     [[nodiscard]] QString start(QStringView forceCommand = {});
-    /// Lets everything else on this computer go first: the processors of real hosts are not this one's.
+    /// Gives the server the lowest priority: a real host would not use this computer's processor either.
     void yieldProcessor();
-    /// Takes no more connections; open ones last as long as their clients.
+    /// Accepts no more connections; open ones stay until their clients end.
     void stop();
 
     [[nodiscard]] QString address() const { return QStringLiteral("127.0.0.1"); }
@@ -43,9 +43,9 @@ public:
     /// The only user that may log in, with the key of `keyPath`.
     [[nodiscard]] QString user() const { return user_; }
     [[nodiscard]] QString keyPath() const { return folder_.filePath(QStringLiteral("user_key")); }
-    /// The line by which a client's known-hosts file knows this server.
+    /// The line of a known-hosts file for this server.
     [[nodiscard]] QByteArray knownHostsLine() const;
-    /// What comes first on the search path of its sessions; a `top` is among it, unless a test brought its own.
+    /// The folder that is first on the search path of its sessions. start() adds a `top` unless there is one.
     [[nodiscard]] StandIns& standIns() { return standIns_; }
 
 private:

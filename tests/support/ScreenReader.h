@@ -8,8 +8,8 @@
 
 namespace tarnwick {
 
-/// The program's windows as a screen reader meets them: what there is to press, and where. It waits for each answer,
-/// but not for what is not there.
+/// The program's windows as a screen reader finds them: which elements there are, and where. A question waits for the
+/// program's answer, but not for an element to appear.
 class ScreenReader {
 public:
     explicit ScreenReader(const QDBusConnection& session = QDBusConnection::sessionBus());

@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// A folder of executables that take the place of a host's own: for the front of its search path.
+/// A folder of executables that replace those of a host, when it is first on the search path.
 class StandIns {
 public:
     [[nodiscard]] QString folder() const { return folder_.path(); }
@@ -19,18 +19,18 @@ public:
     /// An executable that prints a recorded output, whatever it is asked.
     [[nodiscard]] bool addRecording(const QString& name, const QByteArray& output);
     /// A `docker` whose containers are `rows`, one a line: id, names, image, status, state and ports, separated by
-    /// tabs. It fills the template of `ps --format` with them; `restart` notes the words after it, and starts the
-    /// container; it fails for one that has no row.
+    /// tabs. `ps --format` fills its template with them. `restart` records its arguments and starts the container, or
+    /// fails when there is no such row.
     [[nodiscard]] bool addDocker(const QByteArray& rows);
-    /// A `df` of one disk of that size in GiB, so many percent full.
+    /// A `df` that shows one disk: its size in GiB, and how many percent of it are used.
     [[nodiscard]] bool addDisk(int gibibytes, int percent);
-    /// A `top` of a processor that is idle for this share of its time: percent, as "94.0".
+    /// A `top` that shows this idle time of the processor, in percent: "94.0".
     [[nodiscard]] bool addProcessor(const QByteArray& idle);
     /// One entry for each `docker restart`, oldest first.
     [[nodiscard]] QStringList restarts() const;
 
 private:
-    /// The stand-in of that name, with what it reads in a file beside it.
+    /// Copies the stand-in of that name, and writes the file that it reads.
     [[nodiscard]] bool install(const QString& name, const QString& file, const QByteArray& content);
 
     QTemporaryDir folder_;

@@ -12,7 +12,7 @@ namespace tarnwick {
 
 namespace {
 
-/// /etc/passwd with another home folder for the user of this process.
+/// The text of /etc/passwd with `home` as the home folder of this process's user.
 QByteArray passwordDatabase(const QByteArray& home) {
     QFile system(u"/etc/passwd"_s);
     if (!system.open(QIODevice::ReadOnly))

@@ -8,9 +8,9 @@
 
 namespace tarnwick {
 
-/// A home folder of its own for every process started while this object lives, so that a test neither reads nor
-/// changes the user's. `HOME` alone would not do: ssh asks the password database, which is answered by libnss-wrapper.
-/// Our own build under AddressSanitizer starts that way only with `verify_asan_link_order=0`.
+/// Gives every process started while this object lives a temporary home folder, so that a test neither reads nor
+/// changes the user's. Setting `HOME` is not enough: ssh asks the password database, so libnss-wrapper answers for
+/// that. A build with AddressSanitizer starts under libnss-wrapper only with `verify_asan_link_order=0`.
 class UserHome {
 public:
     UserHome();
@@ -18,7 +18,7 @@ public:
     UserHome(const UserHome&) = delete;
     UserHome& operator=(const UserHome&) = delete;
 
-    /// Empty when all is in place, else what is missing.
+    /// What is missing; empty when nothing is.
     [[nodiscard]] QString error() const { return error_; }
     [[nodiscard]] QString folder() const { return folder_.path(); }
     /// Writes `.ssh/NAME` in it.
@@ -29,7 +29,7 @@ private:
 
     QTemporaryDir folder_;
     QString error_;
-    std::map<const char*, QByteArray> before_; ///< the variables' values to go back to; null: not set
+    std::map<const char*, QByteArray> before_; ///< the variables' values to restore; null: not set
 };
 
 } // namespace tarnwick
