@@ -20,8 +20,4 @@ QDateTime Instant::toDateTime() const {
     return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(ms) + referenceDateMs);
 }
 
-size_t qHash(const Instant& instant, size_t seed) noexcept {
-    return ::qHash(instant.secondsSinceReferenceDate, seed);
-}
-
 } // namespace tarnwick

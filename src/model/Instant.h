@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDateTime>
-#include <QHashFunctions>
 
 namespace tarnwick {
 
@@ -21,7 +20,5 @@ struct Instant {
 
     friend bool operator==(const Instant&, const Instant&) = default;
 };
-
-[[nodiscard]] size_t qHash(const Instant& instant, size_t seed = 0) noexcept;
 
 } // namespace tarnwick

@@ -1,5 +1,7 @@
 #include "ServerHealthStatus.h"
 
+#include <array>
+
 namespace tarnwick {
 
 namespace {

@@ -3,7 +3,6 @@
 #include <QLatin1StringView>
 #include <QStringView>
 
-#include <array>
 #include <optional>
 
 namespace tarnwick {
@@ -11,13 +10,9 @@ namespace tarnwick {
 /// The verdict on one server, derived from its latest metrics (ServerMetrics::status()). Never stored.
 enum class ServerHealthStatus { healthy, warning, critical, offline, checking };
 
-inline constexpr std::array allServerHealthStatuses{ServerHealthStatus::healthy, ServerHealthStatus::warning,
-                                                    ServerHealthStatus::critical, ServerHealthStatus::offline,
-                                                    ServerHealthStatus::checking};
-
 /// The status's own word: "healthy", "warning", "critical", "offline" or "checking".
 [[nodiscard]] QLatin1StringView rawValue(ServerHealthStatus status);
-/// The name of the symbol that stands for the status.
+/// The name of the symbol of the status.
 [[nodiscard]] QLatin1StringView icon(ServerHealthStatus status);
 /// Exactly the five raw values, in this letter case; nothing else has a status.
 [[nodiscard]] std::optional<ServerHealthStatus> serverHealthStatusFromRawValue(QStringView text);

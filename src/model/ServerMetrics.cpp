@@ -47,8 +47,8 @@ ServerHealthStatus ServerMetrics::status() const {
 size_t qHash(const ServerMetrics& metrics, size_t seed) noexcept {
     return qHashMulti(seed, metrics.cpuPercent, metrics.gpuPercent.value_or(-1), metrics.memoryUsedMB,
                       metrics.memoryTotalMB, metrics.diskUsedGB, metrics.diskTotalGB, metrics.uptimeString,
-                      metrics.loadAvg1m, metrics.containers, metrics.latencyMs, metrics.lastChecked,
-                      metrics.errorMessage.value_or(QString()));
+                      metrics.loadAvg1m, metrics.containers, metrics.latencyMs,
+                      metrics.lastChecked.secondsSinceReferenceDate, metrics.errorMessage.value_or(QString()));
 }
 
 } // namespace tarnwick
