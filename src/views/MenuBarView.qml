@@ -73,8 +73,9 @@ Rectangle {
         onDismissed: root.ui.showingAddServer = false
         sheet: Component {
             AddServerSheet {
-                store: root.store
-                ui: root.ui
+                id: addServerSheet
+
+                server: root.popover.addServerModel(addServerSheet)
                 onDismissed: root.ui.showingAddServer = false
             }
         }

@@ -35,6 +35,10 @@ SettingsModel* PopoverModel::settingsModel(QObject* sheet) {
     return new SettingsModel(store_, ui_, collaborators_, sheet);
 }
 
+AddServerModel* PopoverModel::addServerModel(QObject* sheet) {
+    return new AddServerModel(store_, ui_, collaborators_, sheet);
+}
+
 void PopoverModel::refreshAll() {
     store_.refreshAll();
 }

@@ -2,6 +2,7 @@
 
 #include "PopoverContent.h"
 #include "ServerListModel.h"
+#include "addserver/AddServerModel.h"
 #include "card/CardActions.h"
 #include "settings/SettingsModel.h"
 
@@ -31,6 +32,7 @@ public:
 
     /// The model of a sheet that is about to be shown; it belongs to the sheet's item.
     Q_INVOKABLE tarnwick::SettingsModel* settingsModel(QObject* sheet);
+    Q_INVOKABLE tarnwick::AddServerModel* addServerModel(QObject* sheet);
 
     Q_INVOKABLE void refreshAll();
     Q_INVOKABLE void open(const QUrl& address);

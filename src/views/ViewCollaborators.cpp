@@ -15,6 +15,7 @@ ViewCollaborators ViewCollaborators::real(ThisComputer& computer) {
         .openServerSSH = TerminalLauncher::openServerSSH,
         .openDockerContainer = TerminalLauncher::openDockerContainer,
         .openAddress = [](const QUrl& address) { QDesktopServices::openUrl(address); },
+        .sshHosts = SSHConfigParser::parseUserConfig,
     };
 }
 

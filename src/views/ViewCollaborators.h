@@ -1,5 +1,6 @@
 #pragma once
 
+#include "SSHConfigParser.h"
 #include "ServerListModel.h"
 
 #include <QFuture>
@@ -18,6 +19,7 @@ struct ViewCollaborators {
     std::function<void(const Server&)> openServerSSH = {};
     std::function<void(const Server&, const ContainerInfo&)> openDockerContainer = {};
     std::function<void(const QUrl&)> openAddress = {};
+    std::function<QList<SSHConfigHost>()> sshHosts = {};
 
     [[nodiscard]] static ViewCollaborators real(ThisComputer& computer);
 };

@@ -67,6 +67,7 @@ struct Desk : StoreRig {
                         terminals += server.name + u'/' + container.name;
                     },
                 .openAddress = [this](const QUrl& address) { opened += address.toString(); },
+                .sshHosts = [] { return QList<SSHConfigHost>(); },
             });
         QVERIFY(view->errors().isEmpty());
         view->show();

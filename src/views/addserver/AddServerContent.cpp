@@ -38,6 +38,14 @@ bool FleetIndex::contains(const SSHConfigHost& host) const {
     return hosts_.contains(host.hostname) || names_.contains(host.alias);
 }
 
+QString nameCaption() {
+    return u"A display name shown in the menu bar list."_s;
+}
+
+QString keyCaption() {
+    return u"Tarnwick uses your Mac's SSH agent by default."_s;
+}
+
 QString importCaption(qsizetype hostCount) {
     return u"Import from ~/.ssh/config (%1)"_s.arg(QString::number(hostCount));
 }

@@ -41,6 +41,9 @@ private:
     QSet<QString> names_;
 };
 
+/// What stands below the form's fields of name and key.
+[[nodiscard]] QString nameCaption();
+[[nodiscard]] QString keyCaption();
 /// "Import from ~/.ssh/config (3)".
 [[nodiscard]] QString importCaption(qsizetype hostCount);
 

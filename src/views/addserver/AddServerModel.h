@@ -1,38 +1,44 @@
 #pragma once
 
 #include "DetectedHostModel.h"
+#include "OncePerTurn.h"
 #include "ServerStore.h"
 #include "UIState.h"
+#include "ViewCollaborators.h"
 
 #include <QObject>
-#include <QQmlParserStatus>
 #include <QtQmlIntegration>
 
 namespace tarnwick {
 
-/// What the add-server sheet shows and can do. Made with the sheet, it reads the user's ssh configuration afresh. The
-/// form's fields are the UI state's.
-class AddServerModel : public QObject, public QQmlParserStatus {
+/// What the add-server sheet shows and can do. It reads the user's ssh configuration when it is made, so each sheet has
+/// a model of its own. The form's fields are in the UI state.
+class AddServerModel : public QObject {
     Q_OBJECT
-    Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
-    Q_PROPERTY(tarnwick::ServerStore* store MEMBER store_ REQUIRED)
-    Q_PROPERTY(tarnwick::UIState* ui MEMBER ui_ REQUIRED)
+    QML_UNCREATABLE("Comes with its view")
+    Q_PROPERTY(tarnwick::UIState* ui READ ui CONSTANT)
     Q_PROPERTY(bool canSave READ canSave NOTIFY canSaveChanged)
+    Q_PROPERTY(QString nameCaption READ nameCaption CONSTANT)
+    Q_PROPERTY(QString keyCaption READ keyCaption CONSTANT)
     Q_PROPERTY(QString importCaption READ importCaption CONSTANT)
     Q_PROPERTY(tarnwick::DetectedHostModel* hosts READ hosts CONSTANT)
 
 public:
-    explicit AddServerModel(QObject* parent = nullptr);
+    /// Store and state must outlive the model.
+    AddServerModel(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators, QObject* parent = nullptr);
 
+    [[nodiscard]] UIState* ui() const { return &ui_; }
     [[nodiscard]] bool canSave() const { return canSave_; }
+    [[nodiscard]] QString nameCaption() const { return tarnwick::nameCaption(); }
+    [[nodiscard]] QString keyCaption() const { return tarnwick::keyCaption(); }
     [[nodiscard]] QString importCaption() const { return tarnwick::importCaption(hosts_.rowCount()); }
     [[nodiscard]] DetectedHostModel* hosts() { return &hosts_; }
 
     /// Adds the form's server and resets the form; the sheet is then to close. Nothing while canSave is false.
     Q_INVOKABLE void saveManual();
     /// Empties the form, as Cancel does.
-    Q_INVOKABLE void resetForm() { ui_->resetAddServerForm(); }
+    Q_INVOKABLE void resetForm() { ui_.resetAddServerForm(); }
     /// Adds the host of that row; nothing when the fleet has it.
     Q_INVOKABLE void importHost(int row);
 
@@ -40,17 +46,14 @@ Q_SIGNALS:
     void canSaveChanged();
 
 private:
-    void classBegin() override {}
-    void componentComplete() override;
     void updateCanSave();
     void markAdded();
-    void markAddedSoon();
 
-    ServerStore* store_ = nullptr;
-    UIState* ui_ = nullptr;
+    ServerStore& store_;
+    UIState& ui_;
     DetectedHostModel hosts_;
-    bool canSave_ = false;
-    bool markingPending_ = false;
+    OncePerTurn markAddedSoon_;
+    bool canSave_;
 };
 
 } // namespace tarnwick

@@ -5,8 +5,8 @@ import Tarnwick
 FocusScope {
     id: root
 
-    required property ServerStore store
-    required property UIState ui
+    required property AddServerModel server
+    readonly property UIState ui: server.ui
     /// The sheet is to close.
     signal dismissed
 
@@ -16,13 +16,6 @@ FocusScope {
     Keys.onEscapePressed: dismissed()
     Accessible.role: Accessible.Dialog
     Accessible.name: title.text
-
-    AddServerModel {
-        id: server
-
-        store: root.store
-        ui: root.ui
-    }
 
     Item {
         id: header
@@ -65,7 +58,7 @@ FocusScope {
         anchors.top: header.bottom
         anchors.topMargin: 16
         width: header.width
-        captions: ["Manual Entry", server.importCaption]
+        captions: ["Manual Entry", root.server.importCaption]
         current: root.ui.addServerTab
         onChosen: index => root.ui.addServerTab = index
     }
@@ -84,8 +77,7 @@ FocusScope {
 
             anchors.fill: parent
             visible: root.ui.addServerTab === 0
-            server: server
-            ui: root.ui
+            server: root.server
             onDismissed: root.dismissed()
         }
         DetectedHostList {
@@ -93,7 +85,7 @@ FocusScope {
 
             anchors.fill: parent
             visible: root.ui.addServerTab !== 0
-            server: server
+            server: root.server
         }
     }
     Component.onCompleted: (ui.addServerTab === 0 ? form : list).focus = true

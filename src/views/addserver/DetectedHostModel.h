@@ -12,7 +12,7 @@ namespace tarnwick {
 class DetectedHostModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("Comes with the sheet")
+    QML_UNCREATABLE("Comes with its view")
 
 public:
     enum Role { HostRole = Qt::UserRole + 1 };

@@ -70,7 +70,7 @@ Item {
             implicitHeight: 18
             radius: 9
         }
-        // The list has the keyboard; its rows are too many to go through one by one.
+        // Not in the Tab order: the list has the keyboard focus, and Tab would go through all of its many rows.
         PrimaryButton {
             objectName: "import"
             anchors.right: parent.right

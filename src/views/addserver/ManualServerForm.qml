@@ -6,7 +6,7 @@ FocusScope {
     id: root
 
     required property AddServerModel server
-    required property UIState ui
+    readonly property UIState ui: server.ui
     /// The sheet is to close.
     signal dismissed
 
@@ -33,7 +33,7 @@ FocusScope {
             label: "Server Name"
             isRequired: true
             prompt: "e.g. Production VPS, Hetzner Web, Home Server"
-            caption: "A display name shown in the menu bar list."
+            caption: root.server.nameCaption
             text: root.ui.newServerName
             onEdited: text => root.ui.newServerName = text
             onAccepted: root.save()
@@ -81,7 +81,7 @@ FocusScope {
             width: root.width
             label: "SSH Key Path (Optional)"
             prompt: "~/.ssh/id_ed25519 (leave blank for ssh-agent)"
-            caption: "Tarnwick uses your Mac's SSH agent by default."
+            caption: root.server.keyCaption
             text: root.ui.newServerKey
             onEdited: text => root.ui.newServerKey = text
             onAccepted: root.save()
