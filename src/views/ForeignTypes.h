@@ -1,5 +1,6 @@
 #pragma once
 
+#include "MenuBarItem.h"
 #include "ServerStore.h"
 #include "UIState.h"
 
@@ -7,7 +8,7 @@
 
 namespace tarnwick {
 
-/// The store and the UI state as types of the views' module: they themselves know nothing of views.
+/// The store, the UI state and the pins as types of the views' module: they themselves know nothing of views.
 struct ForeignServerStore {
     Q_GADGET
     QML_FOREIGN(tarnwick::ServerStore)
@@ -21,5 +22,11 @@ struct ForeignUIState {
     QML_NAMED_ELEMENT(UIState)
     QML_UNCREATABLE("There is one, and the program owns it")
 };
+
+namespace ForeignEnums {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(tarnwick)
+QML_NAMED_ELEMENT(Pins)
+} // namespace ForeignEnums
 
 } // namespace tarnwick

@@ -103,8 +103,9 @@ Rectangle {
         onDismissed: root.ui.showingMacInfoSheet = false
         sheet: Component {
             MacInfoSheet {
-                store: root.store
-                ui: root.ui
+                id: macInfoSheet
+
+                mac: root.popover.macInfoModel(macInfoSheet)
                 topRadius: root.radius
                 onDismissed: root.ui.showingMacInfoSheet = false
             }
@@ -118,8 +119,9 @@ Rectangle {
         onDismissed: root.ui.showingOnboarding = false
         sheet: Component {
             OnboardingView {
-                store: root.store
-                ui: root.ui
+                id: tourSheet
+
+                tour: root.popover.onboardingModel(tourSheet)
                 radius: root.radius
                 onCompleted: root.ui.showingOnboarding = false
             }

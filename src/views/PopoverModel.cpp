@@ -39,6 +39,14 @@ AddServerModel* PopoverModel::addServerModel(QObject* sheet) {
     return new AddServerModel(store_, ui_, collaborators_, sheet);
 }
 
+MacInfoModel* PopoverModel::macInfoModel(QObject* sheet) {
+    return new MacInfoModel(store_, ui_, collaborators_, sheet);
+}
+
+OnboardingModel* PopoverModel::onboardingModel(QObject* sheet) {
+    return new OnboardingModel(store_, ui_, collaborators_, sheet);
+}
+
 void PopoverModel::refreshAll() {
     store_.refreshAll();
 }

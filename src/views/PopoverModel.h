@@ -4,7 +4,9 @@
 #include "ServerListModel.h"
 #include "addserver/AddServerModel.h"
 #include "card/CardActions.h"
+#include "computer/MacInfoModel.h"
 #include "settings/SettingsModel.h"
+#include "tour/OnboardingModel.h"
 
 #include <QObject>
 #include <QtQmlIntegration>
@@ -33,6 +35,8 @@ public:
     /// The model of a sheet that is about to be shown; it belongs to the sheet's item.
     Q_INVOKABLE tarnwick::SettingsModel* settingsModel(QObject* sheet);
     Q_INVOKABLE tarnwick::AddServerModel* addServerModel(QObject* sheet);
+    Q_INVOKABLE tarnwick::MacInfoModel* macInfoModel(QObject* sheet);
+    Q_INVOKABLE tarnwick::OnboardingModel* onboardingModel(QObject* sheet);
 
     Q_INVOKABLE void refreshAll();
     Q_INVOKABLE void open(const QUrl& address);

@@ -23,8 +23,7 @@ void configureQuick() {
 }
 
 PopoverView::PopoverView(ServerStore& store, UIState& ui, ViewCollaborators collaborators)
-    : model_(store, ui, collaborators) {
-    setComputer(*engine(), collaborators.computer);
+    : model_(store, ui, std::move(collaborators)) {
     connect(&model_, &PopoverModel::closeRequested, this, &PopoverView::closeRequested);
     setColor(Qt::transparent);
     setResizeMode(SizeViewToRootObject);

@@ -4,7 +4,6 @@
 #include "TerminalLauncher.h"
 
 #include <QDesktopServices>
-#include <QQmlEngine>
 
 namespace tarnwick {
 
@@ -17,14 +16,6 @@ ViewCollaborators ViewCollaborators::real(ThisComputer& computer) {
         .openAddress = [](const QUrl& address) { QDesktopServices::openUrl(address); },
         .sshHosts = SSHConfigParser::parseUserConfig,
     };
-}
-
-void setComputer(QQmlEngine& engine, ThisComputer& computer) {
-    engine.setProperty("thisComputer", QVariant::fromValue(&computer));
-}
-
-ThisComputer& computerOf(const QObject& model) {
-    return *qmlEngine(&model)->property("thisComputer").value<ThisComputer*>();
 }
 
 } // namespace tarnwick

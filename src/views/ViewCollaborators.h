@@ -8,8 +8,6 @@
 
 #include <functional>
 
-class QQmlEngine;
-
 namespace tarnwick {
 
 /// What the views work with besides the store and the UI state; the defaults are the real ones.
@@ -23,10 +21,5 @@ struct ViewCollaborators {
 
     [[nodiscard]] static ViewCollaborators real(ThisComputer& computer);
 };
-
-/// Lets the models that QML makes in this engine find the computer.
-void setComputer(QQmlEngine& engine, ThisComputer& computer);
-/// The computer of the engine that made `model`.
-[[nodiscard]] ThisComputer& computerOf(const QObject& model);
 
 } // namespace tarnwick

@@ -25,7 +25,7 @@ public:
 
     std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui, ThisComputer& computer,
                                                   std::function<void()> onComplete) override {
-        return tarnwick::makeOnboardingWindow(store, ui, ViewCollaborators::real(computer), std::move(onComplete));
+        return std::make_unique<OnboardingWindow>(store, ui, ViewCollaborators::real(computer), std::move(onComplete));
     }
 };
 

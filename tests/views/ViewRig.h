@@ -57,7 +57,6 @@ public:
     }
     void show(const QString& name, const QVariantMap& properties) {
         view = std::make_unique<QQuickView>();
-        setComputer(*view->engine(), sample.computer);
         view->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
         view->setInitialProperties(properties);
         view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tarnwick/%1.qml").arg(name)));

@@ -25,9 +25,9 @@ SSHConfigHost host(const QString& alias, const QString& hostname) {
 
 struct AddServerRig : SheetRig {
     QList<SSHConfigHost> hosts;
-    const ViewCollaborators collaborators{.sshHosts = [this] {
-        return hosts;
-    }};
+    const ViewCollaborators collaborators{.computer = sample.computer, .sshHosts = [this] {
+                                              return hosts;
+                                          }};
     AddServerModel* model = nullptr; ///< of the sheet that is shown
 
     void showAddServer() {

@@ -1,4 +1,4 @@
-#include "ViewRig.h"
+#include "SheetRig.h"
 #include "computer/MacInfoModel.h"
 #include "computer/SensorListModel.h"
 
@@ -36,6 +36,17 @@ MacHardwareInfo macMini() {
     return info;
 }
 
+struct MacInfoRig : SheetRig {
+    const ViewCollaborators collaborators{.computer = sample.computer};
+    QPointer<MacInfoModel> model; ///< of the sheet that is shown
+
+    void showMacInfo() {
+        auto made = std::make_unique<MacInfoModel>(*store, ui, collaborators);
+        model = made.get();
+        showSheet(u"computer/MacInfoSheet"_s, u"mac"_s, std::move(made));
+    }
+};
+
 } // namespace
 
 class MacInfoTest : public QObject {
@@ -47,7 +58,7 @@ private Q_SLOTS:
         QCOMPARE(content.heading, u"Mac mini (Apple M2 Pro)"_s);
         QCOMPARE(content.identity, u"Mac14,12 \u2022 macOS 14.5"_s);
         QStringList tiles;
-        for (const MacTile& tile : content.tiles)
+        for (const MacTile& tile : content.loads.tiles + content.thermals.tiles)
             tiles += QStringList{tile.title, tile.value, tile.subtitle, tile.hint, tile.help}.join(u'|');
         QCOMPARE(tiles, (QStringList{
                             u"CPU Usage|12%|10 Cores|Pin to Bar +|Click to add CPU Usage to menu bar"_s,
@@ -83,7 +94,7 @@ private Q_SLOTS:
             info.ssdTemp = value;
             const MacInfoContent content = macInfoContent(info, {}, false);
             Roles all{content.thermalRole};
-            for (const MacTile& tile : content.tiles)
+            for (const MacTile& tile : content.loads.tiles + content.thermals.tiles)
                 all += tile.role;
             return all;
         };
@@ -108,11 +119,11 @@ private Q_SLOTS:
         for (const auto& [cpuCores, subtitle] :
              {std::pair(u""_s, u" Cores"_s), {u"8"_s, u"8 Cores"_s}, {u" 8"_s, u" Cores"_s}}) {
             info.cpuCores = cpuCores;
-            QCOMPARE(macInfoContent(info, {}, true).tile(0).subtitle, subtitle);
+            QCOMPARE(macInfoContent(info, {}, true).loads.tile(0).subtitle, subtitle);
         }
         const MacInfoContent content = macInfoContent(info, {}, true);
-        QCOMPARE(content.tile(5).value, u"--"_s);
-        QCOMPARE(content.tile(5).role, ColorRole::Role::Gray);
+        QCOMPARE(content.thermals.tile(2).value, u"--"_s);
+        QCOMPARE(content.thermals.tile(2).role, ColorRole::Role::Gray);
         QCOMPARE(content.sensorsCaption, u"Individual Thermal Sensors (0)"_s);
     }
 
@@ -137,8 +148,8 @@ private Q_SLOTS:
 
     void tilesPinThemselves() {
         using enum MenuBarItem;
-        ViewRig rig;
-        rig.show(u"computer/MacInfoSheet"_s);
+        MacInfoRig rig;
+        rig.showMacInfo();
         press(*rig.view, u"SSD Storage"_s);
         QCOMPARE(rig.savedPins(), (MenuBarItemSet{socTemp, ssdTemp, serverStatus}));
         press(*rig.view, u"SoC Average"_s);
@@ -158,8 +169,8 @@ private Q_SLOTS:
     }
 
     void presetsReplaceThePins() {
-        ViewRig rig;
-        rig.show(u"computer/MacInfoSheet"_s);
+        MacInfoRig rig;
+        rig.showMacInfo();
         const QList<std::pair<QString, MenuBarItemSet>> presets{{u"Pin All (7 Items)"_s, pins(PinPreset::All)},
                                                                 {u"Pin Resources"_s, pins(PinPreset::Resources)},
                                                                 {u"Pin All Temps"_s, pins(PinPreset::Thermals)},
@@ -168,14 +179,13 @@ private Q_SLOTS:
             press(*rig.view, button);
             QCOMPARE(rig.savedPins(), pins);
         }
-        const QSignalSpy dismissed(rig.view->rootObject(), SIGNAL(dismissed()));
-        press(*rig.view, u"done"_s);
-        QCOMPARE(dismissed.count(), 1);
+        rig.click(u"done"_s);
+        QVERIFY(rig.isDismissed());
     }
 
     void sensorsOpenAndClose() {
-        ViewRig rig;
-        rig.show(u"computer/MacInfoSheet"_s);
+        MacInfoRig rig;
+        rig.showMacInfo();
         rig.ui.setMacInfo(macMini());
         auto* header = findItem(rig.view->rootObject(), u"sensors"_s);
         QCOMPARE(header->property("text").toString(), u"Individual Thermal Sensors (3)"_s);
@@ -201,8 +211,8 @@ private Q_SLOTS:
     }
 
     void snapshotsOnlyWhileOpen() {
-        ViewRig rig;
-        rig.show(u"computer/MacInfoSheet"_s);
+        MacInfoRig rig;
+        rig.showMacInfo();
         QVERIFY(rig.ui.macInfo().has_value());
 
         rig.ui.setMacInfo(macMini());
@@ -212,11 +222,9 @@ private Q_SLOTS:
         rig.ui.setMacInfo(macMini());
         QTRY_VERIFY_WITH_TIMEOUT(rig.ui.macInfo() != macMini(), 10000);
 
-        const QPointer<MacInfoModel> model = rig.view->rootObject()->findChild<MacInfoModel*>();
-        QVERIFY(model);
         QCOMPARE(MacInfoModel::snapshotInterval, std::chrono::milliseconds(2500));
         rig.view.reset();
-        QVERIFY2(!model, "its timer would go on");
+        QVERIFY2(!rig.model, "its timer would go on");
         QVERIFY(rig.ui.macInfo().has_value());
     }
 };

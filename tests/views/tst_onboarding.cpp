@@ -2,8 +2,6 @@
 #include "tour/OnboardingModel.h"
 #include "tour/OnboardingWindow.h"
 
-#include <QDesktopServices>
-
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
 using enum MenuBarItem;
@@ -19,20 +17,23 @@ qsizetype shownSteps(const QQuickItem* root) {
         });
 }
 
-} // namespace
-
-/// Takes the place of the browser.
-class Browser : public QObject {
-    Q_OBJECT
-
-public:
+struct TourRig : ViewRig {
     QStringList opened;
+    const ViewCollaborators collaborators{.computer = sample.computer, .openAddress = [this](const QUrl& address) {
+                                              opened += address.toString();
+                                          }};
+    std::unique_ptr<OnboardingModel> model;
 
-    Browser() { QDesktopServices::setUrlHandler(u"https"_s, this, "open"); }
-    ~Browser() override { QDesktopServices::unsetUrlHandler(u"https"_s); }
+    ~TourRig() { view.reset(); }
 
-    Q_INVOKABLE void open(const QUrl& address) { opened += address.toString(); }
+    void showTour() {
+        view.reset();
+        model = std::make_unique<OnboardingModel>(*store, ui, collaborators);
+        show(u"tour/OnboardingView"_s, {{u"tour"_s, QVariant::fromValue(model.get())}});
+    }
 };
+
+} // namespace
 
 class OnboardingTest : public QObject {
     Q_OBJECT
@@ -111,7 +112,8 @@ void OnboardingTest::showsTheMachine() {
     info.ssdTemp = 75.0;
     const auto figures = [](const MacHardwareInfo& machine) {
         QStringList lines;
-        for (const OnboardingMetric& metric : onboardingContent(2, machine, {}).metrics) {
+        const OnboardingContent content = onboardingContent(2, machine, {});
+        for (const MacTile& metric : content.loads.tiles + content.thermals.tiles) {
             const char* colour = QMetaEnum::fromType<ColorRole::Role>().valueToKey(static_cast<int>(metric.role));
             lines += QStringList{metric.title, metric.value, metric.subtitle, QString::fromLatin1(colour)}.join(u'|');
         }
@@ -138,8 +140,8 @@ void OnboardingTest::demoServerIsHealthy() {
 }
 
 void OnboardingTest::walksThroughTheSteps() {
-    ViewRig rig;
-    rig.show(u"tour/OnboardingView"_s);
+    TourRig rig;
+    rig.showTour();
     QQuickItem* root = rig.view->rootObject();
     QVERIFY(!findItem(root, u"back"_s)->isVisible());
     QCOMPARE(findItem(root, u"next"_s)->property("text").toString(), u"Explore Features"_s);
@@ -155,15 +157,15 @@ void OnboardingTest::walksThroughTheSteps() {
     QCOMPARE(rig.ui.onboardingStep(), 3);
     QVERIFY(findItem(root, u"next"_s)->isVisible());
     // The step outlives the view.
-    rig.show(u"tour/OnboardingView"_s);
+    rig.showTour();
     QVERIFY(findItem(rig.view->rootObject(), u"preview"_s));
 }
 
 void OnboardingTest::showsTheDemoCard() {
-    ViewRig rig;
+    TourRig rig;
     rig.ui.setOnboardingStep(1);
-    rig.show(u"tour/OnboardingView"_s);
-    const auto* tour = rig.view->rootObject()->findChild<OnboardingModel*>();
+    rig.showTour();
+    OnboardingModel* const tour = rig.model.get();
     QCOMPARE(tour->demoCard().name, u"Production VPS (Ubuntu 24.04)"_s);
     QCOMPARE(tour->demoCard().containersText, u"3 / 3 Containers"_s);
     QCOMPARE(tour->demoCard().containers.size(), 3);
@@ -177,26 +179,26 @@ void OnboardingTest::showsTheDemoCard() {
 }
 
 void OnboardingTest::appearsWithoutTrace() {
-    ViewRig rig;
+    TourRig rig;
     const QUuid other = QUuid::createUuid();
     rig.ui.setExpandedServers({other});
-    rig.show(u"tour/OnboardingView"_s);
+    rig.showTour();
     QCOMPARE(rig.ui.expandedServers(), (QSet<QUuid>{other, demoServer().id}));
     QVERIFY(rig.ui.macInfo().has_value());
 
     MacHardwareInfo known;
     known.modelName = u"known"_s;
     rig.ui.setMacInfo(known);
-    rig.show(u"tour/OnboardingView"_s);
+    rig.showTour();
     QCOMPARE(rig.ui.macInfo(), known);
     QCOMPARE(rig.ui.expandedServers().size(), 2);
     QVERIFY(rig.store->servers().isEmpty());
 }
 
 void OnboardingTest::pinsForReal() {
-    ViewRig rig;
+    TourRig rig;
     rig.ui.setOnboardingStep(3);
-    rig.show(u"tour/OnboardingView"_s);
+    rig.showTour();
     const auto preview = [&rig] {
         return findItem(rig.view->rootObject(), u"preview"_s)->property("text").toString();
     };
@@ -220,9 +222,9 @@ void OnboardingTest::pinsForReal() {
 }
 
 void OnboardingTest::completes() {
-    ViewRig rig;
+    TourRig rig;
     rig.ui.setOnboardingStep(4);
-    rig.show(u"tour/OnboardingView"_s);
+    rig.showTour();
     QSignalSpy completed(rig.view->rootObject(), SIGNAL(completed()));
     QVERIFY(!rig.store->settings().hasCompletedOnboarding);
     // It has the keyboard.
@@ -233,23 +235,22 @@ void OnboardingTest::completes() {
 }
 
 void OnboardingTest::leadsToTheWeb() {
-    ViewRig rig;
-    Browser browser;
+    TourRig rig;
     rig.ui.setOnboardingStep(4);
-    rig.show(u"tour/OnboardingView"_s);
+    rig.showTour();
     press(*rig.view, u"Ko-fi Page"_s);
     press(*rig.view, u"Support Tarnwick on Ko-fi"_s);
     press(*rig.view, u"Official Website: tarnwick.example"_s);
-    QCOMPARE(browser.opened, (QStringList{u"https://ko-fi.com/tarnwick"_s, u"https://ko-fi.com/tarnwick"_s,
-                                          u"https://tarnwick.example"_s}));
+    QCOMPARE(rig.opened, (QStringList{u"https://ko-fi.com/tarnwick"_s, u"https://ko-fi.com/tarnwick"_s,
+                                      u"https://tarnwick.example"_s}));
 }
 
 void OnboardingTest::standsInAWindow() {
-    ViewRig rig;
+    TourRig rig;
     rig.ui.setOnboardingStep(4);
     int completions = 0;
-    std::unique_ptr<QWindow> window;
-    window = makeOnboardingWindow(*rig.store, rig.ui, ViewCollaborators::real(rig.sample.computer), [&] {
+    std::unique_ptr<OnboardingWindow> window;
+    window = std::make_unique<OnboardingWindow>(*rig.store, rig.ui, rig.collaborators, [&] {
         ++completions;
         window.reset();
     });
@@ -271,8 +272,7 @@ void OnboardingTest::standsInAWindow() {
     // Closing it is no completion.
     rig.store->editSettings([](AppSettings& settings) { settings.hasCompletedOnboarding = false; },
                             ServerStore::Saving::later);
-    window =
-        makeOnboardingWindow(*rig.store, rig.ui, ViewCollaborators::real(rig.sample.computer), [&] { ++completions; });
+    window = std::make_unique<OnboardingWindow>(*rig.store, rig.ui, rig.collaborators, [&] { ++completions; });
     window->show();
     window->close();
     window.reset();

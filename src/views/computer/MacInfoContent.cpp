@@ -11,12 +11,8 @@ namespace tarnwick {
 
 namespace {
 
-using MetricScale::loadRole;
-using MetricScale::temperatureRole;
-
-QString percentText(double percent) {
-    return fixedPoint(percent, 0) + u'%';
-}
+constexpr MacTileWording wording{
+    .cpuDecimals = 0, .gpu = u"Integrated GPU (Metal)", .processor = u"CPU & GPU Die", .hotspot = u"Hotspot Core"};
 
 /// `tile` with what depends on whether its item is pinned.
 MacTile pinnable(MacTile tile, const MenuBarItemSet& pinned) {
@@ -28,42 +24,10 @@ MacTile pinnable(MacTile tile, const MenuBarItemSet& pinned) {
     return tile;
 }
 
-QList<MacTile> tiles(const MacHardwareInfo& info, const MenuBarItemSet& pinned) {
-    QList<MacTile> tiles{
-        {.title = u"CPU Usage"_s,
-         .value = percentText(info.cpuUsagePercent),
-         .subtitle = coreCountText(info.cpuCores),
-         .role = loadRole(info.cpuUsagePercent),
-         .item = MenuBarItem::cpuUsage},
-        {.title = u"GPU Usage"_s,
-         .value = percentText(info.gpuUsagePercent),
-         .subtitle = u"Integrated GPU (Metal)"_s,
-         .role = loadRole(info.gpuUsagePercent),
-         .item = MenuBarItem::gpuUsage},
-        {.title = u"Unified RAM"_s,
-         .value = percentText(info.ramUsagePercent),
-         .subtitle = ramAmountText(info),
-         .role = loadRole(info.ramUsagePercent),
-         .item = MenuBarItem::ramUsage},
-        {.title = u"SoC Average"_s,
-         .value = temperatureText(info.avgSocTemp),
-         .subtitle = u"CPU & GPU Die"_s,
-         .role = temperatureRole(info.avgSocTemp),
-         .item = MenuBarItem::socTemp},
-        {.title = u"Peak Core"_s,
-         .value = temperatureText(info.peakSocTemp),
-         .subtitle = u"Hotspot Core"_s,
-         .role = temperatureRole(info.peakSocTemp),
-         .item = MenuBarItem::peakTemp},
-        {.title = u"SSD Storage"_s,
-         .value = temperatureText(info.ssdTemp),
-         .subtitle = u"NAND Flash"_s,
-         .role = info.ssdTemp ? temperatureRole(*info.ssdTemp) : ColorRole::Role::Gray,
-         .item = MenuBarItem::ssdTemp},
-    };
-    for (MacTile& tile : tiles)
+MacTileGroup pinnable(MacTileGroup group, const MenuBarItemSet& pinned) {
+    for (MacTile& tile : group.tiles)
         tile = pinnable(std::move(tile), pinned);
-    return tiles;
+    return group;
 }
 
 FleetPinRow fleetRow(const MenuBarItemSet& pinned) {
@@ -103,7 +67,7 @@ QList<MacSensorRow> sensorRows(const QList<MacThermalSensor>& sensors) {
     rows.reserve(sensors.size());
     for (const MacThermalSensor& sensor : sensors) {
         rows += {sensor.name, sensor.category, fixedPoint(sensor.tempCelsius, 1) + u" \u00b0C"_s,
-                 temperatureRole(sensor.tempCelsius)};
+                 MetricScale::temperatureRole(sensor.tempCelsius)};
     }
     return rows;
 }
@@ -118,32 +82,15 @@ QString machineIdentity(const MacHardwareInfo& info) {
     return info.modelIdentifier + u" \u2022 "_s + info.osVersion;
 }
 
-QString coreCountText(const QString& cpuCores) {
-    return cpuCores.section(u' ', 0, 0) + u" Cores"_s;
-}
-
-QString ramAmountText(const MacHardwareInfo& info) {
-    return fixedPoint(info.ramUsedGB, 1) + u'/' + fixedPoint(info.ramTotalGB, 0) + u"GB"_s;
-}
-
-QString temperatureText(std::optional<double> celsius) {
-    return celsius ? fixedPoint(*celsius, 1) + u"\u00b0C"_s : u"--"_s;
-}
-
-QList<PinPresetButton> macPinPresets() {
-    QList<PinPresetButton> buttons;
-    for (const PinPreset preset : allPinPresets)
-        buttons += {symbolName(preset), sheetCaption(preset), static_cast<PinListModel::Preset>(preset)};
-    return buttons;
-}
-
 MacInfoContent macInfoContent(const MacHardwareInfo& info, const MenuBarItemSet& pinned, bool showingAllSensors) {
     return {.heading = machineHeading(info),
             .identity = machineIdentity(info),
+            .guide = u"Click any metric to pin/unpin it on your menu bar:"_s,
             .chip = info.chip,
             .thermalState = info.thermalState,
-            .thermalRole = temperatureRole(info.avgSocTemp),
-            .tiles = tiles(info, pinned),
+            .thermalRole = MetricScale::temperatureRole(info.avgSocTemp),
+            .loads = pinnable(loadTiles(info, wording), pinned),
+            .thermals = pinnable(thermalTiles(info, wording), pinned),
             .fleet = fleetRow(pinned),
             .facts = facts(info),
             .sensorsCaption = u"Individual Thermal Sensors ("_s + QString::number(info.sensors.size()) + u')',

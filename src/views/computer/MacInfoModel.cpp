@@ -1,31 +1,29 @@
 #include "MacInfoModel.h"
 
-#include "ViewCollaborators.h"
-
 namespace tarnwick {
 
-void MacInfoModel::componentComplete() {
+MacInfoModel::MacInfoModel(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators, QObject* parent)
+    : QObject(parent), store_(store), ui_(ui), computer_(collaborators.computer), pins_(store) {
     refresh();
-    connect(ui_, &UIState::macInfoChanged, this, &MacInfoModel::update);
-    connect(ui_, &UIState::showingAllSensorsChanged, this, &MacInfoModel::update);
-    connect(store_, &ServerStore::settingsChanged, this, &MacInfoModel::update);
     update();
-
+    connect(&ui, &UIState::macInfoChanged, this, &MacInfoModel::update);
+    connect(&ui, &UIState::showingAllSensorsChanged, this, &MacInfoModel::update);
+    connect(&store, &ServerStore::settingsChanged, this, &MacInfoModel::update);
     connect(&snapshots_, &QTimer::timeout, this, &MacInfoModel::refresh);
     snapshots_.start(snapshotInterval);
 }
 
 void MacInfoModel::refresh() {
-    ui_->setMacInfo(computerOf(*this).info());
+    ui_.setMacInfo(computer_.info());
 }
 
 void MacInfoModel::toggleSensors() {
-    ui_->setShowingAllSensors(!ui_->showingAllSensors());
+    ui_.setShowingAllSensors(!ui_.showingAllSensors());
 }
 
 void MacInfoModel::update() {
-    const MacHardwareInfo info = ui_->macInfo() ? *ui_->macInfo() : computerOf(*this).info();
-    MacInfoContent content = macInfoContent(info, store_->settings().pinnedMenuBarItems, ui_->showingAllSensors());
+    const MacHardwareInfo info = ui_.macInfo() ? *ui_.macInfo() : computer_.info();
+    MacInfoContent content = macInfoContent(info, store_.settings().pinnedMenuBarItems, ui_.showingAllSensors());
     if (content == content_)
         return;
     content_ = std::move(content);

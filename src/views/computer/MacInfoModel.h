@@ -4,9 +4,11 @@
 #include "SensorListModel.h"
 #include "ServerStore.h"
 #include "UIState.h"
+#include "ViewCollaborators.h"
+#include "settings/PinListModel.h"
+#include "settings/PinPresetButton.h"
 
 #include <QObject>
-#include <QQmlParserStatus>
 #include <QTimer>
 #include <QtQmlIntegration>
 
@@ -14,26 +16,26 @@
 
 namespace tarnwick {
 
-/// What the sheet about this computer shows. It takes a snapshot of the hardware when it is made and then every
-/// 2.5 seconds, into the UI state; so it lives as long as the sheet does, and no longer.
-class MacInfoModel : public QObject, public QQmlParserStatus {
+/// What the sheet about this computer shows and can do. It takes a snapshot of the hardware when it is made and then
+/// every 2.5 seconds, into the UI state, so it should end with the sheet.
+class MacInfoModel : public QObject {
     Q_OBJECT
-    Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
-    /// Both must outlive the model.
-    Q_PROPERTY(tarnwick::ServerStore* store MEMBER store_ REQUIRED)
-    Q_PROPERTY(tarnwick::UIState* ui MEMBER ui_ REQUIRED)
+    QML_UNCREATABLE("Comes with its view")
     Q_PROPERTY(tarnwick::MacInfoContent content READ content NOTIFY contentChanged)
     Q_PROPERTY(QList<tarnwick::PinPresetButton> presets READ presets CONSTANT)
+    Q_PROPERTY(tarnwick::PinListModel* pins READ pins CONSTANT)
     Q_PROPERTY(tarnwick::SensorListModel* sensors READ sensors CONSTANT)
 
 public:
     static constexpr std::chrono::milliseconds snapshotInterval{2500};
 
-    using QObject::QObject;
+    /// Store, state and the collaborators' computer must outlive the model.
+    MacInfoModel(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators, QObject* parent = nullptr);
 
     [[nodiscard]] const MacInfoContent& content() const { return content_; }
-    [[nodiscard]] QList<PinPresetButton> presets() const { return macPinPresets(); }
+    [[nodiscard]] QList<PinPresetButton> presets() const { return pinPresetButtons(sheetCaption); }
+    [[nodiscard]] PinListModel* pins() { return &pins_; }
     [[nodiscard]] SensorListModel* sensors() { return &sensors_; }
 
     /// Takes a snapshot now.
@@ -45,13 +47,13 @@ Q_SIGNALS:
     void contentChanged();
 
 private:
-    void classBegin() override {}
-    void componentComplete() override;
     void update();
 
-    ServerStore* store_ = nullptr;
-    UIState* ui_ = nullptr;
+    ServerStore& store_;
+    UIState& ui_;
+    ThisComputer& computer_;
     MacInfoContent content_;
+    PinListModel pins_;
     SensorListModel sensors_;
     QTimer snapshots_;
 };

@@ -5,8 +5,7 @@ import Tarnwick
 FocusScope {
     id: root
 
-    required property ServerStore store
-    required property UIState ui
+    required property MacInfoModel mac
     property real topRadius: 0
     /// The sheet is to close.
     signal dismissed
@@ -17,18 +16,6 @@ FocusScope {
     Keys.onEscapePressed: dismissed()
     Accessible.role: Accessible.Dialog
     Accessible.name: heading.text
-
-    MacInfoModel {
-        id: mac
-
-        store: root.store
-        ui: root.ui
-    }
-    PinListModel {
-        id: pinList
-
-        store: root.store
-    }
 
     Band {
         id: header
@@ -58,7 +45,7 @@ FocusScope {
             x: 58
             y: 12
             width: refresh.x - x - 8
-            text: mac.content.heading
+            text: root.mac.content.heading
             size: 13
             font.weight: Font.Bold
         }
@@ -66,7 +53,7 @@ FocusScope {
             x: 58
             y: 30
             width: heading.width
-            text: mac.content.identity
+            text: root.mac.content.identity
             size: 10
             color: Theme.secondary
         }
@@ -79,7 +66,7 @@ FocusScope {
             anchors.verticalCenter: parent.verticalCenter
             text: "Refresh Sensors"
             symbol: "arrow.clockwise"
-            onClicked: mac.refresh()
+            onClicked: root.mac.refresh()
         }
         PushButton {
             id: done
@@ -113,19 +100,15 @@ FocusScope {
 
             MacPins {
                 width: parent.width
-                content: mac.content
-                presets: mac.presets
-                pins: pinList
+                mac: root.mac
             }
             MacFacts {
                 width: parent.width
-                content: mac.content
+                content: root.mac.content
             }
             MacSensors {
                 width: parent.width
-                content: mac.content
-                sensors: mac.sensors
-                onToggled: mac.toggleSensors()
+                mac: root.mac
             }
         }
     }

@@ -7,15 +7,14 @@ import Tarnwick
 Column {
     id: root
 
-    required property macInfoContent content
-    required property list<pinPresetButton> presets
-    required property PinListModel pins
+    required property MacInfoModel mac
+    readonly property macInfoContent content: mac.content
 
     spacing: 10
 
     PlainText {
         width: parent.width
-        text: "Click any metric to pin/unpin it on your menu bar:"
+        text: root.content.guide
         size: 10
         color: Theme.secondary
     }
@@ -23,9 +22,9 @@ Column {
         id: loads
 
         width: parent.width
-        symbol: "cpu"
-        tint: Theme.blue
-        text: "Live System Utilization"
+        symbol: root.content.loads.symbol
+        tint: Theme.color(root.content.loads.role)
+        text: root.content.loads.heading
 
         PlainText {
             x: loads.end
@@ -39,23 +38,22 @@ Column {
     }
     MetricTiles {
         width: parent.width
-        content: root.content
-        first: 0
-        onPressed: pinRow => root.pins.toggle(pinRow)
+        group: root.content.loads
+        pins: root.mac.pins
     }
     FleetPinButton {
         objectName: text
         width: parent.width
         fleet: root.content.fleet
-        onClicked: root.pins.toggle(fleet.pinRow)
+        onClicked: root.mac.pins.toggle(fleet.item)
     }
     SectionHeading {
         id: thermals
 
         width: parent.width
-        symbol: "thermometer.medium"
-        tint: Theme.orange
-        text: "Live Thermals & Sensors"
+        symbol: root.content.thermals.symbol
+        tint: Theme.color(root.content.thermals.role)
+        text: root.content.thermals.heading
 
         PlainText {
             id: state
@@ -80,9 +78,8 @@ Column {
     }
     MetricTiles {
         width: parent.width
-        content: root.content
-        first: 3
-        onPressed: pinRow => root.pins.toggle(pinRow)
+        group: root.content.thermals
+        pins: root.mac.pins
     }
     Grid {
         columns: 2
@@ -90,7 +87,7 @@ Column {
         rowSpacing: 6
 
         Repeater {
-            model: root.presets
+            model: root.mac.presets
             delegate: PushButton {
                 required property pinPresetButton modelData
 
@@ -98,7 +95,7 @@ Column {
                 width: (root.width - 6) / 2
                 symbol: modelData.symbol
                 text: modelData.caption
-                onClicked: root.pins.choose(modelData.preset)
+                onClicked: root.mac.pins.choose(modelData.preset)
             }
         }
     }

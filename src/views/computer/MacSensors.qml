@@ -7,9 +7,8 @@ import Tarnwick
 Rectangle {
     id: root
 
-    required property macInfoContent content
-    required property SensorListModel sensors
-    signal toggled
+    required property MacInfoModel mac
+    readonly property macInfoContent content: mac.content
 
     implicitHeight: header.height + list.height
     radius: Theme.radiusCard
@@ -25,7 +24,7 @@ Rectangle {
         text: root.content.sensorsCaption
         Accessible.checkable: true
         Accessible.checked: root.content.showsSensors
-        onClicked: root.toggled()
+        onClicked: root.mac.toggleSensors()
 
         contentItem: Item {
             Symbol {
@@ -78,7 +77,7 @@ Rectangle {
                 width: parent.width
             }
             Repeater {
-                model: root.content.showsSensors || list.height > 0 ? root.sensors : null
+                model: root.content.showsSensors || list.height > 0 ? root.mac.sensors : null
                 delegate: MacSensorLine {
                     width: rows.width
                 }

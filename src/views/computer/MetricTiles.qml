@@ -3,26 +3,24 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tarnwick
 
-/// Three tiles in a row.
+/// The tiles of a group, three in a row.
 Row {
     id: root
 
-    required property macInfoContent content
-    /// The first one's place among the content's tiles.
-    required property int first
-    signal pressed(int pinRow)
+    required property macTileGroup group
+    required property PinListModel pins
 
     spacing: 8
 
     Repeater {
-        model: 3
+        model: root.group.count
         delegate: MetricTile {
             required property int index
 
             objectName: text
             width: (root.width - 2 * root.spacing) / 3
-            tile: root.content.tile(root.first + index)
-            onClicked: root.pressed(tile.pinRow)
+            tile: root.group.tile(index)
+            onClicked: root.pins.toggle(tile.item)
         }
     }
 }

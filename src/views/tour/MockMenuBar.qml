@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tarnwick
 
@@ -5,7 +7,8 @@ import Tarnwick
 Rectangle {
     id: root
 
-    property string preview
+    required property tourWords words
+    required property string preview
 
     implicitHeight: 30
     radius: Theme.radiusControl
@@ -23,25 +26,21 @@ Rectangle {
 
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
-            name: "apple.logo"
+            name: root.words.barSymbol
             side: 14
             color: Theme.primary
         }
-        PlainText {
-            anchors.verticalCenter: parent.verticalCenter
-            text: "Tarnwick"
-            font.weight: Font.Bold
-            Accessible.ignored: true
-        }
-        PlainText {
-            anchors.verticalCenter: parent.verticalCenter
-            text: "File"
-            Accessible.ignored: true
-        }
-        PlainText {
-            anchors.verticalCenter: parent.verticalCenter
-            text: "Edit"
-            Accessible.ignored: true
+        Repeater {
+            model: root.words.barMenus
+            delegate: PlainText {
+                required property int index
+                required property string modelData
+
+                anchors.verticalCenter: parent?.verticalCenter
+                text: modelData
+                font.weight: index === 0 ? Font.Bold : Font.Normal
+                Accessible.ignored: true
+            }
         }
     }
     Symbol {

@@ -1,13 +1,7 @@
 #include "OnboardingContent.h"
 
-#include "FixedPoint.h"
 #include "ProductLinks.h"
 #include "computer/MacInfoContent.h"
-#include "computer/MetricScale.h"
-
-#include <QStringList>
-
-#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -15,32 +9,14 @@ namespace tarnwick {
 
 namespace {
 
-using MetricScale::loadRole;
-using MetricScale::temperatureRole;
+constexpr int lastPage = 4;
 
-constexpr std::array stepSubtitles{
-    QStringView(u"Step 1 of 5 \u2022 Introduction"),    QStringView(u"Step 2 of 5 \u2022 Server & Docker Fleets"),
-    QStringView(u"Step 3 of 5 \u2022 Telemetry"),       QStringView(u"Step 4 of 5 \u2022 Menu Bar Customization"),
-    QStringView(u"Step 5 of 5 \u2022 You're All Set!"),
-};
-constexpr int lastPage = static_cast<int>(stepSubtitles.size()) - 1;
+constexpr MacTileWording wording{.cpuDecimals = 1, .gpu = u"Metal", .processor = u"CPU/GPU Die", .hotspot = u"Hotspot"};
 
 QString nextCaption(int step) {
     if (step >= lastPage)
         return {};
     return step == 0 ? u"Explore Features"_s : u"Next"_s;
-}
-
-QList<OnboardingMetric> metrics(const MacHardwareInfo& info) {
-    return {{u"CPU Usage"_s, fixedPoint(info.cpuUsagePercent, 1) + u'%', coreCountText(info.cpuCores),
-             loadRole(info.cpuUsagePercent)},
-            {u"GPU Usage"_s, fixedPoint(info.gpuUsagePercent, 0) + u'%', u"Metal"_s, loadRole(info.gpuUsagePercent)},
-            {u"Unified RAM"_s, fixedPoint(info.ramUsagePercent, 0) + u'%', ramAmountText(info),
-             loadRole(info.ramUsagePercent)},
-            {u"SoC Average"_s, temperatureText(info.avgSocTemp), u"CPU/GPU Die"_s, temperatureRole(info.avgSocTemp)},
-            {u"Peak Core"_s, temperatureText(info.peakSocTemp), u"Hotspot"_s, temperatureRole(info.peakSocTemp)},
-            {u"SSD Storage"_s, temperatureText(info.ssdTemp), u"NAND Flash"_s,
-             info.ssdTemp ? temperatureRole(*info.ssdTemp) : ColorRole::Role::Gray}};
 }
 
 ServerMetrics demoMetrics() {
@@ -71,6 +47,19 @@ QString liveMenuBarPreview(const MenuBarItemSet& pinned) {
     return parts.isEmpty() ? u"Tarnwick"_s : parts.join(u" \u2022 ");
 }
 
+QList<TourStep> tourSteps() {
+    return {{u"Step 1 of 5 \u2022 Introduction"_s, u"Welcome to Tarnwick"_s,
+             u"Native macOS menu bar monitoring for your servers, Docker containers, and Apple Silicon hardware."_s},
+            {u"Step 2 of 5 \u2022 Server & Docker Fleets"_s, u"Server Fleets & Docker Containers"_s,
+             u"This is exactly how server cards appear in your Tarnwick menu bar:"_s},
+            {u"Step 3 of 5 \u2022 Telemetry"_s, u"Apple Silicon Hardware & Thermals"_s,
+             u"Real live telemetry queried directly from your Mac:"_s},
+            {u"Step 4 of 5 \u2022 Menu Bar Customization"_s, u"Custom Menu Bar Multi-Pinning"_s,
+             u"Interactive demo: Toggle any checkbox below to see your menu bar update live:"_s},
+            {u"Step 5 of 5 \u2022 You're All Set!"_s, u"You're All Set!"_s,
+             u"Tarnwick is 100% free and ready to monitor your infrastructure."_s}};
+}
+
 QList<FeatureBullet> featureBullets() {
     return {{u"network"_s, ColorRole::Role::Blue, u"Zero-Agent Architecture"_s,
              u"Connects via native SSH. No daemons, Python scripts, or dockers needed on target hosts."_s},
@@ -78,6 +67,14 @@ QList<FeatureBullet> featureBullets() {
              u"37+ IOHID thermal sensors, CPU, GPU utilization, and unified RAM metrics."_s},
             {u"pin.fill"_s, ColorRole::Role::Purple, u"Multi-Metric Menu Bar Pinning"_s,
              u"Pin any combination of temperatures, server health, and resource loads directly to your macOS bar."_s}};
+}
+
+TourWords tourWords() {
+    return {.barSymbol = u"apple.logo"_s,
+            .barMenus = {u"Tarnwick"_s, u"File"_s, u"Edit"_s},
+            .pinsHeading = u"PIN TO MENU BAR"_s,
+            .unlockedFeatures = u"Unlimited remote SSH servers, Docker container controls, native Apple Silicon "
+                                "telemetry, and customizable menu bar pinning are completely free."_s};
 }
 
 QList<TourLink> tourLinks() {
@@ -100,12 +97,13 @@ OnboardingContent onboardingContent(int step, const MacHardwareInfo& info, const
     const int page = step >= 0 && step < lastPage ? step : lastPage;
     return {.page = page,
             .dot = step,
-            .stepSubtitle = stepSubtitles.at(static_cast<size_t>(page)).toString(),
+            .stepSubtitle = tourSteps().at(page).subtitle,
             .showsBack = step > 0,
             .nextCaption = nextCaption(step),
             .machineHeading = machineHeading(info),
             .machineIdentity = machineIdentity(info),
-            .metrics = metrics(info),
+            .loads = loadTiles(info, wording),
+            .thermals = thermalTiles(info, wording),
             .menuBarPreview = liveMenuBarPreview(pinned)};
 }
 

@@ -3,14 +3,29 @@
 #include "MacHardwareCollector.h"
 #include "MenuBarItem.h"
 #include "Server.h"
+#include "computer/MacTile.h"
 #include "controls/ColorRole.h"
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 #include <QtQmlIntegration>
 
 namespace tarnwick {
+
+/// The texts at the head of a step.
+struct TourStep {
+    Q_GADGET
+    QML_VALUE_TYPE(tourStep)
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString line MEMBER line)
+
+public:
+    QString subtitle; ///< of the whole tour: which step it is
+    QString title;
+    QString line;
+};
 
 /// A feature in the introduction.
 struct FeatureBullet {
@@ -28,21 +43,20 @@ public:
     QString subtitle;
 };
 
-/// One figure of this computer.
-struct OnboardingMetric {
+/// Texts inside the steps that name the system.
+struct TourWords {
     Q_GADGET
-    QML_VALUE_TYPE(onboardingMetric)
-    Q_PROPERTY(QString title MEMBER title)
-    Q_PROPERTY(QString value MEMBER value)
-    Q_PROPERTY(QString subtitle MEMBER subtitle)
-    Q_PROPERTY(tarnwick::ColorRole::Role role MEMBER role)
+    QML_VALUE_TYPE(tourWords)
+    Q_PROPERTY(QString barSymbol MEMBER barSymbol)
+    Q_PROPERTY(QStringList barMenus MEMBER barMenus)
+    Q_PROPERTY(QString pinsHeading MEMBER pinsHeading)
+    Q_PROPERTY(QString unlockedFeatures MEMBER unlockedFeatures)
 
 public:
-    QString title;
-    QString value;
-    QString subtitle;
-    ColorRole::Role role = ColorRole::Role::Gray;
-    friend bool operator==(const OnboardingMetric&, const OnboardingMetric&) = default;
+    QString barSymbol; ///< at the start of the mock menu bar
+    QStringList barMenus;
+    QString pinsHeading;
+    QString unlockedFeatures;
 };
 
 /// A page on the web.
@@ -70,6 +84,8 @@ struct OnboardingContent {
     Q_PROPERTY(QString nextCaption MEMBER nextCaption)
     Q_PROPERTY(QString machineHeading MEMBER machineHeading)
     Q_PROPERTY(QString machineIdentity MEMBER machineIdentity)
+    Q_PROPERTY(tarnwick::MacTileGroup loads MEMBER loads)
+    Q_PROPERTY(tarnwick::MacTileGroup thermals MEMBER thermals)
     Q_PROPERTY(QString menuBarPreview MEMBER menuBarPreview)
 
 public:
@@ -80,11 +96,9 @@ public:
     QString nextCaption; ///< empty where nothing follows
     QString machineHeading;
     QString machineIdentity;
-    QList<OnboardingMetric> metrics; ///< three of load, then three of temperature
+    MacTileGroup loads;
+    MacTileGroup thermals;
     QString menuBarPreview;
-
-    /// An empty one beyond the last.
-    Q_INVOKABLE [[nodiscard]] tarnwick::OnboardingMetric metric(int index) const { return metrics.value(index); }
 
     friend bool operator==(const OnboardingContent&, const OnboardingContent&) = default;
 };
@@ -93,7 +107,9 @@ public:
 
 /// The tour's own samples of the pinned metrics, as the status item would join them; the product's name for none.
 [[nodiscard]] QString liveMenuBarPreview(const MenuBarItemSet& pinned);
+[[nodiscard]] QList<TourStep> tourSteps();
 [[nodiscard]] QList<FeatureBullet> featureBullets();
+[[nodiscard]] TourWords tourWords();
 /// The donation page, then the web site.
 [[nodiscard]] QList<TourLink> tourLinks();
 /// The entry that the tour shows as a card: a healthy server with three containers, checked just now.

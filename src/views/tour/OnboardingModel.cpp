@@ -1,32 +1,35 @@
 #include "OnboardingModel.h"
 
-#include "ViewCollaborators.h"
-
-#include <QDesktopServices>
-
 namespace tarnwick {
 
-void OnboardingModel::componentComplete() {
-    ui_->setExpandedServers(QSet(ui_->expandedServers()) << demoServer_.id);
-    if (!ui_->macInfo())
-        ui_->setMacInfo(computerOf(*this).info());
-    cardActions_ = std::make_unique<CardActions>(*store_, *ui_, ViewCollaborators::real(computerOf(*this)));
-    Q_EMIT cardActionsChanged();
+OnboardingModel::OnboardingModel(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators,
+                                 QObject* parent)
+    : QObject(parent)
+    , store_(store)
+    , ui_(ui)
+    , collaborators_(collaborators)
+    , cardActions_(store, ui, collaborators)
+    , pins_(store) {
+    ui.setExpandedServers(QSet(ui.expandedServers()) << demoServer_.id);
+    if (!ui.macInfo())
+        ui.setMacInfo(collaborators_.computer.info());
+    content_ = publishedContent();
 
-    connect(ui_, &UIState::expandedServersChanged, this, &OnboardingModel::demoCardChanged);
-    connect(ui_, &UIState::restartingContainerIdChanged, this, &OnboardingModel::demoCardChanged);
-    connect(ui_, &UIState::draggedServerIdChanged, this, &OnboardingModel::demoCardChanged);
-    Q_EMIT demoCardChanged();
+    connect(&ui, &UIState::expandedServersChanged, this, &OnboardingModel::demoCardChanged);
+    connect(&ui, &UIState::restartingContainerIdChanged, this, &OnboardingModel::demoCardChanged);
+    connect(&ui, &UIState::draggedServerIdChanged, this, &OnboardingModel::demoCardChanged);
+    connect(&ui, &UIState::onboardingStepChanged, this, &OnboardingModel::update);
+    connect(&ui, &UIState::macInfoChanged, this, &OnboardingModel::update);
+    connect(&store, &ServerStore::settingsChanged, this, &OnboardingModel::update);
+}
 
-    connect(ui_, &UIState::onboardingStepChanged, this, &OnboardingModel::update);
-    connect(ui_, &UIState::macInfoChanged, this, &OnboardingModel::update);
-    connect(store_, &ServerStore::settingsChanged, this, &OnboardingModel::update);
-    update();
+OnboardingContent OnboardingModel::publishedContent() const {
+    return onboardingContent(ui_.onboardingStep(), ui_.macInfo() ? *ui_.macInfo() : collaborators_.computer.info(),
+                             store_.settings().pinnedMenuBarItems);
 }
 
 void OnboardingModel::update() {
-    const MacHardwareInfo info = ui_->macInfo() ? *ui_->macInfo() : computerOf(*this).info();
-    OnboardingContent content = onboardingContent(ui_->onboardingStep(), info, store_->settings().pinnedMenuBarItems);
+    OnboardingContent content = publishedContent();
     if (content == content_)
         return;
     content_ = std::move(content);
@@ -34,25 +37,25 @@ void OnboardingModel::update() {
 }
 
 ServerCardContent OnboardingModel::demoCard() const {
-    return serverCardContent(demoServer_, {.isExpanded = ui_ && ui_->isExpanded(demoServer_.id),
-                                           .isDragged = ui_ && ui_->draggedServerId() == demoServer_.id,
-                                           .restartingContainerId = ui_ ? ui_->restartingContainerId() : std::nullopt});
+    return serverCardContent(demoServer_, {.isExpanded = ui_.isExpanded(demoServer_.id),
+                                           .isDragged = ui_.draggedServerId() == demoServer_.id,
+                                           .restartingContainerId = ui_.restartingContainerId()});
 }
 
 void OnboardingModel::back() {
-    ui_->setOnboardingStep(ui_->onboardingStep() - 1);
+    ui_.setOnboardingStep(ui_.onboardingStep() - 1);
 }
 
 void OnboardingModel::next() {
-    ui_->setOnboardingStep(ui_->onboardingStep() + 1);
+    ui_.setOnboardingStep(ui_.onboardingStep() + 1);
 }
 
 void OnboardingModel::open(const TourLink& link) {
-    QDesktopServices::openUrl(link.address);
+    collaborators_.openAddress(link.address);
 }
 
 void OnboardingModel::complete() {
-    store_->editSettings([](AppSettings& settings) { settings.hasCompletedOnboarding = true; });
+    store_.editSettings([](AppSettings& settings) { settings.hasCompletedOnboarding = true; });
     Q_EMIT completed();
 }
 

@@ -3,40 +3,46 @@
 #include "OnboardingContent.h"
 #include "ServerStore.h"
 #include "UIState.h"
+#include "ViewCollaborators.h"
 #include "card/CardActions.h"
 #include "card/ServerCardContent.h"
+#include "settings/PinListModel.h"
+#include "settings/PinPresetButton.h"
 
 #include <QObject>
-#include <QQmlParserStatus>
 #include <QtQmlIntegration>
-
-#include <memory>
 
 namespace tarnwick {
 
 /// The welcome tour: what it shows at the UI state's step, and what it can do. When it is made, it opens the demo
 /// server's card and, where the UI state has no snapshot of the hardware yet, takes one.
-class OnboardingModel : public QObject, public QQmlParserStatus {
+class OnboardingModel : public QObject {
     Q_OBJECT
-    Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
-    /// Both must outlive the model.
-    Q_PROPERTY(tarnwick::ServerStore* store MEMBER store_ NOTIFY storeChanged REQUIRED)
-    Q_PROPERTY(tarnwick::UIState* ui MEMBER ui_ REQUIRED)
+    QML_UNCREATABLE("Comes with its view")
     Q_PROPERTY(tarnwick::OnboardingContent content READ content NOTIFY contentChanged)
     Q_PROPERTY(tarnwick::ServerCardContent demoCard READ demoCard NOTIFY demoCardChanged)
-    Q_PROPERTY(tarnwick::CardActions* cardActions READ cardActions NOTIFY cardActionsChanged)
+    Q_PROPERTY(tarnwick::CardActions* cardActions READ cardActions CONSTANT)
+    Q_PROPERTY(tarnwick::PinListModel* pins READ pins CONSTANT)
+    Q_PROPERTY(QList<tarnwick::PinPresetButton> presets READ presets CONSTANT)
+    Q_PROPERTY(QList<tarnwick::TourStep> steps READ steps CONSTANT)
     Q_PROPERTY(QList<tarnwick::FeatureBullet> bullets READ bullets CONSTANT)
+    Q_PROPERTY(tarnwick::TourWords words READ words CONSTANT)
     Q_PROPERTY(QList<tarnwick::TourLink> links READ links CONSTANT)
 
 public:
-    using QObject::QObject;
+    /// All three must outlive the model.
+    OnboardingModel(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators, QObject* parent = nullptr);
 
     [[nodiscard]] const OnboardingContent& content() const { return content_; }
     [[nodiscard]] ServerCardContent demoCard() const;
     /// What the demo card can do; to a server that the store does not have.
-    [[nodiscard]] CardActions* cardActions() const { return cardActions_.get(); }
+    [[nodiscard]] CardActions* cardActions() { return &cardActions_; }
+    [[nodiscard]] PinListModel* pins() { return &pins_; }
+    [[nodiscard]] QList<PinPresetButton> presets() const { return pinPresetButtons(tourCaption); }
+    [[nodiscard]] QList<TourStep> steps() const { return tourSteps(); }
     [[nodiscard]] QList<FeatureBullet> bullets() const { return featureBullets(); }
+    [[nodiscard]] TourWords words() const { return tourWords(); }
     [[nodiscard]] QList<TourLink> links() const { return tourLinks(); }
 
     Q_INVOKABLE void back();
@@ -47,21 +53,20 @@ public:
     Q_INVOKABLE void complete();
 
 Q_SIGNALS:
-    void storeChanged();
     void contentChanged();
     void demoCardChanged();
-    void cardActionsChanged();
     void completed();
 
 private:
-    void classBegin() override {}
-    void componentComplete() override;
+    [[nodiscard]] OnboardingContent publishedContent() const;
     void update();
 
-    ServerStore* store_ = nullptr;
-    UIState* ui_ = nullptr;
+    ServerStore& store_;
+    UIState& ui_;
+    const ViewCollaborators& collaborators_;
     const Server demoServer_ = demoServer();
-    std::unique_ptr<CardActions> cardActions_;
+    CardActions cardActions_;
+    PinListModel pins_;
     OnboardingContent content_;
 };
 

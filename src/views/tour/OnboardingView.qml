@@ -7,10 +7,9 @@ import Tarnwick
 FocusScope {
     id: root
 
-    required property ServerStore store
-    required property UIState ui
+    required property OnboardingModel tour
     property real radius: 0
-    /// It opens at its step; from then on steps fade into each other.
+    /// Off until the view is complete: its first step shows at once, and later ones fade in.
     property bool fades: false
     /// The user has finished it.
     signal completed
@@ -20,15 +19,14 @@ FocusScope {
     focus: true
     Accessible.role: Accessible.Dialog
     Accessible.name: title.text
-    Accessible.description: tour.content.stepSubtitle
+    Accessible.description: root.tour.content.stepSubtitle
     Component.onCompleted: fades = true
 
-    OnboardingModel {
-        id: tour
-
-        store: root.store
-        ui: root.ui
-        onCompleted: root.completed()
+    Connections {
+        target: root.tour
+        function onCompleted() {
+            root.completed();
+        }
     }
 
     Rectangle {
@@ -64,7 +62,7 @@ FocusScope {
             objectName: "stepSubtitle"
             x: 56
             y: 29
-            text: tour.content.stepSubtitle
+            text: root.tour.content.stepSubtitle
             color: Theme.secondary
         }
         Row {
@@ -74,14 +72,14 @@ FocusScope {
             spacing: 5
 
             Repeater {
-                model: 5
+                model: root.tour.steps
                 delegate: Rectangle {
                     required property int index
 
                     width: 7
                     height: 7
                     radius: 3.5
-                    color: tour.content.dot === index ? Theme.blue : Theme.layer(0.15)
+                    color: root.tour.content.dot === index ? Theme.blue : Theme.layer(0.15)
                 }
             }
         }
@@ -91,14 +89,14 @@ FocusScope {
         width: root.width
     }
 
-    // A step that cannot be seen is not there.
+    // A step exists only while it can be seen.
     Repeater {
         model: ["TourWelcomeStep.qml", "TourServersStep.qml", "TourHardwareStep.qml", "TourPinningStep.qml",
                 "TourAllSetStep.qml"]
         delegate: Loader {
             required property int index
             required property string modelData
-            readonly property bool current: tour.content.page === index
+            readonly property bool current: root.tour.content.page === index
 
             y: header.height + 1
             width: root.width
@@ -106,7 +104,7 @@ FocusScope {
             active: current || opacity > 0
             enabled: current
             opacity: current ? 1 : 0
-            Component.onCompleted: setSource(modelData, { "tour": tour })
+            Component.onCompleted: setSource(modelData, { "tour": root.tour, "step": root.tour.steps[index] })
 
             Behavior on opacity {
                 enabled: root.fades
@@ -135,24 +133,24 @@ FocusScope {
             objectName: "back"
             x: 18
             anchors.verticalCenter: parent.verticalCenter
-            visible: tour.content.showsBack
+            visible: root.tour.content.showsBack
             implicitHeight: 28
             horizontalPadding: 14
             textSize: 12
             text: "Back"
-            onClicked: tour.back()
+            onClicked: root.tour.back()
         }
         PrimaryButton {
             objectName: "next"
             anchors.right: parent.right
             anchors.rightMargin: 18
             anchors.verticalCenter: parent.verticalCenter
-            visible: tour.content.nextCaption !== ""
+            visible: root.tour.content.nextCaption !== ""
             focus: true
-            text: tour.content.nextCaption
+            text: root.tour.content.nextCaption
             symbol: "chevron.right"
             symbolLast: true
-            onClicked: tour.next()
+            onClicked: root.tour.next()
         }
     }
 }

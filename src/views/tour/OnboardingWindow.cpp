@@ -1,40 +1,36 @@
 #include "OnboardingWindow.h"
 
-#include "OnboardingModel.h"
-#include "ViewCollaborators.h"
-
 #include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickView>
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
-std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators,
-                                              std::function<void()> onComplete) {
-    auto window = std::make_unique<QQuickView>();
-    window->setFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
-                     Qt::WindowCloseButtonHint);
-    window->setTitle(u"Welcome to Tarnwick"_s);
-    setComputer(*window->engine(), collaborators.computer);
-    window->engine()->addImportPath(u"qrc:/qt/qml"_s);
-    window->setInitialProperties({{u"store"_s, QVariant::fromValue(&store)}, {u"ui"_s, QVariant::fromValue(&ui)}});
-    window->setSource(QUrl(u"qrc:/qt/qml/Tarnwick/tour/OnboardingView.qml"_s));
+OnboardingWindow::OnboardingWindow(ServerStore& store, UIState& ui, ViewCollaborators collaborators,
+                                   std::function<void()> onComplete)
+    : collaborators_(std::move(collaborators)), model_(store, ui, collaborators_) {
+    setFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+             Qt::WindowCloseButtonHint);
+    setTitle(u"Welcome to Tarnwick"_s);
+    engine()->addImportPath(u"qrc:/qt/qml"_s);
+    setInitialProperties({{u"tour"_s, QVariant::fromValue(&model_)}});
+    setSource(QUrl(u"qrc:/qt/qml/Tarnwick/tour/OnboardingView.qml"_s));
 
-    const QSize size = window->initialSize();
-    QRect place({}, size);
-    place.moveCenter(window->screen()->availableGeometry().center());
-    window->setGeometry(place);
-    window->setMinimumSize(size);
-    window->setMaximumSize(size);
+    const QSize fixed = initialSize();
+    QRect place({}, fixed);
+    place.moveCenter(screen()->availableGeometry().center());
+    setGeometry(place);
+    setMinimumSize(fixed);
+    setMaximumSize(fixed);
 
-    // Queued, and once: whoever is told may destroy the window, and a second press may be on its way.
-    QObject::connect(window->rootObject()->findChild<OnboardingModel*>(), &OnboardingModel::completed, window.get(),
-                     std::move(onComplete),
-                     static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
-    return window;
+    // Queued, since the callback may destroy the window; once, since a second press may be queued already.
+    connect(&model_, &OnboardingModel::completed, this, std::move(onComplete),
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+}
+
+OnboardingWindow::~OnboardingWindow() {
+    setSource({}); // the items go before the model that they show
 }
 
 } // namespace tarnwick

@@ -1,21 +1,29 @@
 #pragma once
 
-#include <QWindow>
+#include "OnboardingModel.h"
+
+#include <QQuickView>
 
 #include <functional>
-#include <memory>
 
 namespace tarnwick {
 
-class ServerStore;
-struct ViewCollaborators;
-class UIState;
-
 /// The welcome tour in a window of its own: titled, of fixed size, in the middle of the screen, not shown yet. Its QML
-/// engine goes when it goes. `onComplete` is called once, from the event loop, when the user has finished the tour; it
-/// may destroy the window. Store and state must outlive the window. configureQuick() has been called before.
-[[nodiscard]] std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui,
-                                                            const ViewCollaborators& collaborators,
-                                                            std::function<void()> onComplete);
+/// engine goes when it goes. configureQuick() has been called before.
+class OnboardingWindow : public QQuickView {
+    Q_OBJECT
+
+public:
+    /// `onComplete` is called once, from the event loop, when the user has finished the tour; it may destroy the
+    /// window. Store and state must outlive the window.
+    OnboardingWindow(ServerStore& store, UIState& ui, ViewCollaborators collaborators,
+                     std::function<void()> onComplete);
+    ~OnboardingWindow() override;
+    Q_DISABLE_COPY_MOVE(OnboardingWindow)
+
+private:
+    const ViewCollaborators collaborators_;
+    OnboardingModel model_;
+};
 
 } // namespace tarnwick

@@ -8,6 +8,7 @@ Item {
     id: root
 
     required property OnboardingModel tour
+    required property tourStep step
 
     component Paragraph: PlainText {
         wrapMode: Text.Wrap
@@ -23,8 +24,7 @@ Item {
 
         TourTitle {
             width: parent.width
-            title: "You're All Set!"
-            line: "Tarnwick is 100% free and ready to monitor your infrastructure."
+            step: root.step
             titleSize: 22
             lineSize: 13
         }
@@ -65,7 +65,7 @@ Item {
             }
             Paragraph {
                 width: parent.width
-                text: "Unlimited remote SSH servers, Docker container controls, native Apple Silicon telemetry, and customizable menu bar pinning are completely free."
+                text: root.tour.words.unlockedFeatures
             }
         }
         PrimaryButton {

@@ -6,6 +6,7 @@ Item {
     id: root
 
     required property OnboardingModel tour
+    required property tourStep step
 
     Column {
         anchors.centerIn: parent
@@ -15,8 +16,7 @@ Item {
         TourTitle {
             width: parent.width
             bottomPadding: 2
-            title: "Apple Silicon Hardware & Thermals"
-            line: "Real live telemetry queried directly from your Mac:"
+            step: root.step
         }
         Rectangle {
             width: parent.width
@@ -48,35 +48,13 @@ Item {
                 color: Theme.secondary
             }
         }
-        Block {
+        TourMetrics {
             width: parent.width
-
-            SectionHeading {
-                width: parent.width
-                symbol: "cpu"
-                tint: Theme.blue
-                text: "Live System Utilization"
-            }
-            TourMetricBoxes {
-                width: parent.width
-                content: root.tour.content
-                first: 0
-            }
+            group: root.tour.content.loads
         }
-        Block {
+        TourMetrics {
             width: parent.width
-
-            SectionHeading {
-                width: parent.width
-                symbol: "thermometer.medium"
-                tint: Theme.orange
-                text: "Live Thermals & Sensors"
-            }
-            TourMetricBoxes {
-                width: parent.width
-                content: root.tour.content
-                first: 3
-            }
+            group: root.tour.content.thermals
         }
     }
 }

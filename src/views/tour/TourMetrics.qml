@@ -3,56 +3,47 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tarnwick
 
-/// Three figures in a row.
-Row {
+/// A group of live metrics, three in a row.
+Block {
     id: root
 
-    required property onboardingContent content
-    /// The first one's place among the content's figures.
-    required property int first
+    required property macTileGroup group
 
-    spacing: 8
+    SectionHeading {
+        width: parent.width
+        symbol: root.group.symbol
+        tint: Theme.color(root.group.role)
+        text: root.group.heading
+    }
+    Row {
+        id: row
 
-    Repeater {
-        model: 3
-        delegate: Rectangle {
-            id: box
+        width: parent.width
+        spacing: 8
 
-            required property int index
-            readonly property onboardingMetric metric: root.content.metric(root.first + index)
+        Repeater {
+            model: root.group.count
+            delegate: Rectangle {
+                id: box
 
-            width: (root.width - 2 * root.spacing) / 3
-            height: 66
-            radius: Theme.radiusRow
-            color: Theme.layer(0.03)
-            Accessible.role: Accessible.StaticText
-            Accessible.name: box.metric.title
-            Accessible.description: box.metric.value
+                required property int index
+                readonly property macTile tile: root.group.tile(index)
 
-            PlainText {
-                x: 10
-                y: 7
-                width: parent.width - 20
-                text: box.metric.title
-                size: 10
-                color: Theme.secondary
-            }
-            PlainText {
-                x: 10
-                y: 21
-                width: parent.width - 20
-                text: box.metric.value
-                size: 19
-                font.weight: Font.Bold
-                color: Theme.figureColor(box.metric.role)
-            }
-            PlainText {
-                x: 10
-                y: 46
-                width: parent.width - 20
-                text: box.metric.subtitle
-                size: 9
-                color: Theme.secondary
+                width: (row.width - 2 * row.spacing) / 3
+                height: 66
+                radius: Theme.radiusRow
+                color: Theme.layer(0.03)
+                Accessible.role: Accessible.StaticText
+                Accessible.name: tile.title
+                Accessible.description: tile.spoken
+
+                MetricLines {
+                    x: 10
+                    y: 7
+                    width: parent.width - 20
+                    subtitleTop: 39
+                    tile: box.tile
+                }
             }
         }
     }

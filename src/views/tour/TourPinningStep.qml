@@ -8,12 +8,8 @@ Item {
     id: root
 
     required property OnboardingModel tour
+    required property tourStep step
 
-    PinListModel {
-        id: pins
-
-        store: root.tour.store
-    }
     Column {
         anchors.centerIn: parent
         width: parent.width - 48
@@ -21,11 +17,11 @@ Item {
 
         TourTitle {
             width: parent.width
-            title: "Custom Menu Bar Multi-Pinning"
-            line: "Interactive demo: Toggle any checkbox below to see your menu bar update live:"
+            step: root.step
         }
         MockMenuBar {
             width: parent.width
+            words: root.tour.words
             preview: root.tour.content.menuBarPreview
         }
         Block {
@@ -39,7 +35,7 @@ Item {
                 PlainText {
                     anchors.verticalCenter: parent.verticalCenter
                     anchors.verticalCenterOffset: -2
-                    text: "PIN TO MENU BAR"
+                    text: root.tour.words.pinsHeading
                     size: 10
                     font.weight: Font.DemiBold
                     color: Theme.secondary
@@ -48,26 +44,24 @@ Item {
                     anchors.right: parent.right
                     spacing: 6
 
-                    PushButton {
-                        objectName: text
-                        implicitHeight: 22
-                        horizontalPadding: 8
-                        text: "Pin All"
-                        onClicked: pins.choose(PinListModel.All)
-                    }
-                    PushButton {
-                        objectName: text
-                        implicitHeight: 22
-                        horizontalPadding: 8
-                        text: "Reset"
-                        onClicked: pins.choose(PinListModel.Standard)
+                    Repeater {
+                        model: root.tour.presets
+                        delegate: PushButton {
+                            required property pinPresetButton modelData
+
+                            objectName: text
+                            implicitHeight: 22
+                            horizontalPadding: 8
+                            text: modelData.caption
+                            onClicked: root.tour.pins.choose(modelData.preset)
+                        }
                     }
                 }
             }
             Repeater {
-                model: pins
+                model: root.tour.pins
                 delegate: CheckRow {
-                    required property int index
+                    required property int item
                     required property string title
                     required property string example
                     required property bool pinned
@@ -79,7 +73,7 @@ Item {
                     detailTint: pinned ? Theme.textColor(ColorRole.Blue) : Theme.secondary
                     checked: pinned
                     Accessible.description: example
-                    onToggled: pins.toggle(index)
+                    onToggled: root.tour.pins.toggle(item)
                 }
             }
         }

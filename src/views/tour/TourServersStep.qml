@@ -6,6 +6,7 @@ Item {
     id: root
 
     required property OnboardingModel tour
+    required property tourStep step
 
     Column {
         anchors.centerIn: parent
@@ -14,8 +15,7 @@ Item {
 
         TourTitle {
             width: parent.width
-            title: "Server Fleets & Docker Containers"
-            line: "This is exactly how server cards appear in your Tarnwick menu bar:"
+            step: root.step
         }
         Rectangle {
             width: parent.width

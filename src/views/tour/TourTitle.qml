@@ -5,8 +5,7 @@ import Tarnwick
 Column {
     id: root
 
-    property string title
-    property string line
+    required property tourStep step
     property real titleSize: 14
     property real lineSize: 11
     property real longestLine: width
@@ -16,7 +15,7 @@ Column {
     PlainText {
         width: parent.width
         horizontalAlignment: Text.AlignHCenter
-        text: root.title
+        text: root.step.title
         size: root.titleSize
         font.weight: Font.Bold
         Accessible.role: Accessible.Heading
@@ -29,7 +28,7 @@ Column {
         wrapMode: Text.Wrap
         maximumLineCount: 2
         lineHeight: 1.2
-        text: root.line
+        text: root.step.line
         size: root.lineSize
         color: Theme.secondary
     }

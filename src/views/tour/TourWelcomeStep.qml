@@ -8,6 +8,7 @@ Item {
     id: root
 
     required property OnboardingModel tour
+    required property tourStep step
 
     Column {
         anchors.centerIn: parent
@@ -21,8 +22,7 @@ Item {
         }
         TourTitle {
             width: parent.width
-            title: "Welcome to Tarnwick"
-            line: "Native macOS menu bar monitoring for your servers, Docker containers, and Apple Silicon hardware."
+            step: root.step
             titleSize: 22
             lineSize: 13
             longestLine: 380

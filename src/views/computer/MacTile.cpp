@@ -1,0 +1,61 @@
+#include "MacTile.h"
+
+#include "FixedPoint.h"
+#include "MetricScale.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+MacTile loadTile(MenuBarItem item, const QString& title, double percent, int decimals, const QString& subtitle) {
+    return {.title = title,
+            .value = fixedPoint(percent, decimals) + u'%',
+            .subtitle = subtitle,
+            .role = MetricScale::loadRole(percent),
+            .item = item};
+}
+
+MacTile thermalTile(MenuBarItem item, const QString& title, std::optional<double> celsius, const QString& subtitle) {
+    return {.title = title,
+            .value = celsius ? fixedPoint(*celsius, 1) + u"\u00b0C"_s : u"--"_s,
+            .subtitle = subtitle,
+            .role = celsius ? MetricScale::temperatureRole(*celsius) : ColorRole::Role::Gray,
+            .item = item};
+}
+
+/// "10 Cores" from "10 Cores (4 Performance + 6 Efficiency)": the text up to its first space, and " Cores".
+QString coreCountText(const QString& cpuCores) {
+    return cpuCores.section(u' ', 0, 0) + u" Cores"_s;
+}
+
+/// "11.0/16GB"
+QString ramAmountText(const MacHardwareInfo& info) {
+    return fixedPoint(info.ramUsedGB, 1) + u'/' + fixedPoint(info.ramTotalGB, 0) + u"GB"_s;
+}
+
+} // namespace
+
+MacTileGroup loadTiles(const MacHardwareInfo& info, const MacTileWording& wording) {
+    using enum MenuBarItem;
+    return {.symbol = u"cpu"_s,
+            .role = ColorRole::Role::Blue,
+            .heading = u"Live System Utilization"_s,
+            .tiles = {loadTile(cpuUsage, u"CPU Usage"_s, info.cpuUsagePercent, wording.cpuDecimals,
+                               coreCountText(info.cpuCores)),
+                      loadTile(gpuUsage, u"GPU Usage"_s, info.gpuUsagePercent, 0, wording.gpu.toString()),
+                      loadTile(ramUsage, u"Unified RAM"_s, info.ramUsagePercent, 0, ramAmountText(info))}};
+}
+
+MacTileGroup thermalTiles(const MacHardwareInfo& info, const MacTileWording& wording) {
+    using enum MenuBarItem;
+    return {.symbol = u"thermometer.medium"_s,
+            .role = ColorRole::Role::Orange,
+            .heading = u"Live Thermals & Sensors"_s,
+            .tiles = {thermalTile(socTemp, u"SoC Average"_s, info.avgSocTemp, wording.processor.toString()),
+                      thermalTile(peakTemp, u"Peak Core"_s, info.peakSocTemp, wording.hotspot.toString()),
+                      thermalTile(ssdTemp, u"SSD Storage"_s, info.ssdTemp, u"NAND Flash"_s)}};
+}
+
+} // namespace tarnwick

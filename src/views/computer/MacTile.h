@@ -1,0 +1,80 @@
+#pragma once
+
+#include "MacHardwareCollector.h"
+#include "MenuBarItem.h"
+#include "controls/ColorRole.h"
+
+#include <QList>
+#include <QString>
+#include <QtQmlIntegration>
+
+#include <optional>
+
+namespace tarnwick {
+
+/// A live metric: three lines of text and, where it can be pinned, what pressing it does.
+struct MacTile {
+    Q_GADGET
+    QML_VALUE_TYPE(macTile)
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString value MEMBER value)
+    Q_PROPERTY(QString subtitle MEMBER subtitle)
+    Q_PROPERTY(tarnwick::ColorRole::Role role MEMBER role)
+    Q_PROPERTY(tarnwick::MenuBarItem item MEMBER item)
+    Q_PROPERTY(QString help MEMBER help)
+    Q_PROPERTY(QString hint MEMBER hint)
+    Q_PROPERTY(bool isPinned MEMBER isPinned)
+    Q_PROPERTY(QString spoken READ spoken)
+
+public:
+    QString title;
+    QString value;
+    QString subtitle;
+    ColorRole::Role role = ColorRole::Role::Gray;
+    MenuBarItem item = MenuBarItem::socTemp;
+    QString help = {};
+    QString hint = {}; ///< empty on a pinned tile
+    bool isPinned = false;
+
+    /// What a screen reader says after the title.
+    [[nodiscard]] QString spoken() const { return value + QStringLiteral(", ") + subtitle; }
+
+    friend bool operator==(const MacTile&, const MacTile&) = default;
+};
+
+/// Tiles under a heading.
+struct MacTileGroup {
+    Q_GADGET
+    QML_VALUE_TYPE(macTileGroup)
+    Q_PROPERTY(QString symbol MEMBER symbol)
+    Q_PROPERTY(tarnwick::ColorRole::Role role MEMBER role)
+    Q_PROPERTY(QString heading MEMBER heading)
+    Q_PROPERTY(int count READ count)
+
+public:
+    QString symbol;
+    ColorRole::Role role = ColorRole::Role::Gray;
+    QString heading;
+    QList<MacTile> tiles;
+
+    [[nodiscard]] int count() const { return static_cast<int>(tiles.size()); }
+    /// An empty one beyond the last.
+    Q_INVOKABLE [[nodiscard]] tarnwick::MacTile tile(int index) const { return tiles.value(index); }
+
+    friend bool operator==(const MacTileGroup&, const MacTileGroup&) = default;
+};
+
+/// That in which the views' tiles differ.
+struct MacTileWording {
+    int cpuDecimals;
+    QStringView gpu;
+    QStringView processor;
+    QStringView hotspot;
+};
+
+/// The loads of processor, graphics and memory.
+[[nodiscard]] MacTileGroup loadTiles(const MacHardwareInfo& info, const MacTileWording& wording);
+/// The temperatures of the processor, its hottest core and the storage.
+[[nodiscard]] MacTileGroup thermalTiles(const MacHardwareInfo& info, const MacTileWording& wording);
+
+} // namespace tarnwick
