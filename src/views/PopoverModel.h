@@ -17,7 +17,7 @@ namespace tarnwick {
 class PopoverModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("Comes with the view")
+    QML_UNCREATABLE("Comes with its view")
     Q_PROPERTY(tarnwick::PopoverContent content READ content NOTIFY contentChanged)
     Q_PROPERTY(QList<tarnwick::FooterLink> links READ links CONSTANT)
     Q_PROPERTY(tarnwick::ServerListModel* servers READ servers CONSTANT)

@@ -1,16 +1,13 @@
 #include "ServerListModel.h"
 
-#include <utility>
-
 namespace tarnwick {
 
 ServerListModel::ServerListModel(ServerStore& store, UIState& ui, ThisComputer& computer, QObject* parent)
     : QAbstractListModel(parent), store_(store), ui_(ui), computer_(computer) {
     rows_ = publishedRows();
-    connect(&store, &ServerStore::objectWillChange, this, &ServerListModel::takeOverSoon);
-    connect(&ui, &UIState::expandedServersChanged, this, &ServerListModel::takeOverSoon);
-    connect(&ui, &UIState::draggedServerIdChanged, this, &ServerListModel::takeOverSoon);
-    connect(&ui, &UIState::restartingContainerIdChanged, this, &ServerListModel::takeOverSoon);
+    connect(
+        &store, &ServerStore::objectWillChange, this, [this] { update_.request(); });
+    connect(&ui, &UIState::objectWillChange, this, [this] { update_.request(); });
 }
 
 int ServerListModel::rowCount(const QModelIndex& parent) const {
@@ -28,14 +25,7 @@ QHash<int, QByteArray> ServerListModel::roleNames() const {
     return {{ContentRole, "content"}};
 }
 
-void ServerListModel::takeOverSoon() {
-    if (std::exchange(takeOverPending_, true))
-        return;
-    QMetaObject::invokeMethod(this, &ServerListModel::takeOver, Qt::QueuedConnection);
-}
-
-void ServerListModel::takeOver() {
-    takeOverPending_ = false;
+void ServerListModel::updateRows() {
     const QList<Row> published = publishedRows();
     QHash<Key, qsizetype> places;
     places.reserve(published.size());
@@ -43,7 +33,7 @@ void ServerListModel::takeOver() {
         places.insert(keyOf(published[place]), place);
     removeMissing(places);
     arrange(published, places);
-    update(published);
+    replaceChanged(published);
 }
 
 QList<ServerListModel::Row> ServerListModel::publishedRows() const {
@@ -109,7 +99,7 @@ void ServerListModel::moveRow(qsizetype from, qsizetype to) {
     endMoveRows();
 }
 
-void ServerListModel::update(const QList<Row>& published) {
+void ServerListModel::replaceChanged(const QList<Row>& published) {
     for (qsizetype row = 0; row < rows_.size(); ++row) {
         if (rows_[row] == published[row])
             continue;

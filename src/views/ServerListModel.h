@@ -1,5 +1,6 @@
 #pragma once
 
+#include "OncePerTurn.h"
 #include "ServerStore.h"
 #include "ThisComputer.h"
 #include "UIState.h"
@@ -11,18 +12,18 @@
 
 namespace tarnwick {
 
-/// The fleet as rows of card content, in the store's order. Whatever the store and the UI state publish in one turn of
-/// the event loop is taken over together, as the smallest changes: removals, moves, insertions, and data changes of
-/// those rows alone that differ; never a reset. Rows that share an id are told apart by their order.
+/// The fleet as rows of card content, in the store's order. The rows follow what the store and the UI state publish,
+/// once per turn of the event loop and by the smallest changes: removals, moves, insertions, and data changes of only
+/// those rows that differ; never a reset. Rows that share an id are told apart by their order.
 class ServerListModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("Comes with the view")
+    QML_UNCREATABLE("Comes with its view")
 
 public:
     enum Role { ContentRole = Qt::UserRole + 1 };
 
-    /// All must outlive the model.
+    /// All three must outlive the model.
     ServerListModel(ServerStore& store, UIState& ui, ThisComputer& computer, QObject* parent = nullptr);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -33,26 +34,27 @@ private:
     struct Row {
         Server server;
         CardState state;
-        int occurrence = 0; ///< among the rows of the same id
+        int occurrence = 0; ///< counts the rows of the same id
         friend bool operator==(const Row&, const Row&) = default;
     };
     using Key = std::pair<QUuid, int>;
     static Key keyOf(const Row& row) { return {row.server.id, row.occurrence}; }
 
-    void takeOverSoon();
-    void takeOver();
+    void updateRows();
     [[nodiscard]] QList<Row> publishedRows() const;
     [[nodiscard]] CardState stateOf(const Server& server) const;
     void removeMissing(const QHash<Key, qsizetype>& places);
     void arrange(const QList<Row>& published, const QHash<Key, qsizetype>& places);
     void moveRow(qsizetype from, qsizetype to);
-    void update(const QList<Row>& published);
+    void replaceChanged(const QList<Row>& published);
 
     ServerStore& store_;
     UIState& ui_;
     ThisComputer& computer_;
     QList<Row> rows_;
-    bool takeOverPending_ = false;
+    OncePerTurn update_{this, [this] {
+                            updateRows();
+                        }};
 };
 
 } // namespace tarnwick
