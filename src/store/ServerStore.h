@@ -39,6 +39,8 @@ public:
     [[nodiscard]] std::optional<Instant> lastRefreshedAll() const { return lastRefreshedAll_; }
     /// The first entry with that id; null when there is none. Valid until the next change.
     [[nodiscard]] const Server* server(const QUuid& id) const;
+    /// The place of that entry in servers(); -1 when there is none.
+    [[nodiscard]] qsizetype indexOf(const QUuid& id) const;
 
     /// Replaces the published list (a live reorder). Does not save.
     void setServers(QList<Server> servers);
@@ -87,7 +89,6 @@ private:
 
     void load();
     void seedDefaults();
-    [[nodiscard]] qsizetype indexOf(const QUuid& id) const;
     /// Makes a change of published values: objectWillChange(), `change`, then the signal `changed` with `arguments`.
     template <typename Change, typename Signal, typename... Arguments>
     void publish(const Change& change, Signal changed, const Arguments&... arguments);

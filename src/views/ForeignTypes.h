@@ -4,11 +4,12 @@
 #include "ServerStore.h"
 #include "UIState.h"
 
+#include <QUuid>
 #include <QtQml>
 
 namespace tarnwick {
 
-/// The store, the UI state and the pins as types of the views' module: they themselves know nothing of views.
+/// Types of other libraries that QML passes on or binds to; they themselves know nothing of views.
 struct ForeignServerStore {
     Q_GADGET
     QML_FOREIGN(tarnwick::ServerStore)
@@ -21,6 +22,12 @@ struct ForeignUIState {
     QML_FOREIGN(tarnwick::UIState)
     QML_NAMED_ELEMENT(UIState)
     QML_UNCREATABLE("There is one, and the program owns it")
+};
+
+struct ForeignUuid {
+    Q_GADGET
+    QML_FOREIGN(QUuid)
+    QML_ANONYMOUS
 };
 
 namespace ForeignEnums {

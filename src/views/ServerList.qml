@@ -29,7 +29,7 @@ Item {
             return;
         enteredCard = card;
         if (card)
-            actions.dragEntered(card.content);
+            actions.dragEntered(card.content.id);
     }
 
     function endDrag() {

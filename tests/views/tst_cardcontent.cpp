@@ -181,8 +181,8 @@ private Q_SLOTS:
         QCOMPARE(open.expandText, u"Hide"_s);
         QStringList order;
         for (const ContainerRowContent& row : open.containers)
-            order += row.container.state;
-        QCOMPARE(order, QStringList({u"Running"_s, u"exited"_s, u"RUNNING"_s}));
+            order += row.id + u' ' + row.stateWord;
+        QCOMPARE(order, QStringList({u"a running"_s, u"b stopped"_s, u"a running"_s}));
     }
 
     void containerRow() {

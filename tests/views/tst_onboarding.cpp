@@ -170,10 +170,10 @@ void OnboardingTest::showsTheDemoCard() {
     QCOMPARE(tour->demoCard().containersText, u"3 / 3 Containers"_s);
     QCOMPARE(tour->demoCard().containers.size(), 3);
     // Its buttons work, on a server that the fleet does not have.
-    tour->cardActions()->toggleExpanded(tour->demoCard());
+    tour->cardActions()->toggleExpanded(demoServer().id);
     QVERIFY(!tour->demoCard().isExpanded);
-    tour->cardActions()->togglePause(tour->demoCard());
-    tour->cardActions()->remove(tour->demoCard());
+    tour->cardActions()->togglePause(demoServer().id);
+    tour->cardActions()->remove(demoServer().id);
     QVERIFY(rig.store->servers().isEmpty());
     QCOMPARE(tour->demoCard().latencyText, u"19 ms"_s);
 }

@@ -4,13 +4,14 @@
 
 #include <QPointer>
 
+#include <algorithm>
 #include <utility>
 
 namespace tarnwick {
 
 namespace {
 
-/// The restart belongs to the UI state, which outlives every view.
+/// The restart is followed by the UI state, which outlives every view.
 void followRestart(const QFuture<bool>& restarted, QPointer<ServerStore> store, UIState& ui, const Server& server) {
     const auto finish = [&ui] {
         ui.setRestartingContainerId(std::nullopt);
@@ -28,55 +29,77 @@ void followRestart(const QFuture<bool>& restarted, QPointer<ServerStore> store, 
 
 } // namespace
 
-CardActions::CardActions(ServerStore& store, UIState& ui, ViewCollaborators collaborators, QObject* parent)
-    : QObject(parent), store_(store), ui_(ui), collaborators_(std::move(collaborators)) {}
+CardActions::CardActions(ServerStore& store, UIState& ui, ViewCollaborators collaborators,
+                         std::optional<Server> unlisted, QObject* parent)
+    : QObject(parent)
+    , store_(store)
+    , ui_(ui)
+    , collaborators_(std::move(collaborators))
+    , unlisted_(std::move(unlisted)) {}
 
-void CardActions::togglePause(const ServerCardContent& card) {
-    Server changed = card.server;
-    changed.isEnabled = !changed.isEnabled;
-    store_.updateServer(changed);
+std::optional<Server> CardActions::server(const QUuid& id) const {
+    if (const Server* listed = store_.server(id))
+        return *listed;
+    return unlisted_ && unlisted_->id == id ? unlisted_ : std::nullopt;
 }
 
-void CardActions::remove(const ServerCardContent& card) {
-    store_.removeServer(card.server.id);
+void CardActions::togglePause(const QUuid& serverId) {
+    if (std::optional<Server> changed = server(serverId)) {
+        changed->isEnabled = !changed->isEnabled;
+        store_.updateServer(*changed);
+    }
 }
 
-void CardActions::refresh(const ServerCardContent& card) {
-    store_.refreshServer(card.server);
+void CardActions::remove(const QUuid& serverId) {
+    store_.removeServer(serverId);
 }
 
-void CardActions::openSSH(const ServerCardContent& card) {
-    collaborators_.openServerSSH(card.server);
+void CardActions::refresh(const QUuid& serverId) {
+    if (const auto shown = server(serverId))
+        store_.refreshServer(*shown);
 }
 
-void CardActions::toggleExpanded(const ServerCardContent& card) {
-    ui_.toggleExpanded(card.server.id);
+void CardActions::openSSH(const QUuid& serverId) {
+    if (const auto shown = server(serverId))
+        collaborators_.openServerSSH(*shown);
+}
+
+void CardActions::toggleExpanded(const QUuid& serverId) {
+    ui_.toggleExpanded(serverId);
 }
 
 void CardActions::showHardware() {
     ui_.setShowingMacInfoSheet(true);
 }
 
-void CardActions::openShell(const ServerCardContent& card, const ContainerRowContent& row) {
-    collaborators_.openDockerContainer(card.server, row.container);
-}
-
-void CardActions::restart(const ServerCardContent& card, const ContainerRowContent& row) {
-    if (ui_.restartingContainerId())
+void CardActions::openShell(const QUuid& serverId, const QString& containerId) {
+    const auto shown = server(serverId);
+    if (!shown || !shown->metrics)
         return;
-    ui_.setRestartingContainerId(row.container.id);
-    followRestart(collaborators_.restartContainer(card.server, row.container.id), &store_, ui_, card.server);
+    const QList<ContainerInfo>& containers = shown->metrics->containers;
+    const auto container = std::ranges::find(containers, containerId, &ContainerInfo::id);
+    if (container != containers.cend())
+        collaborators_.openDockerContainer(*shown, *container);
 }
 
-QList<CardMenuEntry> CardActions::menu(const ServerCardContent& card) const {
-    return cardMenu(card.server, store_.servers());
+void CardActions::restart(const QUuid& serverId, const QString& containerId) {
+    const auto shown = server(serverId);
+    if (!shown || ui_.restartingContainerId())
+        return;
+    ui_.setRestartingContainerId(containerId);
+    followRestart(collaborators_.restartContainer(*shown, containerId), &store_, ui_, *shown);
+}
+
+QList<CardMenuEntry> CardActions::menu(const QUuid& serverId) const {
+    const auto shown = server(serverId);
+    return shown ? cardMenu(*shown, store_.servers()) : QList<CardMenuEntry>();
 }
 
 QList<CardMenuEntry> CardActions::pinMenu() const {
     return tarnwick::pinMenu(store_.settings().pinnedMenuBarItems);
 }
 
-void CardActions::choose(const ServerCardContent& card, const CardMenuEntry& entry) {
+void CardActions::choose(const QUuid& serverId, const CardMenuEntry& entry) {
     switch (entry.command) {
     case CardCommand::none:
     case CardCommand::showPinMenu:
@@ -84,17 +107,17 @@ void CardActions::choose(const ServerCardContent& card, const CardMenuEntry& ent
     case CardCommand::showHardware:
         return showHardware();
     case CardCommand::moveUp:
-        return store_.moveServerUp(card.server.id);
+        return store_.moveServerUp(serverId);
     case CardCommand::moveDown:
-        return store_.moveServerDown(card.server.id);
+        return store_.moveServerDown(serverId);
     case CardCommand::openSSH:
-        return openSSH(card);
+        return openSSH(serverId);
     case CardCommand::refresh:
-        return refresh(card);
+        return refresh(serverId);
     case CardCommand::togglePause:
-        return togglePause(card);
+        return togglePause(serverId);
     case CardCommand::remove:
-        return remove(card);
+        return remove(serverId);
     case CardCommand::togglePin:
         return store_.editSettings([&entry](AppSettings& settings) { settings.togglePinned(*entry.pin); });
     case CardCommand::assignPins:
@@ -102,12 +125,13 @@ void CardActions::choose(const ServerCardContent& card, const CardMenuEntry& ent
     }
 }
 
-void CardActions::beginDrag(const ServerCardContent& card) {
-    ui_.setDraggedServerId(card.server.id);
+void CardActions::beginDrag(const QUuid& serverId) {
+    ui_.setDraggedServerId(serverId);
 }
 
-void CardActions::dragEntered(const ServerCardContent& target) {
-    ServerDropDelegate{target.server, store_, ui_}.dropEntered();
+void CardActions::dragEntered(const QUuid& targetId) {
+    if (const auto target = server(targetId))
+        ServerDropDelegate{*target, store_, ui_}.dropEntered();
 }
 
 void CardActions::endDrag() {

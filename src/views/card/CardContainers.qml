@@ -31,7 +31,7 @@ Column {
         endText: root.content.expandText
         endSymbol: root.content.expandSymbol
         endTint: Theme.blue
-        onClicked: root.actions.toggleExpanded(root.content)
+        onClicked: root.actions.toggleExpanded(root.content.id)
     }
     Repeater {
         model: root.opened > 0 ? 1 : 0

@@ -19,7 +19,7 @@ Item {
         width: Math.min(implicitWidth, buttons.x - (badges.width > 0 ? badges.width + 12 : 6))
         height: parent.height
         content: root.content
-        onDragBegan: root.actions.beginDrag(root.content)
+        onDragBegan: root.actions.beginDrag(root.content.id)
         onDragMoved: position => root.dragMoved(position)
         onDragEnded: {
             root.actions.endDrag();
@@ -61,25 +61,25 @@ Item {
             symbol: root.content.pauseSymbol
             symbolSize: 16
             tint: Theme.color(root.content.pauseRole)
-            onClicked: root.actions.togglePause(root.content)
+            onClicked: root.actions.togglePause(root.content.id)
         }
         IconButton {
             visible: root.content.isEnabled
             text: "Open SSH in Terminal"
             symbol: "terminal.fill"
-            onClicked: root.actions.openSSH(root.content)
+            onClicked: root.actions.openSSH(root.content.id)
         }
         IconButton {
             visible: root.content.isEnabled
             text: "Refresh this server"
             symbol: "arrow.clockwise"
-            onClicked: root.actions.refresh(root.content)
+            onClicked: root.actions.refresh(root.content.id)
         }
         IconButton {
             text: "Remove server from Tarnwick"
             symbol: "trash"
             tint: Theme.translucent(Theme.secondary, Theme.secondary.a * 0.7)
-            onClicked: root.actions.remove(root.content)
+            onClicked: root.actions.remove(root.content.id)
         }
     }
 }

@@ -21,7 +21,7 @@ T.Popup {
             return;
         }
         close();
-        actions.choose(card, entry);
+        actions.choose(card.id, entry);
     }
 
     function rowAt(index: int): CardMenuRow {
@@ -67,7 +67,7 @@ T.Popup {
         keyNavigationEnabled: false
         // All rows exist, so that the arrows can pass those out of sight.
         cacheBuffer: 1000
-        model: root.showsPins ? root.actions.pinMenu() : root.actions.menu(root.card)
+        model: root.showsPins ? root.actions.pinMenu() : root.actions.menu(root.card.id)
         delegate: CardMenuRow {
             required property int index
             required property cardMenuEntry modelData

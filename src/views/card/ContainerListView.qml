@@ -18,8 +18,8 @@ Column {
         }
         delegate: ContainerRow {
             width: root.width
-            onShellRequested: root.actions.openShell(root.card, content)
-            onRestartRequested: root.actions.restart(root.card, content)
+            onShellRequested: root.actions.openShell(root.card.id, content.id)
+            onRestartRequested: root.actions.restart(root.card.id, content.id)
         }
     }
 }

@@ -10,6 +10,7 @@ ContainerRowContent containerRowContent(const ContainerInfo& container,
                                         const std::optional<QString>& restartingContainerId) {
     const bool running = container.isRunning();
     return {
+        .id = container.id,
         .name = displayText(container.name),
         .image = displayText(container.image),
         .status = displayText(container.status),
@@ -19,7 +20,6 @@ ContainerRowContent containerRowContent(const ContainerInfo& container,
         .shellHelp = running ? u"Enter container shell (docker exec)"_s : u"Container is stopped"_s,
         .restarting = restartingContainerId == container.id,
         .restartEnabled = !restartingContainerId,
-        .container = container,
     };
 }
 

@@ -11,21 +11,23 @@
 
 namespace tarnwick {
 
-/// What one row of a container list shows, and the container it stands for.
+/// What one row of a container list shows, and the id of its container.
 struct ContainerRowContent {
     Q_GADGET
     QML_VALUE_TYPE(containerRowContent)
+    Q_PROPERTY(QString id MEMBER id)
     Q_PROPERTY(QString name MEMBER name)
     Q_PROPERTY(QString image MEMBER image)
     Q_PROPERTY(QString status MEMBER status)
     Q_PROPERTY(QString stateWord MEMBER stateWord)
-    Q_PROPERTY(int dotRole MEMBER dotRole CONSTANT)
+    Q_PROPERTY(tarnwick::ColorRole::Role dotRole MEMBER dotRole)
     Q_PROPERTY(bool shellEnabled MEMBER shellEnabled)
     Q_PROPERTY(QString shellHelp MEMBER shellHelp)
     Q_PROPERTY(bool restarting MEMBER restarting)
     Q_PROPERTY(bool restartEnabled MEMBER restartEnabled)
 
 public:
+    QString id;
     QString name;
     QString image;
     QString status;
@@ -33,10 +35,8 @@ public:
     ColorRole::Role dotRole = ColorRole::Role::Red;
     bool shellEnabled = false;
     QString shellHelp;
-    bool restarting = false; ///< a progress indicator stands in the restart button's place
+    bool restarting = false; ///< a progress indicator takes the restart button's place
     bool restartEnabled = true;
-
-    ContainerInfo container;
 
     friend bool operator==(const ContainerRowContent&, const ContainerRowContent&) = default;
 };

@@ -14,7 +14,7 @@ struct MetricBarContent {
     Q_PROPERTY(QString label MEMBER label)
     Q_PROPERTY(QString detail MEMBER detail)
     Q_PROPERTY(double fraction MEMBER fraction)
-    Q_PROPERTY(int fillRole MEMBER fillRole CONSTANT)
+    Q_PROPERTY(tarnwick::ColorRole::Role fillRole MEMBER fillRole)
 
 public:
     QString label;

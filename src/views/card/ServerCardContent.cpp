@@ -53,8 +53,8 @@ QList<MetricBarContent> metricBars(const Server& server, const ServerMetrics& me
     return bars;
 }
 
-void fillHeader(ServerCardContent& card, const CardState& state) {
-    const Server& server = card.server;
+void fillHeader(ServerCardContent& card, const Server& server, const CardState& state) {
+    card.id = server.id;
     card.name = displayText(server.name);
     card.address = server.isLocal ? u"Local Machine"_s
                                   : displayText(server.user + u'@' + server.host + u':' + QString::number(server.port));
@@ -85,8 +85,7 @@ void fillContainers(ServerCardContent& card, const QList<ContainerInfo>& contain
 
 ServerCardContent serverCardContent(const Server& server, const CardState& state) {
     ServerCardContent card;
-    card.server = server;
-    fillHeader(card, state);
+    fillHeader(card, server, state);
     if (!server.isEnabled) {
         card.statusWord = u"paused"_s;
         card.notice = u"Monitoring paused. Click play icon to resume."_s;

@@ -24,21 +24,22 @@ struct CardState {
     friend bool operator==(const CardState&, const CardState&) = default;
 };
 
-/// Everything a server card shows, and the server it stands for. An empty text is an element that is not there.
+/// Everything a server card shows, and the id of its server. An empty text is an element that is not there.
 struct ServerCardContent {
     Q_GADGET
     QML_VALUE_TYPE(serverCardContent)
+    Q_PROPERTY(QUuid id MEMBER id)
     Q_PROPERTY(QString name MEMBER name)
     Q_PROPERTY(QString address MEMBER address)
     Q_PROPERTY(QString statusWord MEMBER statusWord)
-    Q_PROPERTY(int dotRole MEMBER dotRole CONSTANT)
+    Q_PROPERTY(tarnwick::ColorRole::Role dotRole MEMBER dotRole)
     Q_PROPERTY(bool isEnabled MEMBER isEnabled)
     Q_PROPERTY(bool isLocal MEMBER isLocal)
     Q_PROPERTY(QString temperatureText MEMBER temperatureText)
     Q_PROPERTY(QString latencyText MEMBER latencyText)
     Q_PROPERTY(QString pauseSymbol MEMBER pauseSymbol)
     Q_PROPERTY(QString pauseHelp MEMBER pauseHelp)
-    Q_PROPERTY(int pauseRole MEMBER pauseRole CONSTANT)
+    Q_PROPERTY(tarnwick::ColorRole::Role pauseRole MEMBER pauseRole)
     Q_PROPERTY(QString notice MEMBER notice)
     Q_PROPERTY(bool isChecking MEMBER isChecking)
     Q_PROPERTY(bool hasFailed MEMBER hasFailed)
@@ -53,6 +54,7 @@ struct ServerCardContent {
     Q_PROPERTY(bool isDragged MEMBER isDragged)
 
 public:
+    QUuid id;
     QString name;
     QString address;
     QString statusWord; ///< what the dot says, for those who do not see it
@@ -76,8 +78,6 @@ public:
     QList<ContainerRowContent> containers;
     bool hasHardwareRow = false;
     bool isDragged = false;
-
-    Server server;
 
     [[nodiscard]] int barCount() const { return static_cast<int>(bars.size()); }
     /// An empty bar beyond the last.

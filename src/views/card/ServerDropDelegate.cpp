@@ -1,24 +1,13 @@
 #include "ServerDropDelegate.h"
 
-#include <algorithm>
-
 namespace tarnwick {
-
-namespace {
-
-qsizetype indexOf(const QList<Server>& servers, const QUuid& id) {
-    const auto found = std::ranges::find(servers, id, &Server::id);
-    return found == servers.cend() ? -1 : found - servers.cbegin();
-}
-
-} // namespace
 
 void ServerDropDelegate::dropEntered() const {
     const std::optional<QUuid> dragged = ui.draggedServerId();
     if (!dragged)
         return;
-    const qsizetype from = indexOf(store.servers(), *dragged);
-    const qsizetype to = indexOf(store.servers(), targetServer.id);
+    const qsizetype from = store.indexOf(*dragged);
+    const qsizetype to = store.indexOf(targetServer.id);
     if (from >= 0 && to >= 0 && from != to)
         store.moveServer(from, to);
 }

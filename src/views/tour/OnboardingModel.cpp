@@ -8,7 +8,7 @@ OnboardingModel::OnboardingModel(ServerStore& store, UIState& ui, const ViewColl
     , store_(store)
     , ui_(ui)
     , collaborators_(collaborators)
-    , cardActions_(store, ui, collaborators)
+    , cardActions_(store, ui, collaborators, demoServer_)
     , pins_(store) {
     ui.setExpandedServers(QSet(ui.expandedServers()) << demoServer_.id);
     if (!ui.macInfo())
