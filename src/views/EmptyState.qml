@@ -1,10 +1,11 @@
 import QtQuick
 import Tarnwick
 
-/// What stands in the list's place while there are no servers.
+/// What the popover shows instead of the cards while there are no servers.
 Column {
     id: root
 
+    required property popoverWords words
     signal addRequested
 
     padding: 30
@@ -18,7 +19,7 @@ Column {
     }
     PlainText {
         anchors.horizontalCenter: parent.horizontalCenter
-        text: "No Servers Configured"
+        text: root.words.noServers
         size: 13
         font.weight: Font.DemiBold
     }
@@ -27,7 +28,7 @@ Column {
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         maximumLineCount: 3
-        text: "Click the + button to add a remote server or import your ~/.ssh/config."
+        text: root.words.howToAdd
         size: 10
         color: Theme.secondary
     }
@@ -37,7 +38,7 @@ Column {
     }
     PrimaryButton {
         anchors.horizontalCenter: parent.horizontalCenter
-        text: "Add First Server"
+        text: root.words.addFirst
         onClicked: root.addRequested()
     }
 }

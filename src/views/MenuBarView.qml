@@ -43,10 +43,12 @@ Rectangle {
             width: parent.width
             servers: root.popover.servers
             actions: root.popover.cardActions
+            words: root.popover.words
         }
         EmptyState {
             visible: !root.showsCards
             width: parent.width
+            words: root.popover.words
             onAddRequested: root.ui.showingAddServer = true
         }
         Divider {

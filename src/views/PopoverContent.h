@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Instant.h"
+#include "card/CardWords.h"
 
 #include <QList>
 #include <QLocale>
@@ -30,6 +31,32 @@ public:
     bool isEmphasized = false;
 };
 
+/// The popover's fixed texts.
+struct PopoverWords {
+    Q_GADGET
+    QML_VALUE_TYPE(popoverWords)
+    Q_PROPERTY(QString product MEMBER product)
+    Q_PROPERTY(QString refresh MEMBER refresh)
+    Q_PROPERTY(QString add MEMBER add)
+    Q_PROPERTY(QString hardware MEMBER hardware)
+    Q_PROPERTY(QString settings MEMBER settings)
+    Q_PROPERTY(QString servers MEMBER servers)
+    Q_PROPERTY(QString noServers MEMBER noServers)
+    Q_PROPERTY(QString howToAdd MEMBER howToAdd)
+    Q_PROPERTY(QString addFirst MEMBER addFirst)
+
+public:
+    QString product = QStringLiteral("Tarnwick");
+    QString refresh = QStringLiteral("Refresh All Servers");
+    QString add = QStringLiteral("Add New Server");
+    QString hardware = CardWords().hardware;
+    QString settings = QStringLiteral("Settings");
+    QString servers = QStringLiteral("Servers");
+    QString noServers = QStringLiteral("No Servers Configured");
+    QString howToAdd = QStringLiteral("Click the + button to add a remote server or import your ~/.ssh/config.");
+    QString addFirst = QStringLiteral("Add First Server");
+};
+
 /// What the popover shows around its cards.
 struct PopoverContent {
     Q_GADGET
@@ -40,7 +67,7 @@ struct PopoverContent {
 
 public:
     bool isRefreshing = false; ///< the refresh button is disabled and shows progress
-    bool isEmpty = true;       ///< no servers: the prompt stands in the list's place
+    bool isEmpty = true;       ///< no servers: a prompt takes the place of the list
     QString updatedText;       ///< empty before the first full refresh has ended
 
     friend bool operator==(const PopoverContent&, const PopoverContent&) = default;

@@ -13,7 +13,7 @@ Band {
     SymbolLabel {
         x: 14
         anchors.verticalCenter: parent.verticalCenter
-        text: "Tarnwick"
+        text: root.popover.words.product
         textSize: 14
         textWeight: Font.Bold
         symbol: "waveform.path.ecg"
@@ -27,25 +27,25 @@ Band {
         spacing: 4
 
         IconButton {
-            text: "Refresh All Servers"
+            text: root.popover.words.refresh
             symbol: "arrow.clockwise"
             busy: root.popover.content.isRefreshing
             enabled: !busy
             onClicked: root.popover.refreshAll()
         }
         IconButton {
-            text: "Add New Server"
+            text: root.popover.words.add
             symbol: "plus"
             onClicked: root.ui.showingAddServer = true
         }
         IconButton {
-            text: "Hardware Specs & Thermals"
+            text: root.popover.words.hardware
             symbol: "macmini"
             symbolSize: 15
             onClicked: root.ui.showingMacInfoSheet = true
         }
         IconButton {
-            text: "Settings"
+            text: root.popover.words.settings
             symbol: "gearshape"
             onClicked: root.ui.showingSettings = true
         }

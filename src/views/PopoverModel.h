@@ -19,6 +19,7 @@ class PopoverModel : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("Comes with its view")
     Q_PROPERTY(tarnwick::PopoverContent content READ content NOTIFY contentChanged)
+    Q_PROPERTY(tarnwick::PopoverWords words READ words CONSTANT)
     Q_PROPERTY(QList<tarnwick::FooterLink> links READ links CONSTANT)
     Q_PROPERTY(tarnwick::ServerListModel* servers READ servers CONSTANT)
     Q_PROPERTY(tarnwick::CardActions* cardActions READ cardActions CONSTANT)
@@ -28,6 +29,7 @@ public:
     PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators collaborators, QObject* parent = nullptr);
 
     [[nodiscard]] const PopoverContent& content() const { return content_; }
+    [[nodiscard]] PopoverWords words() const { return {}; }
     [[nodiscard]] QList<FooterLink> links() const { return footerLinks(); }
     [[nodiscard]] ServerListModel* servers() { return &servers_; }
     [[nodiscard]] CardActions* cardActions() { return &cardActions_; }

@@ -10,6 +10,7 @@ Item {
 
     required property ServerListModel servers
     required property CardActions actions
+    required property popoverWords words
     readonly property real longest: 520
 
     property bool isDragging: false
@@ -63,7 +64,7 @@ Item {
         currentIndex: -1
         model: root.servers
         Accessible.role: Accessible.List
-        Accessible.name: "Servers"
+        Accessible.name: root.words.servers
 
         delegate: ServerCardView {
             required property int index

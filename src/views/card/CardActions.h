@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CardMenu.h"
+#include "CardWords.h"
 #include "ViewCollaborators.h"
 
 #include <QObject>
@@ -17,12 +18,15 @@ class CardActions : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Comes with its view")
+    Q_PROPERTY(tarnwick::CardWords words READ words CONSTANT)
 
 public:
     /// `unlisted` is a server that has a card without being in the store: the tour's. Store and state must outlive the
     /// actions.
     CardActions(ServerStore& store, UIState& ui, ViewCollaborators collaborators,
                 std::optional<Server> unlisted = std::nullopt, QObject* parent = nullptr);
+
+    [[nodiscard]] CardWords words() const { return {}; }
 
     Q_INVOKABLE void togglePause(const QUuid& serverId);
     Q_INVOKABLE void remove(const QUuid& serverId);

@@ -95,7 +95,7 @@ Column {
                 CardRow {
                     x: -6
                     width: root.width + 12
-                    text: "Hardware Specs & Thermal Sensors"
+                    text: root.actions.words.hardwareRow
                     symbol: "macmini"
                     endSymbol: "chevron.right"
                     onClicked: root.actions.showHardware()

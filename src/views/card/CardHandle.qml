@@ -6,6 +6,7 @@ Item {
     id: root
 
     required property serverCardContent content
+    required property cardWords words
     property bool isDragging: false
     signal dragBegan
     /// The pointer, in scene coordinates.
@@ -61,7 +62,7 @@ Item {
         anchors.leftMargin: 6
         anchors.verticalCenter: name.verticalCenter
         implicitHeight: 14
-        text: "PAUSED"
+        text: root.words.paused
         textSize: 9
         textWeight: Font.DemiBold
     }
@@ -100,7 +101,7 @@ Item {
         onCanceled: root.endDrag()
     }
     HelpTip {
-        text: "Drag to reorder server"
+        text: root.words.drag
         wanted: pointer.containsMouse && !pointer.pressed
     }
 }

@@ -19,6 +19,7 @@ Item {
         width: Math.min(implicitWidth, buttons.x - (badges.width > 0 ? badges.width + 12 : 6))
         height: parent.height
         content: root.content
+        words: root.actions.words
         onDragBegan: root.actions.beginDrag(root.content.id)
         onDragMoved: position => root.dragMoved(position)
         onDragEnded: {
@@ -37,7 +38,7 @@ Item {
         CapsuleButton {
             visible: root.content.temperatureText !== ""
             text: root.content.temperatureText
-            help: "Hardware Specs & Thermals"
+            help: root.actions.words.hardware
             symbol: "thermometer.medium"
             textWeight: Font.DemiBold
             tint: Theme.textColor(ColorRole.Orange)
@@ -65,18 +66,18 @@ Item {
         }
         IconButton {
             visible: root.content.isEnabled
-            text: "Open SSH in Terminal"
+            text: root.actions.words.openSSH
             symbol: "terminal.fill"
             onClicked: root.actions.openSSH(root.content.id)
         }
         IconButton {
             visible: root.content.isEnabled
-            text: "Refresh this server"
+            text: root.actions.words.refresh
             symbol: "arrow.clockwise"
             onClicked: root.actions.refresh(root.content.id)
         }
         IconButton {
-            text: "Remove server from Tarnwick"
+            text: root.actions.words.remove
             symbol: "trash"
             tint: Theme.translucent(Theme.secondary, Theme.secondary.a * 0.7)
             onClicked: root.actions.remove(root.content.id)

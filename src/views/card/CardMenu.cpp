@@ -1,5 +1,7 @@
 #include "CardMenu.h"
 
+#include "CardWords.h"
+
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
@@ -13,11 +15,12 @@ bool isEnd(const QList<Server>& fleet, const Server& server, bool first) {
 } // namespace
 
 QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet) {
+    const CardWords words;
     const CardMenuEntry divider;
     QList<CardMenuEntry> menu;
     if (server.isLocal) {
-        menu += {.text = u"Hardware Specs & Thermals..."_s, .symbol = u"cpu"_s, .command = CardCommand::showHardware};
-        menu += {.text = u"Pin to Menu Bar..."_s, .symbol = u"pin.fill"_s, .command = CardCommand::showPinMenu};
+        menu += {.text = words.hardware + u"..."_s, .symbol = u"cpu"_s, .command = CardCommand::showHardware};
+        menu += {.text = words.pinMenu, .symbol = u"pin.fill"_s, .command = CardCommand::showPinMenu};
         menu += divider;
     }
     menu += {.text = u"Move Up"_s,
@@ -29,7 +32,7 @@ QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet) 
              .command = CardCommand::moveDown,
              .isEnabled = !isEnd(fleet, server, false)};
     menu += divider;
-    menu += {.text = u"Open SSH in Terminal"_s, .symbol = u"terminal"_s, .command = CardCommand::openSSH};
+    menu += {.text = words.openSSH, .symbol = u"terminal"_s, .command = CardCommand::openSSH};
     menu += {.text = u"Refresh"_s, .symbol = u"arrow.clockwise"_s, .command = CardCommand::refresh};
     menu += {.text = server.isEnabled ? u"Pause Monitoring"_s : u"Resume Monitoring"_s,
              .symbol = server.isEnabled ? u"pause.circle"_s : u"play.circle"_s,

@@ -80,7 +80,7 @@ T.Popup {
         }
         T.ScrollBar.vertical: ListScrollBar {}
         Accessible.role: Accessible.PopupMenu
-        Accessible.name: root.showsPins ? "Pin to Menu Bar..." : root.card.name
+        Accessible.name: root.showsPins ? root.actions.words.pinMenu : root.card.name
         Keys.onDownPressed: root.step(1)
         Keys.onUpPressed: root.step(-1)
         Keys.onLeftPressed: root.showsPins = false

@@ -18,6 +18,7 @@ Column {
         }
         delegate: ContainerRow {
             width: root.width
+            restartHelp: root.actions.words.restart
             onShellRequested: root.actions.openShell(root.card.id, content.id)
             onRestartRequested: root.actions.restart(root.card.id, content.id)
         }

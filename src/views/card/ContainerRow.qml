@@ -6,6 +6,7 @@ Rectangle {
     id: root
 
     required property containerRowContent content
+    required property string restartHelp
     signal shellRequested
     signal restartRequested
 
@@ -90,7 +91,7 @@ Rectangle {
             }
         }
         IconButton {
-            text: "Restart container"
+            text: root.restartHelp
             symbol: "arrow.clockwise"
             symbolSize: 13
             enabled: root.content.restartEnabled

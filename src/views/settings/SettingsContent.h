@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppSettings.h"
+#include "ProductLinks.h"
 #include "controls/SliderRange.h"
 
 #include <QString>
@@ -11,8 +12,51 @@ namespace tarnwick {
 inline constexpr SliderRange refreshIntervalRange{.from = 10, .to = 120, .step = 5};
 inline constexpr SliderRange diskThresholdRange{.from = 70, .to = 98, .step = 1};
 
-/// What the settings sheet shows of the settings, but for the pins. The values stand as they are, in their slider's
-/// range or not.
+/// The settings sheet's fixed texts.
+struct SettingsWords {
+    Q_GADGET
+    QML_VALUE_TYPE(settingsWords)
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString done MEMBER done)
+    Q_PROPERTY(QString pins MEMBER pins)
+    Q_PROPERTY(QString pinsGuide MEMBER pinsGuide)
+    Q_PROPERTY(QString label MEMBER label)
+    Q_PROPERTY(QString monitoring MEMBER monitoring)
+    Q_PROPERTY(QString refreshInterval MEMBER refreshInterval)
+    Q_PROPERTY(QString diskThreshold MEMBER diskThreshold)
+    Q_PROPERTY(QString sound MEMBER sound)
+    Q_PROPERTY(QString tour MEMBER tour)
+    Q_PROPERTY(QString support MEMBER support)
+    Q_PROPERTY(QString price MEMBER price)
+    Q_PROPERTY(QString plea MEMBER plea)
+    Q_PROPERTY(QString donate MEMBER donate)
+    Q_PROPERTY(QString webSite MEMBER webSite)
+    Q_PROPERTY(QString version MEMBER version)
+    Q_PROPERTY(QString quit MEMBER quit)
+
+public:
+    QString title = QStringLiteral("Tarnwick Settings");
+    QString done = QStringLiteral("Done");
+    QString pins = QStringLiteral("Menu Bar Display");
+    QString pinsGuide = QStringLiteral("Select any items to pin simultaneously to the macOS menu bar:");
+    QString label = QStringLiteral("Show text label next to menu bar icon");
+    QString monitoring = QStringLiteral("Monitoring Preferences");
+    QString refreshInterval = QStringLiteral("Refresh Interval:");
+    QString diskThreshold = QStringLiteral("Disk Full Alert Threshold:");
+    QString sound = QStringLiteral("Sound effects on critical alert");
+    QString tour = QStringLiteral("Replay Welcome Tour & Demo...");
+    QString support = QStringLiteral("Support Tarnwick");
+    QString price = QStringLiteral("100% Free");
+    QString plea = QStringLiteral("Tarnwick is free to use without restrictions. If you enjoy monitoring your servers "
+                                  "from the menu bar, consider supporting development on Ko-fi!");
+    QString donate = QStringLiteral("Support on Ko-fi");
+    QString webSite = QStringLiteral("Website: ") + ProductLinks::webSiteDomain.toString();
+    QString version = QStringLiteral("Tarnwick v1.0 \u2022 Native macOS Monitor");
+    QString quit = QStringLiteral("Quit Tarnwick");
+};
+
+/// What the settings sheet shows of the settings, but for the pins. A value outside its slider's range is shown as it
+/// is.
 struct SettingsContent {
     Q_GADGET
     QML_VALUE_TYPE(settingsContent)

@@ -30,10 +30,6 @@ void SettingsModel::update() {
     Q_EMIT contentChanged();
 }
 
-QString SettingsModel::webSiteText() const {
-    return u"Website: "_s + ProductLinks::webSiteDomain.toString();
-}
-
 void SettingsModel::setShowMenuBarLabel(bool show) {
     store_.editSettings([show](AppSettings& settings) { settings.showMenuBarLabel = show; });
 }

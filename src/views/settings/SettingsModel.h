@@ -21,7 +21,7 @@ class SettingsModel : public QObject {
     Q_PROPERTY(tarnwick::PinListModel* pins READ pins CONSTANT)
     Q_PROPERTY(tarnwick::SliderRange refreshIntervalRange READ refreshIntervalRange CONSTANT)
     Q_PROPERTY(tarnwick::SliderRange diskThresholdRange READ diskThresholdRange CONSTANT)
-    Q_PROPERTY(QString webSiteText READ webSiteText CONSTANT)
+    Q_PROPERTY(tarnwick::SettingsWords words READ words CONSTANT)
 
 public:
     /// All three must outlive the model.
@@ -31,7 +31,7 @@ public:
     [[nodiscard]] PinListModel* pins() { return &pins_; }
     [[nodiscard]] SliderRange refreshIntervalRange() const { return tarnwick::refreshIntervalRange; }
     [[nodiscard]] SliderRange diskThresholdRange() const { return tarnwick::diskThresholdRange; }
-    [[nodiscard]] QString webSiteText() const;
+    [[nodiscard]] SettingsWords words() const { return {}; }
 
     Q_INVOKABLE void setShowMenuBarLabel(bool show);
     /// Takes the stop nearest to the slider's value, and restarts the store's timer.

@@ -8,14 +8,14 @@ Block {
     required property SettingsModel settings
 
     PlainText {
-        text: "Monitoring Preferences"
+        text: root.settings.words.monitoring
         size: 12
         font.weight: Font.DemiBold
     }
     LabeledSlider {
         objectName: "interval"
         width: parent.width
-        label: "Refresh Interval:"
+        label: root.settings.words.refreshInterval
         valueText: root.settings.content.refreshIntervalText
         range: root.settings.refreshIntervalRange
         value: root.settings.content.refreshInterval
@@ -24,7 +24,7 @@ Block {
     LabeledSlider {
         objectName: "disk"
         width: parent.width
-        label: "Disk Full Alert Threshold:"
+        label: root.settings.words.diskThreshold
         valueText: root.settings.content.diskThresholdText
         range: root.settings.diskThresholdRange
         value: root.settings.content.diskThreshold
@@ -33,7 +33,7 @@ Block {
     CheckRow {
         objectName: "sound"
         width: parent.width
-        text: "Sound effects on critical alert"
+        text: root.settings.words.sound
         checked: root.settings.content.soundAlerts
         onToggled: root.settings.setSoundAlerts(checked)
     }

@@ -29,7 +29,7 @@ Block {
             anchors.right: presets.left
             anchors.rightMargin: 8
             anchors.verticalCenter: parent.verticalCenter
-            text: "Menu Bar Display"
+            text: root.settings.words.pins
             size: 12
             font.weight: Font.DemiBold
         }
@@ -66,7 +66,7 @@ Block {
     PlainText {
         width: parent.width
         height: 24
-        text: "Select any items to pin simultaneously to the macOS menu bar:"
+        text: root.settings.words.pinsGuide
         size: 10
         color: Theme.secondary
     }
@@ -101,7 +101,7 @@ Block {
     CheckRow {
         objectName: "label"
         width: parent.width
-        text: "Show text label next to menu bar icon"
+        text: root.settings.words.label
         checked: root.settings.content.showMenuBarLabel
         onToggled: root.settings.setShowMenuBarLabel(checked)
     }

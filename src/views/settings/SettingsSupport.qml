@@ -23,14 +23,14 @@ Block {
             anchors.left: mark.right
             anchors.leftMargin: 6
             anchors.verticalCenter: parent.verticalCenter
-            text: "Support Tarnwick"
+            text: root.settings.words.support
             size: 12
             font.weight: Font.DemiBold
         }
         Capsule {
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            text: "100% Free"
+            text: root.settings.words.price
             textWeight: Font.DemiBold
             tint: Theme.textColor(ColorRole.Green)
             color: Theme.translucent(Theme.green, 0.1)
@@ -41,7 +41,7 @@ Block {
         wrapMode: Text.Wrap
         maximumLineCount: 4
         lineHeight: 1.15
-        text: "Tarnwick is free to use without restrictions. If you enjoy monitoring your servers from the menu bar, consider supporting development on Ko-fi!"
+        text: root.settings.words.plea
         size: 10
         color: Theme.secondary
     }
@@ -56,7 +56,7 @@ Block {
 
             objectName: "donate"
             symbol: "cup.and.saucer.fill"
-            text: "Support on Ko-fi"
+            text: root.settings.words.donate
             Accessible.role: Accessible.Link
             onClicked: root.settings.openDonationPage()
         }
@@ -64,7 +64,7 @@ Block {
             objectName: "web"
             width: links.width - links.spacing - donate.width
             symbol: "globe"
-            text: root.settings.webSiteText
+            text: root.settings.words.webSite
             Accessible.role: Accessible.Link
             onClicked: root.settings.openWebSite()
         }

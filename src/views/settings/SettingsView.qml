@@ -28,14 +28,14 @@ FocusScope {
             id: title
 
             anchors.verticalCenter: parent.verticalCenter
-            text: "Tarnwick Settings"
+            text: root.settings.words.title
             size: 14
             font.weight: Font.Bold
         }
         PushButton {
             objectName: "done"
             anchors.right: parent.right
-            text: "Done"
+            text: root.settings.words.done
             onClicked: {
                 root.settings.save();
                 root.dismissed();
@@ -63,7 +63,7 @@ FocusScope {
         SettingsTourButton {
             objectName: "tour"
             width: header.width
-            text: "Replay Welcome Tour & Demo..."
+            text: root.settings.words.tour
             onClicked: root.settings.replayTour()
         }
         SettingsSupport {
@@ -82,14 +82,14 @@ FocusScope {
 
         PlainText {
             anchors.verticalCenter: parent.verticalCenter
-            text: "Tarnwick v1.0 • Native macOS Monitor"
+            text: root.settings.words.version
             size: 9
             color: Theme.secondary
         }
         PushButton {
             objectName: "quit"
             anchors.right: parent.right
-            text: "Quit Tarnwick"
+            text: root.settings.words.quit
             onClicked: root.settings.quit()
         }
     }
