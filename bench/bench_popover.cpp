@@ -1,4 +1,4 @@
-// The popover and its sheets, drawn without a screen: how soon they are there, what a frame costs, and what stays.
+// The popover and its sheets, drawn without a screen: how soon they appear, what a frame costs, what memory stays.
 //
 //   bench_popover opening | motion | rest | sheets | memory
 
@@ -51,7 +51,7 @@ void waitForFrame(QQuickWindow& window) {
     loop.exec();
 }
 
-/// What the main thread works from one frame's end to the next one's, whatever it is: events, models, drawing.
+/// The main thread's work from one frame's end to the next: events, models and drawing together.
 class FrameMeter : public QObject {
 public:
     explicit FrameMeter(QQuickWindow& window) {
@@ -69,7 +69,7 @@ public:
     }
     int frames = 0;
     double worstWork = 0; ///< ms of processor
-    double worstGap = 0;  ///< ms, waiting for a processor included
+    double worstGap = 0;  ///< ms, including waits for a processor
 
     [[nodiscard]] QString beside() const {
         return QStringLiteral("(%1 frames, %2 ms apart at most)").arg(frames).arg(worstGap, 0, 'f', 1);
@@ -166,7 +166,7 @@ void opening(int size, double limit) {
                         .arg(first, 0, 'f', 1));
 }
 
-/// `step` at the pace of a display, for two seconds, and then until all has come to rest.
+/// Calls `step` at the pace of a display for two seconds, and waits until animations have ended.
 void paced(const std::function<void(int)>& step) {
     for (int i = 0; i < 120; ++i) {
         step(i);
@@ -175,13 +175,13 @@ void paced(const std::function<void(int)>& step) {
     waitFor(std::chrono::milliseconds(500));
 }
 
-/// A list in the middle of the view, by wheel.
+/// Scrolls the list in the middle of the view by the wheel.
 void scroll(PopoverView& view, const char* listName, const char* figure) {
     const FrameMeter meter(view);
     paced([&](int) {
         const QPointF middle(view.width() / 2.0, view.height() / 2.0);
         QWheelEvent wheel(middle, middle, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        wheel.setTimestamp(static_cast<quint64>(figures::wallMilliseconds())); // from which the list has its speed
+        wheel.setTimestamp(static_cast<quint64>(figures::wallMilliseconds())); // the list computes its speed from it
         QCoreApplication::sendEvent(&view, &wheel);
     });
     figures::report(figure, meter.worstWork, "ms", 16, meter.beside());
@@ -235,7 +235,7 @@ void rest() {
     figures::report("open and untouched: processor", share, "%", 0.5);
 }
 
-/// From the flag to the first frame with the sheet, median of five.
+/// The time from setting the flag to the first frame with the sheet, median of five.
 void sheet(Fleet& fleet, const char* name, double limit, const std::function<void(bool)>& show) {
     const auto view = fleet.open();
     std::vector<double> times;
@@ -244,7 +244,7 @@ void sheet(Fleet& fleet, const char* name, double limit, const std::function<voi
         const double start = figures::wallMilliseconds();
         show(true);
         waitForFrame(*view);
-        if (i > 0) // the first one compiles what all later ones share
+        if (i > 0) // the first opening compiles what all later ones share
             times.push_back(figures::wallMilliseconds() - start);
         waitFor(std::chrono::milliseconds(300));
         show(false);

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tarnwick
 
-/// The popover: head, cards or the prompt to add the first, foot, and the sheets over them.
+/// The popover: head, cards or the prompt to add the first one, foot, and the sheets over them.
 Rectangle {
     id: root
 

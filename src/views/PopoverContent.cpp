@@ -12,7 +12,7 @@ namespace {
 
 /// The locale's long format without its time zone: hours, minutes and seconds as people there write them.
 QString timeFormat(const QLocale& locale) {
-    // Quoted literals are matched first, so that a "t" inside one stays.
+    // Quoted literals are matched first, so that a "t" in one of them is kept.
     static const QRegularExpression zone(u"('[^']*')|\\s*\\(?\\bt+\\b\\)?"_s);
     QString format = locale.timeFormat(QLocale::LongFormat);
     format.replace(zone, u"\\1"_s);

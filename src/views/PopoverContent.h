@@ -13,7 +13,7 @@
 
 namespace tarnwick {
 
-/// A link of the footer.
+/// A link in the footer.
 struct FooterLink {
     Q_GADGET
     QML_VALUE_TYPE(footerLink)
@@ -73,9 +73,9 @@ public:
     friend bool operator==(const PopoverContent&, const PopoverContent&) = default;
 };
 
-/// "Updated " and the time of day, with seconds, in the locale's standard style; empty for none.
+/// "Updated " and the time of day, with seconds, in the locale's standard style; empty before the first refresh.
 [[nodiscard]] QString updatedText(const std::optional<Instant>& lastRefreshedAll, const QLocale& locale);
-/// Those whose address is a valid one.
+/// The footer's links; one whose address is not a valid URL is left out.
 [[nodiscard]] QList<FooterLink> footerLinks();
 
 } // namespace tarnwick

@@ -12,7 +12,7 @@ PopoverModel::PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators co
     , content_(publishedContent()) {
     connect(&store, &ServerStore::isRefreshingChanged, this, &PopoverModel::update);
     connect(&store, &ServerStore::lastRefreshedAllChanged, this, &PopoverModel::update);
-    // The list follows at the end of this turn of the event loop; the prompt takes its place when it is empty.
+    // isEmpty follows the rows, which change later than the store: once per turn of the event loop.
     connect(&servers_, &QAbstractItemModel::rowsInserted, this, &PopoverModel::update);
     connect(&servers_, &QAbstractItemModel::rowsRemoved, this, &PopoverModel::update);
 }

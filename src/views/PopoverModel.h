@@ -25,7 +25,7 @@ class PopoverModel : public QObject {
     Q_PROPERTY(tarnwick::CardActions* cardActions READ cardActions CONSTANT)
 
 public:
-    /// Both must outlive the model.
+    /// Store and state must outlive the model.
     PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators collaborators, QObject* parent = nullptr);
 
     [[nodiscard]] const PopoverContent& content() const { return content_; }

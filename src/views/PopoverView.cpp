@@ -17,7 +17,7 @@ namespace tarnwick {
 void configureQuick() {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     installAccessibilityStandIns();
-    // A static library's types register themselves only where something refers to their registration.
+    // The linker drops a static library's type registration unless something refers to it.
     static void (*volatile const registration)() = &qml_register_types_Tarnwick;
     Q_UNUSED(registration)
 }
@@ -35,7 +35,7 @@ PopoverView::PopoverView(ServerStore& store, UIState& ui, ViewCollaborators coll
 }
 
 PopoverView::~PopoverView() {
-    setSource({}); // the items go before the model that they show
+    setSource({}); // the items must not outlive the model that they show
 }
 
 void PopoverView::setRounded(bool rounded) {
@@ -46,7 +46,7 @@ void PopoverView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
         orderCards();
     QQuickView::keyPressEvent(event);
-    // Whatever has the focus, or nothing, as after a menu closed.
+    // Also when nothing has the focus, as after a menu has closed.
     if (event->key() == Qt::Key_Escape && (!activeFocusItem() || !event->isAccepted()))
         Q_EMIT closeRequested();
 }

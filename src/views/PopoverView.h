@@ -8,21 +8,20 @@
 
 namespace tarnwick {
 
-/// Settles how all views are drawn: by the software scene graph. Once, before the first view is made.
+/// Makes the software scene graph draw all views. Call it once, before the first view is made.
 void configureQuick();
 
-/// The popover's content: a window 400 wide and as high as its content asks, with a QML engine of its own that goes
-/// when it goes.
+/// The popover's content: a window 400 wide and as high as its content asks, with a QML engine of its own.
 class PopoverView : public QQuickView {
     Q_OBJECT
 
 public:
-    /// Both must outlive the view.
+    /// Store and state must outlive the view.
     PopoverView(ServerStore& store, UIState& ui, ViewCollaborators collaborators);
 
     ~PopoverView() override;
 
-    /// Whether the window's corners are round and transparent; true at first. For screens without translucency: false.
+    /// Whether the window's corners are round and transparent; true at first. Screens without translucency need false.
     void setRounded(bool rounded);
 
 Q_SIGNALS:
@@ -33,7 +32,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    /// The keyboard passes items in the order in which they stand in their parent, and a list keeps none.
+    /// Tab visits items in the order of their parent's children, and a list view leaves its delegates in any order.
     void orderCards();
 
     PopoverModel model_;

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick
 
-/// The cards of the fleet, at most 520 high, with the live reorder by dragging a card over another one.
+/// The cards of the fleet, at most 520 high. Dragging a card over another one reorders the fleet at once.
 Item {
     id: root
 
@@ -23,7 +23,7 @@ Item {
         enterCard();
     }
 
-    /// A card is entered once, however the cards move under the pointer afterwards.
+    /// A card under the pointer is entered once, even if the reorder moves other cards through the same place.
     function enterCard() {
         const card = list.itemAt(0, list.contentY + pointerY) as ServerCardView;
         if (card === enteredCard)
@@ -53,7 +53,7 @@ Item {
         objectName: "serverList"
         x: 12
         width: root.width - 24
-        // As high as it may get, so that its content's height is exact while all of it fits.
+        // Always at the greatest height: then all cards of a short list exist, and its content's height is exact.
         height: root.longest
         topMargin: 12
         bottomMargin: 12

@@ -83,7 +83,7 @@ void ServerListModel::arrange(const QList<Row>& published, const QHash<Key, qsiz
         const qsizetype from = found - rows_.cbegin();
         if (from == place)
             continue;
-        // One row that went down is one move, not one for each row that it passed.
+        // A row that went down is moved once, instead of moving up each row that it passed.
         const qsizetype goal = std::min(places[keyOf(rows_[place])], rows_.size() - 1);
         if (from == place + 1 && goal > from)
             moveRow(place, goal);

@@ -10,7 +10,7 @@
 
 namespace tarnwick {
 
-/// What the views work with besides the store and the UI state; the defaults are the real ones.
+/// What the views work with besides the store and the UI state.
 struct ViewCollaborators {
     ThisComputer& computer;
     std::function<QFuture<bool>(const Server&, const QString& containerId)> restartContainer = {};

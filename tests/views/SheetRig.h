@@ -8,7 +8,7 @@
 
 namespace tarnwick {
 
-/// A sheet in a window of its own, and a hand on its mouse and keyboard. The user's home is the rig's folder.
+/// A sheet in a window of its own, with its mouse and keyboard. The user's home is the rig's folder.
 class SheetRig : public ViewRig {
 public:
     SheetRig() { qputenv("HOME", home.path().toLocal8Bit()); }
@@ -27,7 +27,7 @@ public:
     }
     [[nodiscard]] bool isDismissed() const { return dismissals_->count() == 1; }
 
-    /// Those of that name that are shown, from top to bottom.
+    /// The visible items of that name, from top to bottom.
     [[nodiscard]] QList<QQuickItem*> items(const QString& name) const {
         QList<QQuickItem*> found;
         collect(view->contentItem(), name, found);

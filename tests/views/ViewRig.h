@@ -12,7 +12,7 @@
 
 namespace tarnwick {
 
-/// The first item with that object name, `root` and what is below it; null when there is none.
+/// The first item with that object name among `root` and its descendants; null when there is none.
 [[nodiscard]] inline QQuickItem* findItem(QQuickItem* root, const QString& name) {
     if (root->objectName() == name)
         return root;
@@ -22,7 +22,7 @@ namespace tarnwick {
     return nullptr;
 }
 
-/// A click into the middle of a control, which is brought into view first.
+/// Clicks the middle of a control, after scrolling it into view.
 inline void press(QQuickWindow& window, const QString& name) {
     QQuickItem* control = findItem(window.contentItem(), name);
     QVERIFY2(control, qPrintable(name));

@@ -11,7 +11,7 @@ namespace tarnwick {
 
 namespace {
 
-/// The restart is followed by the UI state, which outlives every view.
+/// The UI state is the context of the continuations, since it outlives every view.
 void followRestart(const QFuture<bool>& restarted, QPointer<ServerStore> store, UIState& ui, const Server& server) {
     const auto finish = [&ui] {
         ui.setRestartingContainerId(std::nullopt);

@@ -21,8 +21,8 @@ class CardActions : public QObject {
     Q_PROPERTY(tarnwick::CardWords words READ words CONSTANT)
 
 public:
-    /// `unlisted` is a server that has a card without being in the store: the tour's. Store and state must outlive the
-    /// actions.
+    /// `unlisted` has a card although the store does not list it: the tour's demo server. Store and state must outlive
+    /// the actions.
     CardActions(ServerStore& store, UIState& ui, ViewCollaborators collaborators,
                 std::optional<Server> unlisted = std::nullopt, QObject* parent = nullptr);
 
@@ -36,7 +36,7 @@ public:
     Q_INVOKABLE void showHardware();
 
     Q_INVOKABLE void openShell(const QUuid& serverId, const QString& containerId);
-    /// Nothing while another restart is in flight. Goes on when the view is closed, and then refreshes the server.
+    /// Does nothing while another restart runs. Continues when the view is closed, and refreshes the server afterwards.
     Q_INVOKABLE void restart(const QUuid& serverId, const QString& containerId);
 
     Q_INVOKABLE [[nodiscard]] QList<tarnwick::CardMenuEntry> menu(const QUuid& serverId) const;
@@ -45,7 +45,7 @@ public:
 
     Q_INVOKABLE void beginDrag(const QUuid& serverId);
     Q_INVOKABLE void dragEntered(const QUuid& targetId);
-    /// Over a card or not: the mark goes and the order is saved.
+    /// Clears the drag mark and saves the order, whether the drag ended over a card or not.
     Q_INVOKABLE void endDrag();
 
 private:

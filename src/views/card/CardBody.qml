@@ -9,7 +9,7 @@ Column {
 
     required property serverCardContent content
     required property CardActions actions
-    /// To the card's edge; rows to press reach down to it.
+    /// Space below the body; none below rows to press, which reach down to the card's edge.
     readonly property real bottomRoom: below.visible ? 0 : 12
 
     Row {

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tarnwick
 
-/// The containers bar of a card and, below it while it is open, the list.
+/// The containers bar of a card and, while it is open, the list below it.
 Column {
     id: root
 

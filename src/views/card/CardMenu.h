@@ -49,9 +49,9 @@ public:
     [[nodiscard]] bool opensSubmenu() const { return command == CardCommand::showPinMenu; }
 };
 
-/// The context menu of a server's card in a fleet. The ends of the list are judged by the first and the last id.
+/// The context menu of a server's card. The first and the last id of `fleet` decide which moves are disabled.
 [[nodiscard]] QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet);
-/// The submenu of the local card: each item to toggle, then the presets.
+/// The pin submenu of the local card: a line to toggle each item, then the presets.
 [[nodiscard]] QList<CardMenuEntry> pinMenu(const MenuBarItemSet& pinned);
 
 } // namespace tarnwick

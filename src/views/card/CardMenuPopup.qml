@@ -12,7 +12,7 @@ T.Popup {
     required property serverCardContent card
     required property CardActions actions
     property bool showsPins: false
-    /// Gets the keyboard back.
+    /// The item that gets the keyboard back when the menu closes.
     property Item focusedBefore: null
 
     function choose(entry: cardMenuEntry) {
@@ -28,7 +28,7 @@ T.Popup {
         return list.itemAtIndex(index) as CardMenuRow;
     }
 
-    /// To the next entry that can be chosen, around the ends.
+    /// Moves to the next entry that can be chosen, and past the last one to the first.
     function step(by: int) {
         let index = list.currentIndex < 0 && by < 0 ? list.count : list.currentIndex;
         for (let passed = 0; passed < list.count; ++passed) {
@@ -65,7 +65,7 @@ T.Popup {
         currentIndex: -1
         highlightMoveDuration: 0
         keyNavigationEnabled: false
-        // All rows exist, so that the arrows can pass those out of sight.
+        // Rows out of sight exist, too, so that the arrow keys can skip them.
         cacheBuffer: 1000
         model: root.showsPins ? root.actions.pinMenu() : root.actions.menu(root.card.id)
         delegate: CardMenuRow {

@@ -81,7 +81,7 @@ Rectangle {
                 pales: false
                 onClicked: root.shellRequested()
             }
-            // A disabled button knows no pointer, and this one has to say why it is disabled.
+            // A disabled button gets no hover events, but this one has to explain why it is disabled.
             HoverHandler {
                 id: pointer
             }

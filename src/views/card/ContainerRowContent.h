@@ -31,7 +31,7 @@ public:
     QString name;
     QString image;
     QString status;
-    QString stateWord; ///< what the dot says, for those who do not see it
+    QString stateWord; ///< the dot's meaning, for screen readers
     ColorRole::Role dotRole = ColorRole::Role::Red;
     bool shellEnabled = false;
     QString shellHelp;
@@ -41,7 +41,7 @@ public:
     friend bool operator==(const ContainerRowContent&, const ContainerRowContent&) = default;
 };
 
-/// `restartingContainerId` is the one container whose restart is in flight anywhere.
+/// `restartingContainerId` is the one container, of any server, whose restart runs.
 [[nodiscard]] ContainerRowContent containerRowContent(const ContainerInfo& container,
                                                       const std::optional<QString>& restartingContainerId);
 

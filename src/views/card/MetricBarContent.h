@@ -25,7 +25,7 @@ public:
     friend bool operator==(const MetricBarContent&, const MetricBarContent&) = default;
 };
 
-/// `percent` is 0 to 100; the fill stops at either end of the track, the colour goes by the percent as it is.
+/// `percent` is expected in 0 to 100. Beyond that the fill is clamped to the track; the colour uses the value as given.
 [[nodiscard]] MetricBarContent metricBarContent(const QString& label, double percent, const QString& detail);
 
 } // namespace tarnwick

@@ -17,14 +17,14 @@ namespace tarnwick {
 struct CardState {
     bool isExpanded = false;
     bool isDragged = false;
-    std::optional<QString> restartingContainerId = {}; ///< the one restart in flight anywhere
-    double avgSoc = 0;                                 ///< °C, the local server only; 0: no such reading
-    double gpuPercent = 0;                             ///< the local server only, where its metrics have none
+    std::optional<QString> restartingContainerId = {}; ///< of the one restart that runs anywhere
+    double avgSoc = 0;                                 ///< °C, for the local server; 0: no reading
+    double gpuPercent = 0;                             ///< for the local server, when its metrics have none
 
     friend bool operator==(const CardState&, const CardState&) = default;
 };
 
-/// Everything a server card shows, and the id of its server. An empty text is an element that is not there.
+/// Everything a server card shows, and the id of its server. An element whose text is empty is not shown.
 struct ServerCardContent {
     Q_GADGET
     QML_VALUE_TYPE(serverCardContent)
@@ -57,7 +57,7 @@ public:
     QUuid id;
     QString name;
     QString address;
-    QString statusWord; ///< what the dot says, for those who do not see it
+    QString statusWord; ///< the dot's meaning, for screen readers
     ColorRole::Role dotRole = ColorRole::Role::Gray;
     bool isEnabled = true;
     bool isLocal = false;

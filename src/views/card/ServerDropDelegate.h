@@ -8,14 +8,14 @@
 
 namespace tarnwick {
 
-/// What a card does while another one is dragged over it: the fleet reorders live, and the drop saves the order.
+/// What a card does while another one is dragged over it: the fleet is reordered at once, and the drop saves the order.
 /// Main thread.
 struct ServerDropDelegate {
-    Server targetServer; ///< of the card that receives the drop
+    Server targetServer; ///< the server of the card that receives the drop
     ServerStore& store;
     UIState& ui;
 
-    /// The drag entered the card: the dragged entry takes the target's place. Saves nothing.
+    /// Moves the dragged entry to the target's place in the fleet. Does not save.
     void dropEntered() const;
     [[nodiscard]] Qt::DropAction dropUpdated() const { return Qt::MoveAction; }
     /// Ends the drag and saves.

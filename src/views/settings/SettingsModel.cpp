@@ -17,7 +17,7 @@ SettingsModel::SettingsModel(ServerStore& store, UIState& ui, const ViewCollabor
     , pins_(store)
     , content_(settingsContent(store.settings())) {
     connect(&store, &ServerStore::settingsChanged, this, &SettingsModel::update);
-    // Queued: the views that asked for it are done with their event by then.
+    // Queued, so that the view that asked for it has finished its event by then.
     connect(this, &SettingsModel::quitRequested, QCoreApplication::instance(), &QCoreApplication::quit,
             Qt::QueuedConnection);
 }

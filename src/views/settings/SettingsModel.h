@@ -34,12 +34,12 @@ public:
     [[nodiscard]] SettingsWords words() const { return {}; }
 
     Q_INVOKABLE void setShowMenuBarLabel(bool show);
-    /// Takes the stop nearest to the slider's value, and restarts the store's timer.
+    /// Sets the slider's stop nearest to the value, which restarts the store's timer.
     Q_INVOKABLE void setRefreshInterval(double seconds);
     Q_INVOKABLE void setDiskThreshold(double percent);
     Q_INVOKABLE void setSoundAlerts(bool sound);
     Q_INVOKABLE void save() { store_.save(); }
-    /// Saves, and asks for the program's end.
+    /// Saves, and asks the program to end.
     Q_INVOKABLE void quit();
     /// Starts the welcome tour at its first step.
     Q_INVOKABLE void replayTour();
@@ -48,7 +48,7 @@ public:
 
 Q_SIGNALS:
     void contentChanged();
-    /// Ends the program.
+    /// Connected to the program's quit().
     void quitRequested();
 
 private:

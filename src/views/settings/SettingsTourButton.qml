@@ -1,7 +1,7 @@
 import QtQuick
 import Tarnwick
 
-/// A whole block to press, which leads elsewhere.
+/// A block that is a button.
 Pressable {
     id: root
 

@@ -6,7 +6,7 @@ FocusScope {
     id: root
 
     required property SettingsModel settings
-    /// The sheet is to close.
+    /// Asks for the sheet to be closed.
     signal dismissed
 
     implicitWidth: 400
