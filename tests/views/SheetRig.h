@@ -13,12 +13,7 @@ class SheetRig : public ViewRig {
 public:
     SheetRig() { qputenv("HOME", home.path().toLocal8Bit()); }
 
-    /// Builds a new sheet of that name and gives it the keyboard.
-    void showSheet(const QString& name) {
-        show(name);
-        dismissals_ = std::make_unique<QSignalSpy>(view->rootObject(), SIGNAL(dismissed()));
-    }
-    /// With its model, which belongs to the sheet as it does in the program.
+    /// Builds a new sheet of that name and gives it the keyboard. Its model belongs to it, as in the program.
     template <typename Model>
     void showSheet(const QString& name, const QString& property, std::unique_ptr<Model> model) {
         show(name, {{property, QVariant::fromValue(model.get())}});

@@ -50,11 +50,6 @@ public:
         startWith({});
     }
 
-    /// With the store and the UI state as initial properties.
-    void show(const QString& name) {
-        show(name, {{QStringLiteral("store"), QVariant::fromValue(store.get())},
-                    {QStringLiteral("ui"), QVariant::fromValue(&ui)}});
-    }
     void show(const QString& name, const QVariantMap& properties) {
         view = std::make_unique<QQuickView>();
         view->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
