@@ -106,6 +106,24 @@ private Q_SLOTS:
         QCOMPARE(contentOf(info).sensorsCaption, u"Individual Thermal Sensors (0)"_s);
     }
 
+    void rowsChangeInPlace() {
+        RowListModel<MacSensorRow> model;
+        const QAbstractItemModelTester tester(&model);
+        const QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+        const QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+        QList<MacSensorRow> rows = contentOf(SampleComputer::macMini()).sensors;
+        model.setRows(rows);
+        QCOMPARE(model.rowCount(), 4);
+        rows[2].temperature = u"40.0 \u00b0C"_s;
+        model.setRows(rows);
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(changes.at(0).at(0).toModelIndex().row(), 2);
+        rows.removeFirst();
+        model.setRows(rows);
+        QCOMPARE(model.rows(), rows);
+        QCOMPARE(resets.count(), 0);
+    }
+
     void tilesPinThemselves() {
         using enum MenuBarItem;
         MacInfoRig rig;

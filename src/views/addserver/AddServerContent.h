@@ -25,6 +25,8 @@ public:
     QString address; ///< user, "@", host name, ":" and port
     QString keyText; ///< empty when the host has no key file
     bool isAdded = false;
+
+    friend bool operator==(const DetectedHost&, const DetectedHost&) = default;
 };
 
 [[nodiscard]] DetectedHost detectedHost(const SSHConfigHost& host, bool isAdded);

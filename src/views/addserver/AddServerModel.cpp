@@ -26,7 +26,12 @@ void AddServerModel::updateCanSave() {
 }
 
 void AddServerModel::markAdded() {
-    hosts_.markAdded(FleetIndex(store_.servers()));
+    const FleetIndex fleet(store_.servers());
+    QList<DetectedHost> rows;
+    rows.reserve(hosts_.size());
+    for (const SSHConfigHost& host : hosts_)
+        rows += detectedHost(host, fleet.contains(host));
+    rows_.setRows(rows);
 }
 
 void AddServerModel::saveManual() {
@@ -37,8 +42,8 @@ void AddServerModel::saveManual() {
 }
 
 void AddServerModel::importHost(int row) {
-    if (const std::optional<SSHConfigHost> host = hosts_.importableHost(row))
-        store_.addServer(serverFromHost(*host));
+    if (row >= 0 && row < hosts_.size() && !rows_.rows()[row].isAdded)
+        store_.addServer(serverFromHost(hosts_[row]));
 }
 
 } // namespace tarnwick

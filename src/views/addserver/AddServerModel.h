@@ -1,10 +1,11 @@
 #pragma once
 
-#include "DetectedHostModel.h"
+#include "AddServerContent.h"
 #include "OncePerTurn.h"
 #include "ServerStore.h"
 #include "UIState.h"
 #include "ViewCollaborators.h"
+#include "controls/RowListModel.h"
 
 #include <QObject>
 #include <QtQmlIntegration>
@@ -22,7 +23,8 @@ class AddServerModel : public QObject {
     Q_PROPERTY(QString nameCaption READ nameCaption CONSTANT)
     Q_PROPERTY(QString keyCaption READ keyCaption CONSTANT)
     Q_PROPERTY(QString importCaption READ importCaption CONSTANT)
-    Q_PROPERTY(tarnwick::DetectedHostModel* hosts READ hosts CONSTANT)
+    /// The hosts of the ssh configuration, in the file's order; the fleet has some of them already.
+    Q_PROPERTY(QAbstractItemModel* hosts READ hosts CONSTANT)
 
 public:
     /// Store and state must outlive the model.
@@ -32,8 +34,8 @@ public:
     [[nodiscard]] bool canSave() const { return canSave_; }
     [[nodiscard]] QString nameCaption() const { return tarnwick::nameCaption(); }
     [[nodiscard]] QString keyCaption() const { return tarnwick::keyCaption(); }
-    [[nodiscard]] QString importCaption() const { return tarnwick::importCaption(hosts_.rowCount()); }
-    [[nodiscard]] DetectedHostModel* hosts() { return &hosts_; }
+    [[nodiscard]] QString importCaption() const { return tarnwick::importCaption(hosts_.size()); }
+    [[nodiscard]] QAbstractItemModel* hosts() { return &rows_; }
 
     /// Adds the form's server and resets the form; the sheet is then to close. Nothing while canSave is false.
     Q_INVOKABLE void saveManual();
@@ -51,7 +53,8 @@ private:
 
     ServerStore& store_;
     UIState& ui_;
-    DetectedHostModel hosts_;
+    const QList<SSHConfigHost> hosts_;
+    RowListModel<DetectedHost> rows_;
     OncePerTurn markAddedSoon_;
     bool canSave_;
 };

@@ -6,14 +6,14 @@ Item {
     id: root
 
     required property int index
-    required property detectedHost host
+    required property detectedHost content
     property bool isCurrent: false
     signal importRequested(int index)
 
     implicitHeight: 52
     Accessible.role: Accessible.ListItem
-    Accessible.name: host.alias
-    Accessible.description: host.address
+    Accessible.name: content.alias
+    Accessible.description: content.address
 
     Rectangle {
         anchors.fill: parent
@@ -31,20 +31,20 @@ Item {
 
         PlainText {
             width: parent.width
-            text: root.host.alias
+            text: root.content.alias
             size: 12
             font.weight: Font.DemiBold
         }
         PlainText {
             width: parent.width
-            text: root.host.address
+            text: root.content.address
             size: 10
             color: Theme.secondary
         }
         PlainText {
             width: parent.width
             visible: text !== ""
-            text: root.host.keyText
+            text: root.content.keyText
             size: 9
             color: Theme.faint
         }
@@ -61,7 +61,7 @@ Item {
         Capsule {
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            visible: root.host.isAdded
+            visible: root.content.isAdded
             text: "Added"
             Accessible.role: Accessible.StaticText
             Accessible.name: text
@@ -74,14 +74,14 @@ Item {
         PrimaryButton {
             objectName: "import"
             anchors.right: parent.right
-            visible: !root.host.isAdded
+            visible: !root.content.isAdded
             implicitHeight: 24
             horizontalPadding: 12
             textSize: 11
             text: "Import"
             focusPolicy: Qt.NoFocus
             activeFocusOnTab: false
-            Accessible.description: root.host.alias
+            Accessible.description: root.content.alias
             onClicked: root.importRequested(root.index)
         }
     }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "MacInfoContent.h"
-#include "SensorListModel.h"
 #include "ServerStore.h"
 #include "UIState.h"
 #include "ViewCollaborators.h"
+#include "controls/RowListModel.h"
 #include "settings/PinListModel.h"
 #include "settings/PinPresetButton.h"
 
@@ -25,7 +25,8 @@ class MacInfoModel : public QObject {
     Q_PROPERTY(tarnwick::MacInfoContent content READ content NOTIFY contentChanged)
     Q_PROPERTY(QList<tarnwick::PinPresetButton> presets READ presets CONSTANT)
     Q_PROPERTY(tarnwick::PinListModel* pins READ pins CONSTANT)
-    Q_PROPERTY(tarnwick::SensorListModel* sensors READ sensors CONSTANT)
+    /// Hottest first.
+    Q_PROPERTY(QAbstractItemModel* sensors READ sensors CONSTANT)
 
 public:
     static constexpr std::chrono::milliseconds snapshotInterval{2500};
@@ -36,7 +37,7 @@ public:
     [[nodiscard]] const MacInfoContent& content() const { return content_; }
     [[nodiscard]] QList<PinPresetButton> presets() const { return pinPresetButtons(sheetCaption); }
     [[nodiscard]] PinListModel* pins() { return &pins_; }
-    [[nodiscard]] SensorListModel* sensors() { return &sensors_; }
+    [[nodiscard]] QAbstractItemModel* sensors() { return &sensors_; }
 
     /// Takes a snapshot now.
     Q_INVOKABLE void refresh();
@@ -54,7 +55,7 @@ private:
     ThisComputer& computer_;
     MacInfoContent content_;
     PinListModel pins_;
-    SensorListModel sensors_;
+    RowListModel<MacSensorRow> sensors_;
     QTimer snapshots_;
 };
 

@@ -5,22 +5,22 @@ import Tarnwick
 Item {
     id: root
 
-    required property macSensorRow sensor
+    required property macSensorRow content
 
-    objectName: sensor.name
+    objectName: content.name
     implicitHeight: 36
 
     PlainText {
         x: 12
         y: 5
         width: pill.x - x - 8
-        text: root.sensor.name
+        text: root.content.name
     }
     PlainText {
         x: 12
         y: 19
         width: pill.x - x - 8
-        text: root.sensor.category
+        text: root.content.category
         size: 9
         color: Theme.secondary
     }
@@ -30,9 +30,9 @@ Item {
         x: root.width - width - 12
         anchors.verticalCenter: parent.verticalCenter
         implicitHeight: 18
-        text: root.sensor.temperature
+        text: root.content.temperature
         textWeight: Font.DemiBold
-        tint: Theme.textColor(root.sensor.role)
-        color: Theme.translucent(Theme.color(root.sensor.role), 0.1)
+        tint: Theme.textColor(root.content.role)
+        color: Theme.translucent(Theme.color(root.content.role), 0.1)
     }
 }
