@@ -1,7 +1,6 @@
 #pragma once
 
 #include "MenuBarItem.h"
-#include "ServerStore.h"
 #include "UIState.h"
 
 #include <QUuid>
@@ -10,13 +9,6 @@
 namespace tarnwick {
 
 /// Types of other libraries that QML passes on or binds to; they themselves know nothing of views.
-struct ForeignServerStore {
-    Q_GADGET
-    QML_FOREIGN(tarnwick::ServerStore)
-    QML_NAMED_ELEMENT(ServerStore)
-    QML_UNCREATABLE("There is one, and the program owns it")
-};
-
 struct ForeignUIState {
     Q_GADGET
     QML_FOREIGN(tarnwick::UIState)

@@ -8,7 +8,6 @@ Rectangle {
     id: root
 
     required property PopoverModel popover
-    required property ServerStore store
     required property UIState ui
     property bool rounded: true
 

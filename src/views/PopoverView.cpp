@@ -28,9 +28,7 @@ PopoverView::PopoverView(ServerStore& store, UIState& ui, ViewCollaborators coll
     setColor(Qt::transparent);
     setResizeMode(SizeViewToRootObject);
     engine()->addImportPath(u"qrc:/qt/qml"_s);
-    setInitialProperties({{u"popover"_s, QVariant::fromValue(&model_)},
-                          {u"store"_s, QVariant::fromValue(&store)},
-                          {u"ui"_s, QVariant::fromValue(&ui)}});
+    setInitialProperties({{u"popover"_s, QVariant::fromValue(&model_)}, {u"ui"_s, QVariant::fromValue(&ui)}});
     setSource(QUrl(u"qrc:/qt/qml/Tarnwick/MenuBarView.qml"_s));
 }
 

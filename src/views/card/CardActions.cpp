@@ -29,13 +29,9 @@ void followRestart(const QFuture<bool>& restarted, QPointer<ServerStore> store, 
 
 } // namespace
 
-CardActions::CardActions(ServerStore& store, UIState& ui, ViewCollaborators collaborators,
+CardActions::CardActions(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators,
                          std::optional<Server> unlisted, QObject* parent)
-    : QObject(parent)
-    , store_(store)
-    , ui_(ui)
-    , collaborators_(std::move(collaborators))
-    , unlisted_(std::move(unlisted)) {}
+    : QObject(parent), store_(store), ui_(ui), collaborators_(collaborators), unlisted_(std::move(unlisted)) {}
 
 std::optional<Server> CardActions::server(const QUuid& id) const {
     if (const Server* listed = store_.server(id))

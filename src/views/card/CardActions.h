@@ -21,9 +21,9 @@ class CardActions : public QObject {
     Q_PROPERTY(tarnwick::CardWords words READ words CONSTANT)
 
 public:
-    /// `unlisted` has a card although the store does not list it: the tour's demo server. Store and state must outlive
+    /// `unlisted` has a card although the store does not list it: the tour's demo server. The first three must outlive
     /// the actions.
-    CardActions(ServerStore& store, UIState& ui, ViewCollaborators collaborators,
+    CardActions(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators,
                 std::optional<Server> unlisted = std::nullopt, QObject* parent = nullptr);
 
     [[nodiscard]] CardWords words() const { return {}; }
@@ -53,7 +53,7 @@ private:
 
     ServerStore& store_;
     UIState& ui_;
-    const ViewCollaborators collaborators_;
+    const ViewCollaborators& collaborators_;
     const std::optional<Server> unlisted_;
 };
 

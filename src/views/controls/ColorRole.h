@@ -9,7 +9,7 @@ namespace tarnwick::ColorRole {
 Q_NAMESPACE
 QML_NAMED_ELEMENT(ColorRole)
 
-enum Role { Primary, Secondary, Tertiary, Gray, Blue, Green, Orange, Red, Purple, Pink };
+enum class Role { Primary, Secondary, Tertiary, Gray, Blue, Green, Orange, Red, Purple, Pink };
 Q_ENUM_NS(Role)
 
 } // namespace tarnwick::ColorRole

@@ -2,46 +2,50 @@
 
 #include "MenuBarItem.h"
 #include "ServerStore.h"
+#include "controls/RowListModel.h"
 
-#include <QAbstractListModel>
-#include <QQmlParserStatus>
+#include <QString>
 #include <QtQmlIntegration>
 
 namespace tarnwick {
 
-/// The metrics that can be pinned to the status item, one row each in declaration order, and the ways a view has to pin
-/// them. Each edit is saved at once. Rows change in place, so that a control keeps the keyboard while it is toggled.
-class PinListModel : public QAbstractListModel, public QQmlParserStatus {
-    Q_OBJECT
-    Q_INTERFACES(QQmlParserStatus)
-    QML_ELEMENT
-    /// Must outlive the model.
-    Q_PROPERTY(tarnwick::ServerStore* store MEMBER store_ REQUIRED)
+/// A metric that can be pinned to the status item.
+struct PinRow {
+    Q_GADGET
+    QML_VALUE_TYPE(pinRow)
+    Q_PROPERTY(tarnwick::MenuBarItem item MEMBER item)
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString example MEMBER example)
+    Q_PROPERTY(bool isPinned MEMBER isPinned)
 
 public:
-    enum Role { ItemRole = Qt::UserRole + 1, TitleRole, ExampleRole, PinnedRole };
-    enum class Preset { All, Resources, Thermals, Standard };
-    Q_ENUM(Preset)
+    MenuBarItem item = MenuBarItem::socTemp;
+    QString title;
+    QString example;
+    bool isPinned = false;
 
-    using QAbstractListModel::QAbstractListModel;
+    friend bool operator==(const PinRow&, const PinRow&) = default;
+};
+
+/// All such metrics, in declaration order, and the ways a view has to pin them. Each edit is saved at once.
+class PinListModel : public RowListModel<PinRow> {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Comes with its view's model")
+
+public:
+    /// The store must outlive the model.
     explicit PinListModel(ServerStore& store, QObject* parent = nullptr);
-
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
     /// Pins the item, or unpins it.
     Q_INVOKABLE void toggle(tarnwick::MenuBarItem item);
     /// Replaces the whole set.
-    Q_INVOKABLE void choose(tarnwick::PinListModel::Preset preset);
+    Q_INVOKABLE void choose(tarnwick::PinPreset preset);
 
 private:
-    void classBegin() override {}
-    void componentComplete() override;
-    void takeOver();
+    void update();
 
-    ServerStore* store_ = nullptr;
-    MenuBarItemSet pinned_;
+    ServerStore& store_;
 };
 
 } // namespace tarnwick

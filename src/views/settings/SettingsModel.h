@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PinListModel.h"
+#include "PinPresetButton.h"
 #include "ServerStore.h"
 #include "SettingsContent.h"
 #include "UIState.h"
@@ -19,6 +20,7 @@ class SettingsModel : public QObject {
     QML_UNCREATABLE("Comes with its view")
     Q_PROPERTY(tarnwick::SettingsContent content READ content NOTIFY contentChanged)
     Q_PROPERTY(tarnwick::PinListModel* pins READ pins CONSTANT)
+    Q_PROPERTY(QList<tarnwick::PinPresetButton> presets READ presets CONSTANT)
     Q_PROPERTY(tarnwick::SliderRange refreshIntervalRange READ refreshIntervalRange CONSTANT)
     Q_PROPERTY(tarnwick::SliderRange diskThresholdRange READ diskThresholdRange CONSTANT)
     Q_PROPERTY(tarnwick::SettingsWords words READ words CONSTANT)
@@ -29,6 +31,7 @@ public:
 
     [[nodiscard]] const SettingsContent& content() const { return content_; }
     [[nodiscard]] PinListModel* pins() { return &pins_; }
+    [[nodiscard]] QList<PinPresetButton> presets() const { return pinPresetButtons(settingsCaption); }
     [[nodiscard]] SliderRange refreshIntervalRange() const { return tarnwick::refreshIntervalRange; }
     [[nodiscard]] SliderRange diskThresholdRange() const { return tarnwick::diskThresholdRange; }
     [[nodiscard]] SettingsWords words() const { return {}; }

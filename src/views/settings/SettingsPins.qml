@@ -33,34 +33,13 @@ Block {
             size: 12
             font.weight: Font.DemiBold
         }
-        Row {
+        PinPresetButtons {
             id: presets
 
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            spacing: 6
-
-            PushButton {
-                objectName: "all"
-                implicitHeight: 22
-                horizontalPadding: 8
-                text: "All"
-                onClicked: root.settings.pins.choose(PinListModel.Preset.All)
-            }
-            PushButton {
-                objectName: "resources"
-                implicitHeight: 22
-                horizontalPadding: 8
-                text: "Resources"
-                onClicked: root.settings.pins.choose(PinListModel.Preset.Resources)
-            }
-            PushButton {
-                objectName: "reset"
-                implicitHeight: 22
-                horizontalPadding: 8
-                text: "Reset"
-                onClicked: root.settings.pins.choose(PinListModel.Preset.Standard)
-            }
+            presets: root.settings.presets
+            pins: root.settings.pins
         }
     }
     PlainText {
@@ -72,21 +51,9 @@ Block {
     }
     Repeater {
         model: root.settings.pins
-
-        CheckRow {
-            required property int item
-            required property string title
-            required property string example
-            required property bool pinned
-
-            objectName: "pin" + item
-            width: parent.width
-            text: title
-            detail: example
-            detailTint: pinned ? Theme.textColor(ColorRole.Blue) : Theme.secondary
-            Accessible.description: example
-            checked: pinned
-            onToggled: root.settings.pins.toggle(item)
+        delegate: PinCheckRow {
+            width: root.width - 2 * root.padding
+            pins: root.settings.pins
         }
     }
     Item {

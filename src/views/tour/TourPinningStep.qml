@@ -40,40 +40,17 @@ Item {
                     font.weight: Font.DemiBold
                     color: Theme.secondary
                 }
-                Row {
+                PinPresetButtons {
                     anchors.right: parent.right
-                    spacing: 6
-
-                    Repeater {
-                        model: root.tour.presets
-                        delegate: PushButton {
-                            required property pinPresetButton modelData
-
-                            objectName: text
-                            implicitHeight: 22
-                            horizontalPadding: 8
-                            text: modelData.caption
-                            onClicked: root.tour.pins.choose(modelData.preset)
-                        }
-                    }
+                    presets: root.tour.presets
+                    pins: root.tour.pins
                 }
             }
             Repeater {
                 model: root.tour.pins
-                delegate: CheckRow {
-                    required property int item
-                    required property string title
-                    required property string example
-                    required property bool pinned
-
-                    objectName: title
+                delegate: PinCheckRow {
                     width: parent?.width ?? 0
-                    text: title
-                    detail: example
-                    detailTint: pinned ? Theme.textColor(ColorRole.Blue) : Theme.secondary
-                    checked: pinned
-                    Accessible.description: example
-                    onToggled: root.tour.pins.toggle(item)
+                    pins: root.tour.pins
                 }
             }
         }
