@@ -42,7 +42,10 @@ public:
             qFatal("there is no %s", qPrintable(name));
         click(item(name));
     }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const { QTest::keyClick(view.get(), key, modifiers); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}, int times = 1) const {
+        for (int time = 0; time < times; ++time)
+            QTest::keyClick(view.get(), key, modifiers);
+    }
     void type(const QString& text) const {
         for (const QChar character : text)
             QTest::keyClick(view.get(), character.toLatin1());
