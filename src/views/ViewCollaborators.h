@@ -1,7 +1,8 @@
 #pragma once
 
 #include "SSHConfigParser.h"
-#include "ServerListModel.h"
+#include "Server.h"
+#include "ThisComputer.h"
 
 #include <QFuture>
 #include <QUrl>

@@ -2,6 +2,8 @@
 
 #include "CardMenu.h"
 #include "CardWords.h"
+#include "ServerStore.h"
+#include "UIState.h"
 #include "ViewCollaborators.h"
 
 #include <QObject>
