@@ -130,7 +130,7 @@ SpaceUsage queryRamUsage(std::optional<quint64> installedBytes, const std::optio
 SpaceUsage queryDiskUsage(const std::optional<VolumeSpace>& volume) {
     if (!volume)
         return {};
-    // In floating point, where no pair of byte counts can overflow.
+    // Floating point, because a difference of two byte counts could overflow.
     const auto size = static_cast<double>(volume->size.value_or(0));
     const double used = std::max(0.0, size - static_cast<double>(volume->free.value_or(0)));
     return {.usedGB = toOneDecimal(used / bytesPerGB), .totalGB = toOneDecimal(size / bytesPerGB)};

@@ -47,13 +47,13 @@ struct MacHardwareInfo {
     friend bool operator==(const MacHardwareInfo&, const MacHardwareInfo&) = default;
 };
 
-/// From raw readings to figures. Without state and without errors: what could not be read gives a neutral value. Any
-/// thread. ThisComputer takes the readings and keeps what must be kept between two of them.
+/// Turns raw readings into figures. It has no state and reports no errors: an absent reading gives a neutral value. Any
+/// thread. ThisComputer takes the readings and keeps what the next one needs.
 namespace MacHardwareCollector {
 
 /// The part of the record that never changes while the computer runs: names, cores, memory, system and kernel.
 [[nodiscard]] MacHardwareInfo describe(KernelReadings& kernel);
-/// The full record: the description, what the kernel says now in words, and the figures.
+/// The full record: the description, the texts that change (uptime, thermal state, build), and the figures.
 [[nodiscard]] MacHardwareInfo collect(MacHardwareInfo description, KernelReadings& kernel,
                                       const ThermalSummary& thermals, double cpuPercent, double gpuPercent,
                                       const SpaceUsage& ram);

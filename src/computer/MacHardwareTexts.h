@@ -9,8 +9,8 @@
 
 namespace tarnwick {
 
-/// From raw readings to the texts that describe the computer. Pure; any thread. An absent reading gives the text's
-/// fixed default.
+/// Turns raw readings into the texts that describe the computer. Pure; any thread. Each text has a fixed default for an
+/// absent reading.
 namespace MacHardwareTexts {
 
 /// A kernel value as text: up to the first NUL, trimmed. Absent for an absent or empty value.
@@ -24,7 +24,7 @@ namespace MacHardwareTexts {
 [[nodiscard]] QString coreText(std::optional<qint64> performance, std::optional<qint64> efficiency);
 /// "16 GB Unified Memory"
 [[nodiscard]] QString memoryText(std::optional<qint64> bytes);
-/// "macOS 14.5", "Debian GNU/Linux 12": name, major and minor version, as far as the system has them.
+/// "macOS 14.5", "Debian GNU/Linux 12": name, major and minor version, where the system has them.
 [[nodiscard]] QString systemText(const OperatingSystem& system);
 /// "5h 7m" or "14d 6h 0m" from "kern.boottime" (seconds, microseconds) and the wall clock; "Unknown" for a value that
 /// is absent or of another width. A clock set back before the boot counts as no time passed.

@@ -9,8 +9,8 @@ namespace tarnwick {
 
 namespace {
 
-constexpr double lowestPlausible = 15.0;   // °C, itself not plausible
-constexpr double highestPlausible = 125.0; // °C, itself not plausible
+constexpr double lowestPlausible = 15.0;   // °C, exclusive
+constexpr double highestPlausible = 125.0; // °C, exclusive
 
 struct CategoryRule {
     QStringView part; ///< of the lowercased sensor name
@@ -42,7 +42,7 @@ ThermalSummary surveyThermals(const std::optional<QList<TemperatureReading>>& re
     double socSum = 0;
     int socCount = 0;
     for (const TemperatureReading& reading : *readings) {
-        // Written so that a value that is not a number fails.
+        // In this form the test also rejects NaN.
         if (!reading.celsius || !(*reading.celsius > lowestPlausible && *reading.celsius < highestPlausible))
             continue;
         const double celsius = *reading.celsius;

@@ -24,7 +24,7 @@ inline constexpr QStringView powerDelivery = u"Power Delivery (PMU)";
 inline constexpr QStringView thermalZone = u"Thermal Zone";
 } // namespace ThermalCategory
 
-/// What the sensors say together, in °C.
+/// All sensors in summary, in °C.
 struct ThermalSummary {
     double avgSoc = 0;               ///< mean of die and power-delivery readings; 0 when there are none
     double peak = 0;                 ///< largest of them; 0 when there are none

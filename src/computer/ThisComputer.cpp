@@ -13,7 +13,7 @@ std::chrono::nanoseconds ThisComputer::steadyTime() {
 ThisComputer::ThisComputer(KernelReadings& kernel, TemperatureSensors& sensors, Clock clock)
     : kernel_(kernel), sensors_(sensors), clock_(std::move(clock)) {}
 
-/// The reading's value; taken now when the last one is too old.
+/// The value of the reading, which is taken again when it is too old.
 template <typename Value, typename Take>
 Value ThisComputer::current(Reading<Value>& reading, Take take) {
     const std::lock_guard lock(reading.mutex);

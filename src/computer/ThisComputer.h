@@ -11,8 +11,8 @@ namespace tarnwick {
 
 /// The computer that the program runs on. It owns the previous CPU sample, so that all who ask share one, and the last
 /// readings with their age: two questions within `maximumAge` get the same figures. Nothing is read before it is
-/// asked for. Any thread; a figure that takes long to read holds up only those who ask for that figure. Figures that
-/// cannot be read are 0. "GB" is 2^30 bytes.
+/// asked for. Any thread; while a figure takes long to read, the others can be asked for. A figure that cannot be read
+/// is 0. "GB" is 2^30 bytes.
 class ThisComputer {
 public:
     /// Monotonic time.
@@ -27,7 +27,7 @@ public:
 
     /// Percent of processor time busy since the previous measurement; the first one measures since boot.
     [[nodiscard]] double cpuPercent();
-    /// As the first accelerator reports it that does; may exceed 100.
+    /// Utilisation of the first accelerator that reports one; may exceed 100.
     [[nodiscard]] double gpuPercent();
     [[nodiscard]] SpaceUsage ram();
     /// The volume that holds the user's home directory; rounded to one decimal.
@@ -54,7 +54,7 @@ private:
     KernelReadings& kernel_;
     TemperatureSensors& sensors_;
     const Clock clock_;
-    std::optional<CpuTicks> previousTicks_; ///< under the lock of `cpu_`
+    std::optional<CpuTicks> previousTicks_; ///< guarded by the mutex of `cpu_`
     Reading<double> cpu_;
     Reading<double> gpu_;
     Reading<SpaceUsage> ram_;

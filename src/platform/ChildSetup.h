@@ -2,16 +2,16 @@
 
 #include <sys/resource.h>
 
-/// What a child needs set up between fork and exec, and what this process changed of what children shall have.
+/// What has to be set up in a child between fork and exec, and the limit that children get back.
 namespace tarnwick::ChildSetup {
 
 /// Raises this process's soft limit on open files to its hard limit and remembers the old one for the children.
 void raiseOpenFileLimit();
-/// The soft limit on open files that children shall have.
+/// The soft limit on open files that children get: the one that this process was started with.
 [[nodiscard]] rlim_t openFileLimit();
 
-/// In the child: the leader of a process group of its own, that limit on open files, nothing open but the three
-/// standard streams, no signal blocked. Calls nothing that is not async-signal-safe.
+/// Call in the child. It makes the child lead a process group of its own, restores that limit, closes all but the three
+/// standard streams and unblocks all signals. It calls only async-signal-safe functions.
 void enter();
 
 } // namespace tarnwick::ChildSetup

@@ -9,12 +9,12 @@ namespace tarnwick {
 struct DesktopNotification {
     QString title;                    ///< the product's name
     QString subtitle;                 ///< the alert's title
-    QString body;                     ///< plain text; quoted here for what the notification service reads as markup
+    QString body;                     ///< plain text; what the notification service would read as markup is quoted here
     std::optional<QString> soundName; ///< absent: silent
 };
 
-/// What the user's desktop does for us. Main thread only; nothing here waits, and nothing reports failure: where the
-/// service is missing, nothing happens.
+/// Requests to the user's desktop. Main thread only. Nothing here waits or reports failure: where the service is
+/// missing, nothing happens.
 namespace Desktop {
 
 /// Shows a notification through the session's notification service.

@@ -2,12 +2,12 @@
 
 namespace tarnwick {
 
-/// Lets all threads share two heaps instead of having one each: what short-lived threads leave behind stays in one
-/// place, and is used again. First thing in main().
+/// Makes all threads share two heaps instead of having one each, so that later threads reuse what short-lived threads
+/// freed. Call first in main().
 void shareHeaps();
 
-/// Gives memory that this process has freed back to the system; the allocator keeps it otherwise. Takes some
-/// milliseconds after a large burst. Any thread; what other threads keep for themselves stays theirs.
+/// Returns the memory that this process has freed to the system; the allocator would keep it. Takes some milliseconds
+/// after a large burst. Any thread; freed blocks in the caches of other threads stay there.
 void returnFreeMemory();
 
 } // namespace tarnwick

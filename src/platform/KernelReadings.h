@@ -40,8 +40,8 @@ struct OperatingSystem {
 
 enum class ThermalState { nominal, fair, serious, critical, unknown };
 
-/// What the kernel and the hardware registry tell about this computer. Each is a reading and changes nothing; a
-/// reading that cannot be taken is absent. Any thread.
+/// What the kernel and the hardware registry know about this computer. A reading changes nothing, and is absent when it
+/// cannot be taken. Any thread.
 class KernelReadings {
 public:
     virtual ~KernelReadings() = default;
@@ -51,13 +51,13 @@ public:
     /// "hw.perflevel0.physicalcpu" and "hw.perflevel1.physicalcpu" (4 bytes), "hw.memsize" (8 bytes),
     /// "kern.osrelease", "kern.boottime" (two 8-byte integers: seconds, microseconds).
     [[nodiscard]] virtual std::optional<QByteArray> value(const char* name) = 0;
-    /// The computer's name in its maker's own words, where the system knows it; absent where it has to be derived from
-    /// the model identifier.
+    /// The name that the maker gave the computer; absent where the system does not know it, and it has to be derived
+    /// from the model identifier.
     [[nodiscard]] virtual std::optional<QString> makersModelName() { return std::nullopt; }
     [[nodiscard]] virtual std::optional<CpuTicks> cpuTicks() = 0;
     [[nodiscard]] virtual std::optional<MemoryPages> memoryPages() = 0;
-    /// One property dictionary per accelerator, in registry order. Never wakes one that sleeps. Utilisation, where one
-    /// tells it, is the number "Device Utilization %" in the dictionary "PerformanceStatistics".
+    /// One property dictionary per accelerator, in registry order. Never wakes one that sleeps. The utilisation of
+    /// one that reports it is the number "Device Utilization %" in the dictionary "PerformanceStatistics".
     [[nodiscard]] virtual QList<QVariantMap> accelerators() = 0;
     [[nodiscard]] virtual OperatingSystem operatingSystem() = 0;
     [[nodiscard]] virtual ThermalState thermalState() = 0;

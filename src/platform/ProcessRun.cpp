@@ -30,7 +30,7 @@ bool hasNul(const ProcessRequest& request) {
                [](const QString& argument) { return argument.contains(QChar::Null); });
 }
 
-/// Appends at most so much that `kept` holds `limit` bytes; false when that was not all of `arrived`.
+/// Appends as much of `arrived` as fits into `limit` bytes of `kept`; false when some of it did not fit.
 bool appendWithin(QByteArray& kept, const QByteArray& arrived, qint64 limit) {
     const qint64 room = std::max<qint64>(0, limit - kept.size());
     kept.append(arrived.constData(), std::min<qint64>(room, arrived.size()));
@@ -74,7 +74,7 @@ ProcessRun::~ProcessRun() {
 }
 
 void ProcessRun::start() {
-    // The system ends an argument at its first NUL: what it would then run is not what was asked for.
+    // The system cuts an argument at its first NUL, so something else would run than what was asked for.
     if (hasNul(request_))
         return failToStart(qt_error_string(EINVAL));
     process_.start(QIODevice::ReadOnly);
@@ -86,7 +86,7 @@ void ProcessRun::killGroup() {
     const auto child = static_cast<pid_t>(process_.processId());
     if (child <= 0)
         return;
-    // A child that has not been scheduled since the fork leads no group yet.
+    // Right after the fork the child may not have made its own group yet.
     if (::kill(-child, SIGKILL) != 0)
         ::kill(child, SIGKILL);
 }
@@ -112,7 +112,7 @@ void ProcessRun::processFinished(int status, QProcess::ExitStatus exitStatus) {
 }
 
 void ProcessRun::failToStart(const QString& reason) {
-    // The toolkit puts the name of the failed call before the system's own words.
+    // Qt puts the name of the failed call before the system's own text.
     outcome_.launchError = reason.section(u": "_s, -1).simplified();
     settle(ProcessOutcome::End::failedToStart);
     deleteLater();

@@ -16,12 +16,12 @@ class ProcessRun : public QObject {
     Q_OBJECT
 
 public:
-    /// `sinceRequest` runs since the request was made. The promise is started already.
+    /// `sinceRequest` runs since the request was made. The promise has been started.
     ProcessRun(ProcessRequest request, QPromise<ProcessOutcome> promise, QElapsedTimer sinceRequest, QObject* parent);
     ~ProcessRun() override;
 
     void start();
-    /// Kills the child with its process group; the outcome stays open.
+    /// Kills the child with its process group. This alone gives no outcome.
     void killGroup();
 
 private:
@@ -29,8 +29,8 @@ private:
     void readStandardError();
     void processFinished(int status, QProcess::ExitStatus exitStatus);
     void failToStart(const QString& reason);
-    /// Gives the outcome, once. At a limit that is right after the kill: a child in an uninterruptible wait must not
-    /// hold it up.
+    /// Gives the outcome, once. At a limit it is given right after the kill, because a child in an uninterruptible wait
+    /// may end much later.
     void settle(ProcessOutcome::End end);
 
     const ProcessRequest request_;

@@ -25,7 +25,7 @@ namespace {
 class Runs : public QObject {
 public:
     ~Runs() override {
-        // All are killed before the first one is waited for.
+        // Kills all before the destructors wait for each.
         for (ProcessRun* run : findChildren<ProcessRun*>(Qt::FindDirectChildrenOnly))
             run->killGroup();
     }
@@ -53,7 +53,7 @@ public:
     Worker(const Worker&) = delete;
     Worker& operator=(const Worker&) = delete;
 
-    /// The object whose thread does the work.
+    /// Lives in the worker thread.
     [[nodiscard]] Runs* runs() const { return runs_; }
 
 private:
@@ -65,7 +65,7 @@ QMutex workerMutex;
 std::unique_ptr<Worker> worker;
 
 void stopWorker() {
-    std::unique_ptr<Worker> stopping; // goes after the lock: what follows a cancelled run may ask for another run
+    std::unique_ptr<Worker> stopping; // destroyed after unlocking: a continuation may call run()
     const QMutexLocker lock(&workerMutex);
     stopping.swap(worker);
 }
@@ -81,7 +81,7 @@ QFuture<ProcessOutcome> run(const ProcessRequest& request) {
 
     const QMutexLocker lock(&workerMutex);
     if (!QCoreApplication::instance())
-        return future; // the promise goes out of scope: cancelled
+        return future; // cancelled, because the promise is destroyed
     if (!worker) {
         worker = std::make_unique<Worker>();
         qAddPostRoutine(stopWorker);
@@ -96,7 +96,7 @@ QFuture<ProcessOutcome> run(const ProcessRequest& request) {
 bool startDetached(const QString& executable, const QStringList& arguments) {
     if (::access(QFile::encodeName(executable).constData(), X_OK) != 0)
         return false;
-    // A detached start knows no set-up of the child, so a shell gives the limit back before it becomes the program.
+    // startDetached() cannot set up the child, so a shell restores the limit before it becomes the program.
     const QString giveBackAndBecome = u"ulimit -Sn %1; exec \"$0\" \"$@\""_s.arg(ChildSetup::openFileLimit());
     QProcess process;
     process.setProgram(u"/bin/sh"_s);

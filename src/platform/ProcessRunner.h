@@ -14,8 +14,8 @@ struct ProcessRequest {
     QString executable;                          ///< absolute path
     QStringList arguments;                       ///< without the program's own name
     std::chrono::milliseconds timeLimit{30'000}; ///< from launch; then the child's process group is killed
-    qint64 standardOutputLimit = 0; ///< bytes; 0: not captured (null device); one byte more kills the process group
-    qint64 standardErrorKept = 0;   ///< bytes kept, the rest is read and dropped; 0: not captured, goes where ours goes
+    qint64 standardOutputLimit = 0; ///< bytes; 0: not captured (null device); more than that kills the process group
+    qint64 standardErrorKept = 0;   ///< bytes kept, the rest is dropped; 0: not captured, inherits ours
 };
 
 /// How a run ended.
@@ -41,20 +41,21 @@ struct ProcessOutcome {
 /// Starts programs and watches them from one worker thread that owns them all; nothing waits on the caller's thread.
 ///
 /// Each child leads its own process group, reads the null device on standard input, runs under `LC_ALL=C` and with the
-/// limit on open files that this process was started with. Both pipes are drained while it runs. Its exit ends the
-/// run even when a grandchild still holds a pipe open: what has arrived by then is the output.
+/// limit on open files that this process was started with. Both pipes are drained while it runs. The run ends
+/// with the child's exit even when a grandchild still holds a pipe open; what has arrived by then is the output.
 namespace ProcessRunner {
 
-/// Any thread. The future always finishes with exactly one outcome; at application exit children that still run are
-/// killed and their futures finish cancelled.
+/// Any thread. The future finishes with exactly one outcome; only when the application exits, children that still run
+/// are killed and their futures are cancelled.
 [[nodiscard]] QFuture<ProcessOutcome> run(const ProcessRequest& request);
 
-/// Starts a program and forgets it: own session, null device on all three streams, our environment. Any thread.
+/// Starts a program and forgets it: it gets its own session, the null device on all three streams, and our
+/// environment. Any thread.
 /// False when it could not be started.
 bool startDetached(const QString& executable, const QStringList& arguments);
 
-/// Raises the soft limit on open files to the hard limit: a fleet of a thousand is a thousand processes at once.
-/// Call once, before the first run(); children get the old limit back.
+/// Raises the soft limit on open files to the hard limit, because a fleet of a thousand is a thousand processes at
+/// once. Call once, before the first run(); children get the old limit back.
 void raiseOpenFileLimit();
 
 } // namespace ProcessRunner

@@ -6,21 +6,22 @@ class QSocketNotifier;
 
 namespace tarnwick {
 
-/// One process per folder on this computer: the first holds a lock for as long as it lives, a later one can ask it to
-/// come forward. However the first one dies, the lock is free with its death. Main thread only.
+/// One process per folder on this computer: the first holds a lock for as long as it lives, and a later one can ask it
+/// to come forward. The kernel frees the lock however the first one ends. Main thread only.
 ///
-/// Where nothing can be locked (no folder, a read-only home, a file system without named pipes) every process is the
-/// first: the program must run there, too.
+/// Where nothing can be locked (no folder, a read-only home, a file system without named pipes) every process counts as
+/// the first, because the program must run there, too.
 class SingleInstance : public QObject {
     Q_OBJECT
 
 public:
-    /// Makes the folder, for its owner alone, when it is missing.
+    /// Creates the folder, readable by its owner alone, when it is missing.
     explicit SingleInstance(const QString& folder, QObject* parent = nullptr);
     ~SingleInstance() override;
 
     [[nodiscard]] bool isFirst() const { return first_; }
-    /// Asks the first process to come forward; for a process that is not the first. False when nothing could be sent.
+    /// Asks the first process to come forward. Call in a process that is not the first. False when nothing could be
+    /// sent.
     bool requestActivation();
 
 Q_SIGNALS:

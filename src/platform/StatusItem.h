@@ -27,10 +27,9 @@ public:
 
 Q_SIGNALS:
     /// Either mouse button. `position` is where the click was on the screen, in device-independent pixels; null when
-    /// the desktop does not tell.
+    /// the desktop does not report it.
     void clicked(QPoint position);
-    /// Nobody can see the item any more, and nobody will: what it writes to was closed. Emitted once, from the event
-    /// loop.
+    /// Nobody can see the item any more: the output that it writes to was closed. Emitted once, from the event loop.
     void outputClosed();
 };
 

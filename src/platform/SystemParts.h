@@ -11,7 +11,7 @@
 
 namespace tarnwick {
 
-/// What the program is made of that differs by operating system. Each system's folder implements makeSystemParts().
+/// The parts of the program that differ by operating system. Each system's folder implements makeSystemParts().
 struct SystemParts {
     std::unique_ptr<KernelReadings> kernel;
     std::unique_ptr<TemperatureSensors> sensors;
@@ -19,7 +19,7 @@ struct SystemParts {
     std::unique_ptr<Popover> popover; ///< null where there is no display
 };
 
-/// With a display there must be a QGuiApplication, else a QCoreApplication. Call once.
+/// Call once, when the application object exists: a QGuiApplication where there is a display.
 [[nodiscard]] SystemParts makeSystemParts(bool hasDisplay);
 
 } // namespace tarnwick

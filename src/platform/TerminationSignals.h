@@ -9,9 +9,9 @@ class QSocketNotifier;
 
 namespace tarnwick {
 
-/// SIGTERM, SIGINT and SIGHUP as a Qt signal in this object's thread, and no death by SIGPIPE. A signal that was
-/// ignored when the program started (nohup, a job in the background) stays ignored. One object at a time; its end
-/// restores what the three signals did before.
+/// Turns SIGTERM, SIGINT and SIGHUP into a Qt signal in this object's thread, and ignores SIGPIPE. A signal that was
+/// ignored when the program started (nohup, a job in the background) stays ignored. One object at a time; its
+/// destructor restores what the three signals did before.
 class TerminationSignals : public QObject {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ public:
     static constexpr std::array numbers{SIGTERM, SIGINT, SIGHUP};
 
 Q_SIGNALS:
-    /// Once for all the signals that arrived since the event loop last looked.
+    /// Emitted once for all the signals that arrived since the event loop last looked.
     void terminationRequested();
 
 private:

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace tarnwick {
 
 namespace {
-/// The click that closes the popover by pressing outside of it also reaches the status item: it must not reopen it.
+/// A press on the status item is outside of the popover and closes it. The click that follows must not open it again.
 constexpr auto reopenDelay = 250ms;
 } // namespace
 
@@ -16,7 +16,7 @@ AppDelegate::AppDelegate(AppSurroundings surroundings, QObject* parent)
     : QObject(parent), surroundings_(std::move(surroundings)) {}
 
 AppDelegate::~AppDelegate() {
-    // Windows show the store and the UI state: they go first.
+    // Windows use the store and the UI state, so they are destroyed first.
     surroundings_.popover.reset();
     onboardingWindow_.reset();
 }
@@ -97,7 +97,7 @@ void AppDelegate::showOnboardingWindow() {
 }
 
 void AppDelegate::finishOnboarding() {
-    // Called from inside the window: it goes once its own event is handled.
+    // Called from inside the window, which is destroyed after its event is handled.
     if (onboardingWindow_)
         onboardingWindow_->close();
     showPopover();

@@ -20,7 +20,7 @@
 
 namespace tarnwick {
 
-/// What the delegate works with, so that it can be driven without a desktop.
+/// What the delegate works with. Tests replace it.
 struct AppSurroundings {
     StoreCollaborators store;
     ThisComputer& computer; ///< outlives the delegate
@@ -32,8 +32,8 @@ struct AppSurroundings {
     std::function<ViewFactory*()> views;
 };
 
-/// The shell of the program: owns the store and the UI state, keeps the status item's label true, toggles the popover
-/// and shows the welcome tour. Main thread only.
+/// The shell of the program: owns the store and the UI state, keeps the status item's label up to date, toggles the
+/// popover and shows the welcome tour. Main thread only.
 class AppDelegate : public QObject {
     Q_OBJECT
 
@@ -41,17 +41,17 @@ public:
     explicit AppDelegate(AppSurroundings surroundings, QObject* parent = nullptr);
     ~AppDelegate() override;
 
-    /// The launch sequence. Call once, with the event loop about to run.
+    /// The launch sequence. Call once, just before the event loop runs.
     void applicationDidFinishLaunching();
     /// Saves; safe to call before the launch sequence.
     void applicationWillTerminate();
 
     void statusBarButtonClicked(QPoint position);
-    /// Composes symbol and title from fresh readings and shows them.
+    /// Composes symbol and title and shows them.
     void updateStatusBarButton();
     void showPopover();
     void closePopover();
-    /// Brings the tour's window to the front, made anew when it is not open.
+    /// Brings the tour's window to the front, and makes it when it is not open.
     void showOnboardingWindow();
 
     [[nodiscard]] ServerStore* store() const { return store_.get(); }

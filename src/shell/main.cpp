@@ -24,11 +24,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A stream that is closed at start would be the number of the next file opened, and get what is written to the stream.
+/// If a standard stream is closed when the program starts, the next file that is opened gets its number, and whatever
+/// is printed to the stream would end up in that file. So /dev/null takes the place of closed streams.
 void occupyStandardStreams() {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (::fcntl(stream, F_GETFD) == -1)
-            static_cast<void>(::open("/dev/null", O_RDWR)); // takes the lowest free number: the stream's
+            static_cast<void>(::open("/dev/null", O_RDWR)); // gets the lowest free number, which is the stream's
 }
 
 std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, bool hasDisplay) {

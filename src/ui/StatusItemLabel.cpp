@@ -14,7 +14,7 @@ QString temperatureText(std::optional<double> celsius) {
     return (celsius ? fixedPoint(*celsius, 0) : u"--"_s) + u"\u00b0C"_s;
 }
 
-/// The survey says 0 where it has no such reading.
+/// In the thermal summary 0 means that there is no such reading.
 std::optional<double> presentReading(double celsius) {
     return celsius > 0 ? std::optional(celsius) : std::nullopt;
 }

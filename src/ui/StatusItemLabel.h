@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// The status item's face, composed.
+/// What the status item shows.
 struct StatusItemLabel {
     QString symbolName;
     QString title; ///< a space and the parts, or empty for the icon alone
@@ -25,7 +25,7 @@ struct FleetCounts {
 [[nodiscard]] FleetCounts fleetCounts(const QList<Server>& servers);
 /// "0", "3 OK", "2/3 OK" or "ALL OFF".
 [[nodiscard]] QString fleetSummary(FleetCounts counts);
-/// The computer is asked only for what is pinned.
+/// Asks the computer only for what is pinned.
 [[nodiscard]] StatusItemLabel composeStatusItemLabel(const QList<Server>& servers, const AppSettings& settings,
                                                      ThisComputer& computer);
 

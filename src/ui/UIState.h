@@ -53,7 +53,7 @@ public:
     [[nodiscard]] const std::optional<QUuid>& draggedServerId() const { return draggedServerId_; }
 
     void setShowingAddServer(bool showing);
-    /// The tour over the settings goes with them.
+    /// Hiding the settings also hides the tour that is shown over them.
     void setShowingSettings(bool showing);
     void setShowingMacInfoSheet(bool showing);
     void setShowingOnboarding(bool showing);
@@ -71,7 +71,7 @@ public:
     void setRestartingContainerId(const std::optional<QString>& id);
     void setDraggedServerId(const std::optional<QUuid>& id);
 
-    /// Restores the add-server form, tab included. Leaves the sheet's flag alone.
+    /// Clears the add-server form and its tab, but does not hide the sheet.
     void resetAddServerForm();
     [[nodiscard]] bool isExpanded(const QUuid& serverId) const { return expandedServers_.contains(serverId); }
     void toggleExpanded(const QUuid& serverId);

@@ -15,13 +15,13 @@ class ThisComputer;
 class UIState;
 
 /// Makes the contents of the program's windows. The views implement it in a module of their own, which is loaded with
-/// the first window: a process that shows none does not map the view toolkit. Main thread only.
+/// the first window, so that a process without windows does not map Qt Quick. Main thread only.
 class ViewFactory {
 public:
     virtual ~ViewFactory() = default;
 
     /// The popover's content at its own size. `rounded`: the window is translucent, so its corners can be round.
-    /// `close` asks for the popover to be closed; it is called from inside the content.
+    /// The content calls `close` to ask for the popover to be closed.
     [[nodiscard]] virtual std::unique_ptr<QWindow> makePopover(ServerStore& store, UIState& ui, ThisComputer& computer,
                                                                bool rounded, std::function<void()> close) = 0;
     /// The welcome tour in a window of its own, not shown yet; `onComplete` is called from the event loop when the user

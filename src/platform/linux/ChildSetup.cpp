@@ -39,7 +39,8 @@ void enter() {
     ::setpriority(PRIO_PROCESS, 0, childNiceness);
     if (original)
         ::setrlimit(RLIMIT_NOFILE, &*original);
-    // Libraries and whoever started this process may have left files open; a child that outlives us must not hold them.
+    // Libraries, or the process that started this one, may have left files open; a child that outlives us must not keep
+    // them open.
     ::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
     sigset_t none;
     ::sigemptyset(&none);

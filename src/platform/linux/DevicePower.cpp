@@ -18,7 +18,7 @@ DevicePower::DevicePower(const QString& deviceFolder) {
     const QString status = deviceFolder + u"power/runtime_status"_s;
     if (readSmallFile(status) != "unsupported")
         status_ = KeptFile(status);
-    // The card that firmware starts on drives the screen and stays awake; only graphics cards have such a mark.
+    // The card that the firmware starts with drives the screen and stays awake; only graphics cards have this file.
     isSecondCard_ = readSmallFile(deviceFolder + u"boot_vga"_s) == "0" &&
                     readSmallFile(deviceFolder + u"power/control"_s) == "auto";
 }

@@ -8,8 +8,8 @@
 
 namespace tarnwick {
 
-/// Whether a device may be asked just now. Asking one that sleeps would wake it, and asking one every second would
-/// keep it from falling asleep.
+/// Whether a device may be read now. Reading one that sleeps would wake it, and reading it every second would keep it
+/// from falling asleep.
 class DevicePower {
 public:
     DevicePower() = default;
@@ -17,10 +17,10 @@ public:
     explicit DevicePower(const QString& deviceFolder);
 
     [[nodiscard]] bool isAsleep() const;
-    /// It was left alone a short while ago.
+    /// rest() has left the device alone for the time being.
     [[nodiscard]] bool isResting() const { return Clock::now() < restsUntil_; }
-    /// Leaves a graphics card that may fall asleep alone for longer than its driver waits for; any other device stays
-    /// as it is. True when it rests now.
+    /// Leaves a graphics card that is allowed to sleep alone for longer than its driver waits before it lets the card
+    /// sleep; does nothing for any other device. True when the device is left alone now.
     bool rest();
 
 private:

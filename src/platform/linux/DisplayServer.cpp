@@ -15,8 +15,8 @@ namespace tarnwick {
 
 namespace {
 
-/// Asks the X server for a connection through libxcb, as the toolkit does afterwards: that covers every way of naming
-/// a display, and the permission to use it.
+/// Connects to the X server through libxcb, as Qt does afterwards. That covers every way of naming a display, and the
+/// permission to use it.
 bool x11Answers() {
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return false;

@@ -12,15 +12,15 @@ namespace tarnwick {
 
 namespace {
 
-/// The allocator keeps this many freed blocks of each size in each thread, wherever they lie: each keeps its page from
-/// going back to the system, 1.5 MB of them after a popover was open.
+/// The allocator keeps this many freed blocks of each size in each thread. Each of them keeps its page from going back
+/// to the system; after a popover was open, these pages are 1.5 MB.
 constexpr std::size_t keptBlocks = 7;
 constexpr std::size_t smallestKept = 24;
 constexpr std::size_t largestKept = 1032;
 constexpr std::size_t keptStep = 16;
 constexpr std::size_t keptSizes = (largestKept - smallestKept) / keptStep + 1;
 
-/// Takes what this thread keeps, and lets another thread free it, which keeps nothing once it has ended.
+/// Takes the blocks that this thread keeps, and frees them in another thread, which keeps nothing once it has ended.
 void emptyThreadCache() {
     std::array<void*, keptSizes * keptBlocks> blocks{};
     for (std::size_t i = 0; i < blocks.size(); ++i)
@@ -32,14 +32,15 @@ void emptyThreadCache() {
     try {
         std::thread(freeAll).join();
     } catch (const std::system_error&) {
-        freeAll(); // no thread to be had: they are kept again
+        freeAll(); // without another thread this one keeps them again
     }
 }
 
 } // namespace
 
 void shareHeaps() {
-    // Not one: the main thread would wait for the loader of views, and for the one that reads what processes print.
+    // Two, because with one the main thread would wait for the thread that loads views, and for the one that reads what
+    // processes print.
     ::mallopt(M_ARENA_MAX, 2);
 }
 

@@ -18,7 +18,7 @@ struct RoleRule {
     QStringView role;
 };
 
-/// The drivers of Linux whose temperatures have a role, by subsystem.
+/// The Linux drivers whose temperatures have a role.
 constexpr std::array roleRules{
     // processors of PCs
     RoleRule{u"coretemp", die},
@@ -53,8 +53,8 @@ constexpr std::array roleRules{
 };
 
 QStringView roleOf(const HwmonInput& input) {
-    // Some Ryzen processors add an offset to Tctl, for the fan's sake: Tdie is the temperature where there is one. The
-    // memory beside a graphics processor is not on its die.
+    // Some Ryzen processors add an offset to Tctl to control the fan; where there is a Tdie, that is the temperature.
+    // The memory beside a graphics processor is not on its die.
     if ((input.label == u"Tctl" && input.besideTrueDie) || input.label == u"mem" || input.label == u"vram")
         return {};
     if (input.label.contains(u"VRM", Qt::CaseInsensitive))

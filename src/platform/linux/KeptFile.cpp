@@ -32,7 +32,7 @@ KeptFile::Content KeptFile::read(std::span<char> buffer) const {
         length = ::pread(descriptor_, buffer.data(), buffer.size(), 0);
     } while (length < 0 && errno == EINTR);
     if (length < 0) {
-        // A sensor that has nothing to say now (EIO, ENODATA, EAGAIN) is still there.
+        // A sensor that has no reading now (EIO, ENODATA, EAGAIN) is still there.
         return {.text = {}, .gone = errno == ENODEV || errno == ENXIO || errno == ENOENT || errno == EBADF};
     }
     return {.text = QByteArrayView(buffer.data(), length).trimmed(), .gone = length == 0};

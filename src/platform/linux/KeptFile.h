@@ -8,8 +8,8 @@
 
 namespace tarnwick {
 
-/// A small file of /proc or /sys that stays open, so that reading it once more costs one system call and no path walk.
-/// Reading is for any thread.
+/// A small file of /proc or /sys that stays open, so that each reading costs one system call and no path walk. read()
+/// may be called from any thread.
 class KeptFile {
 public:
     KeptFile() = default;
@@ -20,14 +20,14 @@ public:
 
     struct Content {
         QByteArrayView text; ///< within the buffer, without white space around it; empty when nothing could be read
-        bool gone = false;   ///< what the file told about is no longer there
+        bool gone = false;   ///< the device behind the file is no longer there
 
         /// The text as a number; absent when it is none.
         [[nodiscard]] std::optional<qint64> number() const;
     };
 
     [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
-    /// The beginning of the file as it is now, as far as the buffer takes it.
+    /// The beginning of the file as it is now, as much as fits into the buffer.
     [[nodiscard]] Content read(std::span<char> buffer) const;
     /// The content as a number; absent when it is none.
     [[nodiscard]] std::optional<qint64> readNumber() const;

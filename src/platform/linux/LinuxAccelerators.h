@@ -12,15 +12,15 @@
 
 namespace tarnwick {
 
-/// The graphics cards whose drivers tell their utilisation: the kernel's (`gpu_busy_percent`), by card number, then
-/// those of NVIDIA's driver. Reading never wakes a card that sleeps, and lets one that idles and may sleep fall asleep:
-/// it is left alone for a while. Any thread.
+/// The graphics cards whose drivers report their utilisation: those of the kernel's drivers (`gpu_busy_percent`), by
+/// card number, then those of NVIDIA's driver. Reading never wakes a card that sleeps; a card that idles and is allowed
+/// to sleep is left alone for a while, so that it can. Any thread.
 class LinuxAccelerators {
 public:
     /// `root` is the folder that holds sys, ending in "/".
     LinuxAccelerators(const QString& root, const QString& nvidiaLibrary);
 
-    /// One property dictionary per card; a card that sleeps or does not answer tells no utilisation.
+    /// One property dictionary per card; a card that sleeps or does not answer has no utilisation.
     [[nodiscard]] QList<QVariantMap> read();
 
 private:

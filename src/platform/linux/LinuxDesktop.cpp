@@ -17,7 +17,7 @@ namespace tarnwick::Desktop {
 
 namespace {
 
-/// Where there is no bus, libdbus would try to start one; we leave that to the desktop.
+/// Checked first, because libdbus would try to start a bus where there is none; that is the desktop's business.
 bool hasSessionBus() {
     return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
            QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s);
@@ -28,7 +28,7 @@ QDBusMessage notificationsCall(const QString& method) {
                                           u"org.freedesktop.Notifications"_s, method);
 }
 
-/// Without control characters, save line ends: they show nothing, and markup may not hold them.
+/// Without control characters except line ends: they show nothing, and markup must not contain them.
 QString displayable(QString text) {
     for (QChar& c : text)
         if (c.category() == QChar::Other_Control && c != u'\n')
@@ -42,7 +42,7 @@ QVariantList notifyArguments(const DesktopNotification& notification, bool bodyM
         {u"urgency"_s, QVariant::fromValue(uchar(1))}, // normal: a critical one would stay until it is dismissed
         {u"desktop-entry"_s, u"tarnwick"_s},
     };
-    // Sounds have other names here; this is the one for a warning in the sound naming scheme.
+    // The sound naming scheme has other names; this is its warning.
     if (notification.soundName)
         hints.insert(u"sound-name"_s, u"dialog-warning"_s);
     else
@@ -68,7 +68,7 @@ void post(const DesktopNotification& notification) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    // Asked each time: the service may be another one by now.
+    // Asked each time, because another service may run by now.
     auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(notificationsCall(u"GetCapabilities"_s)),
                                                 QCoreApplication::instance());
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, bus, notification] {
@@ -83,7 +83,7 @@ void post(const DesktopNotification& notification) {
 }
 
 std::optional<QString> computerName() {
-    // What the user called the computer, as hostnamed stores it; else its name in the network.
+    // The name that the user gave the computer, as hostnamed stores it; else its host name.
     QString name = assignedValue(readSmallFile(u"/etc/machine-info"_s), "PRETTY_HOSTNAME=");
     if (name.isEmpty())
         name = QSysInfo::machineHostName();

@@ -30,7 +30,7 @@ std::optional<QByteArray> textValue(const QByteArray& text) {
     return text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
-/// The number that the text begins with, and the text moved past it; absent when something else comes first.
+/// The number that the text begins with, which is removed from the text; absent when something else comes first.
 std::optional<quint64> takeNumber(QByteArrayView& text) {
     text = text.trimmed();
     const auto end = std::find_if(text.begin(), text.end(), [](char c) { return c < '0' || c > '9'; });
@@ -112,8 +112,8 @@ std::optional<CpuTicks> LinuxKernelReadings::cpuTicks() {
             return std::nullopt;
         ticks.at(column) = number.value_or(0); // early kernels end with idle
     }
-    // Waiting for a disk is idle time. The kernel may take a little of it back (proc(5)); a counter that runs backwards
-    // would look like one that wrapped.
+    // Waiting for a disk is idle time. That counter may decrease a little (proc(5)), which would look like a counter
+    // that wrapped.
     idleSeen_ = std::max(idleSeen_, ticks[idle] + ticks[ioWait]);
     const auto wrapped = [](quint64 count) {
         return static_cast<std::uint32_t>(count);
@@ -130,7 +130,7 @@ std::optional<MemoryPages> LinuxKernelReadings::memoryPages() {
     const auto memory = readMemory(memory_);
     if (!memory)
         return std::nullopt;
-    // Linux has no page lists that add up to "in use"; all that is not available is, as `free` counts it.
+    // Linux has no page counts that add up to "in use". As `free` counts it, all that is not available is in use.
     const auto pageSize = static_cast<quint64>(::sysconf(_SC_PAGESIZE));
     const quint64 pages = (memory->totalKiB - memory->availableKiB) * 1024 / pageSize;
     const quint64 countable = std::min<quint64>(pages, std::numeric_limits<std::uint32_t>::max());
@@ -162,11 +162,11 @@ ThermalState LinuxKernelReadings::thermalState() {
 }
 
 std::optional<VolumeSpace> LinuxKernelReadings::homeVolume() {
-    // Asked of the folder itself: QStorageInfo looks for a mount point, and a changed root may show none.
+    // statvfs on the folder, because QStorageInfo looks for a mount point, and there is none to see in a changed root.
     struct statvfs volume {};
     if (::statvfs(QFile::encodeName(QDir::homePath()).constData(), &volume) != 0 || volume.f_blocks == 0)
         return std::nullopt;
-    // Free, not available: what is kept back for root is not used, as `df` counts it.
+    // Free, not available: as `df` counts it, the blocks reserved for root are not used.
     return VolumeSpace{.size = static_cast<qint64>(volume.f_blocks * volume.f_frsize),
                        .free = static_cast<qint64>(volume.f_bfree * volume.f_frsize)};
 }
@@ -176,7 +176,7 @@ qint64 LinuxKernelReadings::wallClockSeconds() {
 }
 
 std::optional<QByteArray> LinuxKernelReadings::bootTime() const {
-    // Read anew each time: the kernel moves it when the clock is set.
+    // Read each time, because the kernel changes it when the clock is set.
     const auto seconds = numberAfter(readSmallFile(root_ + u"proc/stat"_s), "btime ");
     return seconds ? std::optional(bytesOf(static_cast<qint64>(*seconds)) + bytesOf(qint64{0})) : std::nullopt;
 }

@@ -8,7 +8,7 @@
 
 namespace tarnwick {
 
-/// The readings as Linux tells them in /proc, /sys and /etc/os-release.
+/// The readings that Linux gives in /proc, /sys and /etc/os-release.
 class LinuxKernelReadings final : public KernelReadings {
 public:
     /// `root` is the folder that holds proc, sys and etc.

@@ -15,7 +15,7 @@ namespace tarnwick::LinuxMachine {
 
 namespace {
 
-/// What firmware says when its maker filled nothing in, in lower case.
+/// What firmware contains where its maker filled nothing in; in lower case.
 constexpr std::array placeholders{
     "to be filled by o.e.m.",
     "system product name",
@@ -33,7 +33,7 @@ constexpr std::array placeholders{
     "x.x",
 };
 
-/// An entry of the firmware's table, empty when it says nothing.
+/// An entry of the firmware's table; empty when its maker filled nothing in.
 QByteArray firmwareText(const QString& root, const QString& entry) {
     QByteArray text = readSmallFile(root + u"sys/class/dmi/id/"_s + entry);
     const QByteArray lowercased = text.toLower();
@@ -53,7 +53,7 @@ QByteArray architecture(const QString& root) {
     return readSmallFile(root + u"proc/sys/kernel/arch"_s);
 }
 
-/// "0-3,8" as numbers; what is no number is left out.
+/// "0-3,8" as numbers; parts that are not numbers are left out.
 QSet<int> cpuList(const QByteArray& text) {
     constexpr int mostCpus = 1 << 16;
     QSet<int> cpus;
@@ -94,7 +94,7 @@ std::optional<Cores> physicalCores(const QString& root) {
     const QHash<int, qint64> cores = capacityByCore(root);
     if (cores.isEmpty())
         return std::nullopt;
-    // x86 names its small cores; elsewhere they are those of clearly less capacity than the largest.
+    // On x86 the kernel lists the small cores; elsewhere they are those with clearly less capacity than the largest.
     const QSet<int> atoms = cpuList(readSmallFile(root + u"sys/devices/cpu_atom/cpus"_s));
     const qint64 largest = *std::max_element(cores.begin(), cores.end());
     Cores count;
@@ -107,7 +107,7 @@ std::optional<Cores> physicalCores(const QString& root) {
 
 QByteArray processorName(const QString& root) {
     const QByteArray description = readSmallFile(root + u"proc/cpuinfo"_s);
-    // Architectures name it in their own words.
+    // The key differs by architecture.
     for (const QByteArrayView key : {"model name", "cpu model", "Hardware", "cpu\t", "uarch"}) {
         const QByteArrayView line = restOfLine(description, key);
         const QByteArrayView name = line.sliced(line.indexOf(':') + 1).trimmed();

@@ -17,7 +17,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr int readsPerLook = 10; // how often to look for devices that came or went
+constexpr int readsPerLook = 10; // devices that came or went are looked for this often
 
 struct FoundSensor {
     HwmonInput input;
@@ -54,7 +54,7 @@ FoundDevice findDevice(const QString& hwmonFolder, const QString& entry) {
         sensor.input.isOnly = device.sensors.size() == 1;
         sensor.input.besideTrueDie = hasTrueDie;
     }
-    // The last storage reading is the one that counts: it shall be a drive's overall temperature.
+    // The last storage reading is the one that counts, so a drive's overall temperature comes last.
     std::sort(device.sensors.begin(), device.sensors.end(), [](const FoundSensor& a, const FoundSensor& b) {
         const auto rank = [](const HwmonInput& input) {
             return std::pair(input.label == u"Composite", input.number);
@@ -71,7 +71,7 @@ LinuxTemperatureSensors::LinuxTemperatureSensors(const QString& root)
 
 std::optional<QList<TemperatureReading>> LinuxTemperatureSensors::read() {
     const std::lock_guard lock(mutex_);
-    // A sensor that went away is cause to look at once, but not at every read where a driver keeps saying so.
+    // A sensor that went away is a reason to look at once, but not at every read when its driver keeps failing.
     if (readsSinceScan_ % readsPerLook == 0 || (sensorGone_ && readsSinceScan_ > readsPerLook)) {
         exists_ = QDir(folder_).exists();
         const QStringList folders = foldersByNumber(folder_, u"hwmon*"_s);

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A terminal emulator and what stands between its name and the argument vector that it is to run.
+/// A terminal emulator, and the arguments before the argument vector that it runs.
 struct Terminal {
     QStringView name;
     std::array<QStringView, 2> options;
@@ -38,8 +38,8 @@ constexpr std::array terminals{
     Terminal{u"xterm", {u"-e"}},
 };
 
-// The line is for sh, whatever the user's shell: others quote differently. A shell of its own runs it, so that neither
-// a syntax error nor an interrupt ends the one that stays open.
+// sh runs the line whatever the user's shell is, because others quote differently. It is a shell of its own, so that
+// neither a syntax error nor an interrupt ends the one that stays open.
 constexpr QStringView keepOpen = u"trap : INT QUIT; /bin/sh -c \"$1\"; exec \"${SHELL:-/bin/sh}\"";
 
 } // namespace

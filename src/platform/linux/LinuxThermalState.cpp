@@ -31,17 +31,17 @@ std::optional<qint64> numberIn(const QString& path) {
     return KeptFile(path).readNumber();
 }
 
-/// Raises `state` to what one trip point says; leaves it where the trip point is not in use.
+/// Raises `state` to that of one trip point when the temperature has reached it and the trip point is in use.
 void applyTrip(const QString& trip, qint64 temperature, ThermalState& state) {
     const QByteArray type = readSmallFile(trip + u"type"_s);
     const auto meaning = std::find_if(tripMeanings.begin(), tripMeanings.end(),
                                       [&](const TripMeaning& each) { return type == each.type; });
     const auto threshold = numberIn(trip + u"temp"_s);
-    // A trip point that nobody set stands at 0 or far below.
+    // A trip point that is not set has a temperature of 0 or far below.
     if (meaning == tripMeanings.end() || !threshold || *threshold <= 0)
         return;
-    const ThermalState told = temperature >= *threshold ? meaning->state : ThermalState::nominal;
-    state = state == ThermalState::unknown ? told : std::max(state, told);
+    const ThermalState reached = temperature >= *threshold ? meaning->state : ThermalState::nominal;
+    state = state == ThermalState::unknown ? reached : std::max(state, reached);
 }
 
 } // namespace

@@ -4,7 +4,7 @@ namespace tarnwick {
 
 namespace {
 
-// The few declarations needed of the library's documented C interface. 0 is success; a device is an opaque pointer.
+// The declarations that we need of the library's documented C interface. 0 is success; a device is an opaque pointer.
 constexpr int success = 0;
 using Device = void*;
 struct Utilisation {

@@ -24,8 +24,8 @@ void makePrivateFolder(const QString& folder) {
     QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
-/// The named pipe at this path, made when it is missing; -1 when there is none to be had, or something else stands
-/// there. Opened for both directions, it neither blocks nor ever sees an end of file.
+/// Opens the named pipe at this path, and creates it when it is missing; -1 when that fails or the path is something
+/// else. It is opened for both directions, so it neither blocks nor reaches an end of file.
 int openPipe(const QByteArray& path) {
     if (::mkfifo(path.constData(), S_IRUSR | S_IWUSR) != 0 && errno != EEXIST)
         return -1;
@@ -45,8 +45,8 @@ SingleInstance::SingleInstance(const QString& folder, QObject* parent) : QObject
     pipe_ = openPipe(QFile::encodeName(QDir(folder).filePath(u"instance"_s)));
     if (pipe_ < 0)
         return;
-    // The pipe is its own lock, and is never removed: whoever opened it before would lock what nobody else finds. The
-    // kernel frees the lock with its holder, where a file that names a process would need to be judged after a crash.
+    // The pipe itself is locked, and is never removed: a process that opened it before would hold a lock that no other
+    // one can see. The kernel frees the lock when its holder ends; a file with a process number would outlive a crash.
     if (::flock(pipe_, LOCK_EX | LOCK_NB) == 0)
         watch();
     else

@@ -18,7 +18,7 @@ struct SymbolCharacter {
     QStringView symbolName;
     QStringView character;
 };
-/// Characters that common fonts have, one column wide where there is one that fits.
+/// Characters that common fonts have, one column wide where possible.
 constexpr std::array symbolCharacters{
     SymbolCharacter{u"exclamationmark.triangle.fill", u"\u26a0"},
     SymbolCharacter{u"thermometer.medium", u"\U0001f321"},
@@ -40,16 +40,16 @@ QByteArray lineOf(const StatusItemContent& content) {
     return line.toUtf8() + '\n';
 }
 
-/// Whether PIPE_BUF bytes can be written without blocking, or an error is to be had.
+/// Whether a write of PIPE_BUF bytes returns at once, be it with an error.
 bool isReady(int descriptor) {
     pollfd state{descriptor, POLLOUT, 0};
     return poll(&state, 1, 0) == 1;
 }
 
-/// Asked now and then rather than watched for: where a socket's reader went, the event loop's GLib variety never says
-/// so, and turns without a rest instead.
+/// Polled now and then instead of watched: when a socket's reader has gone, Qt's event loop on GLib never reports it
+/// and spins instead.
 bool hasReader(int descriptor) {
-    pollfd state{descriptor, 0, 0}; // an error and a hang-up are told unasked
+    pollfd state{descriptor, 0, 0}; // errors and hang-ups are always reported
     return poll(&state, 1, 0) == 0;
 }
 
@@ -73,8 +73,8 @@ void TerminalStatusItem::setContent(const StatusItemContent& content) {
     write();
 }
 
-// The descriptor's blocking mode is shared with whoever else holds it (the user's shell), so it is not changed:
-// readiness is asked before each piece instead.
+// Other processes, such as the user's shell, share the descriptor's blocking mode, so it is not changed; poll() is
+// asked before each piece instead.
 void TerminalStatusItem::write() {
     while (!unsent_.isEmpty() && isReady(descriptor_)) {
         const ssize_t written = ::write(descriptor_, unsent_.constData(),

@@ -17,7 +17,7 @@ static_assert(std::atomic<int>::is_always_lock_free, "read by a signal handler")
 
 void wakeEventLoop(int /*signalNumber*/) {
     const int before = errno;
-    // A full pipe has woken the loop already.
+    // When the pipe is full, the loop has been woken already.
     [[maybe_unused]] const ssize_t written = ::write(wakeUp, "", 1);
     errno = before;
 }
@@ -27,7 +27,7 @@ void wakeEventLoop(int /*signalNumber*/) {
 TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent) {
     ::signal(SIGPIPE, SIG_IGN);
     if (::pipe2(pipe_.data(), O_CLOEXEC | O_NONBLOCK) != 0)
-        return; // no file left: the signals keep ending the program as they always do
+        return; // without a pipe the signals end the program as by default
     notifier_ = new QSocketNotifier(pipe_[0], QSocketNotifier::Read, this);
     connect(notifier_, &QSocketNotifier::activated, this, &TerminationSignals::drain);
     wakeUp = pipe_[1];

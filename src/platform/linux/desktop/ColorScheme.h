@@ -6,8 +6,8 @@
 
 namespace tarnwick {
 
-/// Whether the desktop is light or dark: its stated preference (org.freedesktop.appearance), and where it states none
-/// the application's palette. Main thread only.
+/// Whether the desktop is light or dark: by its stated preference (org.freedesktop.appearance), or, where it states
+/// none, by the application's palette. Main thread only.
 class ColorScheme : public QObject {
     Q_OBJECT
 

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 namespace tarnwick {
 
 void returnWindowMemory() {
-    QFont::cleanup(); // 1.2 MB: a font's tables, read for the shaping of text
+    QFont::cleanup(); // 1.2 MB of font tables, loaded to shape text
     returnFreeMemory();
 }
 
@@ -46,7 +46,7 @@ void DesktopPopover::show(std::unique_ptr<QWindow> content, QPoint anchor) {
         QSurfaceFormat format = content_->format();
         format.setAlphaBufferSize(8);
         content_->setFormat(format);
-        content_->setProperty("color", QColor(Qt::transparent)); // of a Qt Quick window: what it clears itself with
+        content_->setProperty("color", QColor(Qt::transparent)); // a Qt Quick window clears itself with it
     }
     content_->installEventFilter(this);
     place();
@@ -65,7 +65,7 @@ void DesktopPopover::place() {
     const QRect available = screen->availableGeometry();
     const QRect geometry = popoverGeometry(anchor_.isNull() ? available.topRight() : anchor_, size_, available);
     content_->setScreen(screen);
-    // A fixed size also tells a tiling window manager to let it float.
+    // A fixed size also makes tiling window managers let it float.
     content_->setMinimumSize(geometry.size());
     content_->setMaximumSize(geometry.size());
     content_->setGeometry(geometry);
@@ -79,7 +79,7 @@ void DesktopPopover::close() {
     X11Session::watchPresses(false);
     content_->removeEventFilter(this);
     content_->hide();
-    // Ours still, should we go before the event loop gets to it.
+    // As a child it is destroyed even when this popover is destroyed before the event loop gets to it.
     QWindow* const leaving = content_.release();
     static_cast<QObject*>(leaving)->setParent(this);
     connect(leaving, &QObject::destroyed, this, &returnWindowMemory, Qt::QueuedConnection);
@@ -101,7 +101,8 @@ bool DesktopPopover::eventFilter(QObject* watched, QEvent* event) {
 bool DesktopPopover::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
     if (!X11Session::isWatchedPress(eventType, message))
         return false;
-    // Our own windows see to their presses themselves: the status item's is a click on it, others take the focus.
+    // Presses in our own windows are not outside: one on the strip is a click on the status item, others take the
+    // focus.
     if (!QGuiApplication::topLevelAt(QCursor::pos()))
         Q_EMIT pressedOutside();
     return true;

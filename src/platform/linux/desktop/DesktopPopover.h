@@ -8,8 +8,8 @@
 
 namespace tarnwick {
 
-/// The popover on X11 and Wayland desktops. On X11 it hears of presses in any application without taking them from
-/// those; elsewhere an outside press is known by the loss of focus alone, and the compositor decides on the position.
+/// The popover on X11 and Wayland desktops. On X11 it sees presses in any application, which still get them. Elsewhere
+/// the loss of focus is the only sign of a press outside, and the compositor decides on the position.
 class DesktopPopover : public Popover, private QAbstractNativeEventFilter {
     Q_OBJECT
 

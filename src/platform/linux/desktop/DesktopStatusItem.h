@@ -14,18 +14,18 @@
 namespace tarnwick {
 
 /// The status item of a graphical desktop: in its status area where it has one, else as a floating strip. It changes
-/// over whenever a host of status items comes or goes.
+/// between the two whenever a host of status items comes or goes.
 class DesktopStatusItem : public StatusItem {
     Q_OBJECT
 
 public:
-    /// `patience`: how long the desktop may be without a host before the strip appears; a panel that starts with the
-    /// session, or anew, needs a moment.
+    /// `patience`: how long the desktop may be without a host before the strip appears. A panel that starts or restarts
+    /// needs a moment.
     explicit DesktopStatusItem(const QDBusConnection& bus = QDBusConnection::sessionBus(),
                                std::chrono::milliseconds patience = std::chrono::seconds(2), QObject* parent = nullptr);
 
     void setContent(const StatusItemContent& content) override;
-    /// The strip is what the user sees.
+    /// Whether the user sees the strip.
     [[nodiscard]] bool isFloating() const { return strip_ != nullptr; }
 
 private:

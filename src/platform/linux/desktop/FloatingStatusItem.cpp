@@ -91,7 +91,7 @@ void FloatingStatusItem::Strip::setContent(const StatusItemContent& content) {
 }
 
 void FloatingStatusItem::Strip::fit() {
-    // As wide as the widest text of this shape, so that it does not jump with each digit.
+    // As wide as the widest text of this shape, so that the strip does not jump with each digit.
     const qreal textWidth = text_.isEmpty() ? 0 : gap + QFontMetricsF(font()).horizontalAdvance(statusTextGuide(text_));
     const QSize size(2 * padding + iconSide + static_cast<int>(std::ceil(textWidth)), stripHeight);
     if (size == this->size())
@@ -144,7 +144,7 @@ void FloatingStatusItem::Strip::mouseMoveEvent(QMouseEvent* event) {
 void FloatingStatusItem::Strip::mouseReleaseEvent(QMouseEvent* event) {
     const bool inside = QRect(QPoint(), size()).contains(event->position().toPoint());
     const bool button = event->button() == Qt::LeftButton || event->button() == Qt::RightButton;
-    // The strip's middle: what opens belongs to the whole of it.
+    // The strip's middle, because the popover belongs to the whole strip.
     if (button && inside && !dragged_)
         Q_EMIT owner_.clicked(geometry().center());
 }

@@ -8,7 +8,7 @@
 namespace tarnwick {
 
 /// The status item of a desktop without a status area: a small strip at the top right of the primary screen, above all
-/// windows, that never takes the focus. It can be dragged elsewhere; a change of the screen puts it back.
+/// windows, that never takes the focus. It can be dragged elsewhere; when the screen changes, it goes back.
 class FloatingStatusItem : public StatusItem {
     Q_OBJECT
 

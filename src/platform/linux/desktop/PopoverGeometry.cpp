@@ -7,7 +7,7 @@ namespace tarnwick {
 namespace {
 /// Between the popover and the edges of the screen.
 constexpr int margin = 6;
-/// From the anchor to the popover where no panel's edge is known: half the height of a usual panel.
+/// Distance from the anchor to the popover where no panel's edge is known: half the height of a usual panel.
 constexpr int itemDistance = 14;
 } // namespace
 

@@ -6,9 +6,9 @@
 
 namespace tarnwick {
 
-/// Where a popover of `size` goes that belongs to `anchor`, a point of its status item, on a screen that leaves
-/// `available` to windows: centred below the item; above it where the panel is at the bottom; kept inside `available`,
-/// and made smaller where it is larger than that. Device-independent pixels throughout.
+/// The place of a popover of `size` that hangs from `anchor`, a point of its status item, where windows may cover
+/// `available` of the screen. It is centred below the item, or above it where the panel is at the bottom, and is moved
+/// and shrunk to fit into `available`. All in device-independent pixels.
 [[nodiscard]] QRect popoverGeometry(QPoint anchor, QSize size, const QRect& available);
 
 } // namespace tarnwick

@@ -9,7 +9,7 @@
 namespace tarnwick {
 
 QImage statusItemIcon(const QString& symbolName, int pixels, const QColor& tint) {
-    // One pixel at the usual sizes of panels; the symbol gives way to it.
+    // One pixel at the usual sizes of panels; the symbol is drawn smaller by it.
     const int reach = std::max(1, pixels / 24);
     const int side = pixels - 2 * reach;
     const QColor opposite = tint.lightness() > 127 ? Qt::black : Qt::white;

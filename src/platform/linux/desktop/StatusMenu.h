@@ -46,8 +46,8 @@ Q_DECLARE_METATYPE(tarnwick::StatusMenuEvent)
 
 namespace tarnwick {
 
-/// A menu of one entry that does what a click does (com.canonical.dbusmenu), for a host that shows no item without a
-/// menu. It never changes. Member names are the bus's.
+/// A menu of one entry that does what a click does (com.canonical.dbusmenu), for hosts that show only items with a
+/// menu. It never changes. Member names are those of the bus.
 class StatusMenu : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")

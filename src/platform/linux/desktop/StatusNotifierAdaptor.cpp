@@ -19,7 +19,7 @@ void StatusNotifierAdaptor::sendText() {
     Q_EMIT NewTitle();
     Q_EMIT NewToolTip();
     Q_EMIT XAyatanaNewLabel(label(), labelGuide());
-    // Hosts that keep a cache of properties learn of the label only by the standard signal.
+    // Hosts that cache properties notice a new label only by the standard signal.
     QDBusMessage changed = QDBusMessage::createSignal(u"/StatusNotifierItem"_s, u"org.freedesktop.DBus.Properties"_s,
                                                       u"PropertiesChanged"_s);
     changed << u"org.kde.StatusNotifierItem"_s
@@ -42,7 +42,7 @@ void StatusNotifierAdaptor::ContextMenu(int x, int y) {
 void StatusNotifierAdaptor::Scroll(int /*delta*/, const QString& /*orientation*/) {}
 
 void StatusNotifierAdaptor::ProvideXdgActivationToken(const QString& token) {
-    // Where Qt looks for it when a window asks for the focus; it clears it then.
+    // Qt reads it when a window asks for the focus, and clears it then.
     if (QGuiApplication::platformName().startsWith("wayland"_L1))
         qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
 }

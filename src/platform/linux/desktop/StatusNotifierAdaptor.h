@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// The interface org.kde.StatusNotifierItem of a StatusNotifierItem, which owns it. Member names are the bus's.
+/// The interface org.kde.StatusNotifierItem of a StatusNotifierItem, which owns it. Member names are those of the bus.
 class StatusNotifierAdaptor : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -65,7 +65,7 @@ private:
     QDBusConnection bus_;
 };
 
-/// The same with a menu. Hosts tell by the property whether there is one: with none they pass every click on.
+/// The same with a menu. The property alone makes hosts believe that there is one; without it they pass every click on.
 class StatusNotifierMenuAdaptor : public StatusNotifierAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")

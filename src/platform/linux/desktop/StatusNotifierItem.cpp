@@ -22,7 +22,7 @@ const auto watcherService = u"org.kde.StatusNotifierWatcher"_s;
 const auto watcherPath = u"/StatusNotifierWatcher"_s;
 const auto itemPath = u"/StatusNotifierItem"_s;
 
-/// Hosts take the size that fits their panel; these are the usual ones, at one and two pixels to the point.
+/// Hosts choose the size that fits their panel. These are the usual ones, at scales 1 and 2.
 constexpr std::array iconSizes{16, 22, 24, 32, 44, 48};
 
 bool isGnome() {
@@ -56,9 +56,9 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, const ColorSc
 }
 
 void StatusNotifierItem::exportItem() {
-    // GNOME's host shows no item without a menu, and opens it on a click: there it is the way to the popover. No other
-    // gets one: some would show it in place of passing the click on, and one of XFCE's asks without end for a menu
-    // behind the path /NO_DBUSMENU by which others know that there is none.
+    // GNOME's host shows only items with a menu, and opens it on a click, so there the menu leads to the popover. No
+    // other host gets one: some would show it instead of passing the click on. The path /NO_DBUSMENU, which others
+    // understand as "no menu", makes one of XFCE's hosts ask for that menu without end.
     if (isGnome()) {
         new StatusNotifierMenuAdaptor(this, bus_);
         auto* const menu = new StatusMenu(this);
@@ -95,7 +95,7 @@ StatusNotifierToolTip StatusNotifierItem::toolTip() const {
 }
 
 void StatusNotifierItem::click(int x, int y) {
-    // On a scaled screen hosts disagree whether they count device pixels; the pointer is where the click was.
+    // On a scaled screen hosts disagree on whether they count in device pixels, so the pointer's position is used.
     Q_EMIT clicked(qGuiApp->devicePixelRatio() > 1.0 ? QCursor::pos() : QPoint(x, y));
 }
 
@@ -108,7 +108,7 @@ void StatusNotifierItem::refreshIcon() {
 }
 
 void StatusNotifierItem::registerItem() {
-    if (!bus_.isConnected()) { // a call would never be answered, not even by an error
+    if (!bus_.isConnected()) { // a call would get no answer, not even an error
         QMetaObject::invokeMethod(
             this, [this] { setHost(false); }, Qt::QueuedConnection);
         return;

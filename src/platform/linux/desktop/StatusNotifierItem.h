@@ -12,8 +12,8 @@
 namespace tarnwick {
 
 /// The status item in the desktop's own status area: an org.kde.StatusNotifierItem under this program's unique bus
-/// name. It keeps itself registered with whatever watcher the session has, and says whether a host shows it.
-/// Nothing goes over the bus while text and icon stay the same.
+/// name. It registers itself with each watcher that appears in the session, and reports whether a host shows it.
+/// It sends nothing over the bus while text and icon stay the same.
 class StatusNotifierItem : public StatusItem {
     Q_OBJECT
 
@@ -28,11 +28,11 @@ public:
     [[nodiscard]] QString description() const { return content_.description; }
     [[nodiscard]] QList<StatusNotifierPixmap> icon() const { return icon_; }
     [[nodiscard]] StatusNotifierToolTip toolTip() const;
-    /// A click at a point of the screen as the host counts it.
+    /// A click at a point of the screen, in the host's coordinates.
     void click(int x, int y);
 
 Q_SIGNALS:
-    /// A host shows the item, or none does (any more). Said once soon after construction, then at each change.
+    /// Whether a host shows the item. Emitted once soon after construction, then at each change.
     void hostChanged(bool present);
     void textChanged();
     void iconChanged();

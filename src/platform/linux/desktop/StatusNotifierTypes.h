@@ -33,7 +33,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, StatusNotifierPix
 QDBusArgument& operator<<(QDBusArgument& argument, const StatusNotifierToolTip& toolTip);
 const QDBusArgument& operator>>(const QDBusArgument& argument, StatusNotifierToolTip& toolTip);
 
-/// Makes the types known to the bus. Any number of times.
+/// Makes the types known to the bus. May be called more than once.
 void registerStatusNotifierTypes();
 
 } // namespace tarnwick

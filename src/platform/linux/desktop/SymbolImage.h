@@ -15,7 +15,7 @@ namespace SymbolImage {
 [[nodiscard]] QImage render(const QString& symbolName, int pixels, const QColor& tint);
 /// The application's own icon, in its own colours. A null image where there is none.
 [[nodiscard]] QImage applicationIcon(int pixels);
-/// Every symbol there is, sorted.
+/// The names of all symbols, sorted.
 [[nodiscard]] QStringList names();
 
 } // namespace SymbolImage

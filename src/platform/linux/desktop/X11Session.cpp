@@ -26,7 +26,7 @@ struct Free {
     void operator()(void* reply) const { std::free(reply); }
 };
 
-// Of the X Input Extension, version 2: the extension's name, one request and one event.
+// From the X Input Extension, version 2: its name, one request and one event.
 xcb_extension_t inputExtension{"XInputExtension", 0};
 constexpr std::uint8_t selectEventsRequest = 46;
 constexpr std::uint16_t allMasterDevices = 1;
@@ -85,7 +85,7 @@ bool X11Session::watchPresses(bool watch) {
     SelectEvents request;
     request.window = x->roots(x->setup(display)).data->root;
     request.mask = watch ? 1U << rawButtonPress : 0U;
-    // libxcb writes into the two vectors before the first.
+    // libxcb writes into the two vectors in front of the one that it is given.
     std::array<iovec, 3> parts{};
     parts[2] = {&request, sizeof request};
     const xcb_protocol_request_t protocol{1, &inputExtension, selectEventsRequest, 1};
