@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <ctime>
 
-/// What the benchmarks measure with and print through.
+/// How the benchmarks measure and print.
 namespace figures {
 
 /// Processor time of this process, user and system, children excluded.

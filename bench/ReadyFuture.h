@@ -5,7 +5,7 @@
 
 #include <utility>
 
-/// A future that has its result already. Qt has a function for it, under one name up to 6.5 and another one since.
+/// A future that already has its result. Qt's own function for it has another name since 6.6.
 template <typename Value>
 [[nodiscard]] QFuture<Value> readyFuture(Value value) {
     QPromise<Value> promise;

@@ -17,7 +17,7 @@ struct RealComputer {
     tarnwick::ThisComputer computer;
 };
 
-/// Time for a computer that is to read each figure whenever it is asked: a second goes by between two questions.
+/// A clock that moves on by a second at each question, so that every figure is read each time.
 [[nodiscard]] inline tarnwick::ThisComputer::Clock hurriedTime() {
     return [now = std::chrono::nanoseconds()]() mutable {
         return now += std::chrono::seconds(1);

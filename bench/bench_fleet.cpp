@@ -31,9 +31,9 @@ public:
     StatusItemContent shown;
 };
 
-/// How late a 1 ms timer is at worst while this object lives. A thousand clients keep every processor busy, so a part
-/// of it is the kernel's: the thread could run, and waits for its turn. The rest is ours: what the thread did, or was
-/// blocked by.
+/// The worst lateness of a 1 ms timer while this object lives. A thousand clients keep every processor busy, so a part
+/// of it is time in which the thread was ready and waited for a processor. The rest is ours: the thread was busy or
+/// blocked.
 class LatenessMeter : public QObject {
 public:
     LatenessMeter() {
@@ -77,7 +77,7 @@ QList<SSHConfigHost> hostsOn(const OpenSshServer& server, int count) {
 }
 
 AppSurroundings surroundings(const QString& folder, const QList<SSHConfigHost>& hosts) {
-    static RealComputer here; // read by probes, which may outlive a delegate
+    static RealComputer here; // a probe may read it after its delegate has ended
     AppSurroundings result{
         .store = StoreCollaborators::real(here.computer),
         .computer = here.computer,
@@ -119,7 +119,7 @@ int thousand(const OpenSshServer& host) {
     double worstOurs = 0;
     delegate.applicationDidFinishLaunching();
     QObject::connect(delegate.store(), &ServerStore::lastRefreshedAllChanged, &meter,
-                     [&] { // the save comes next: it is not part of this
+                     [&] { // the save comes next, and is not measured
                          worst = meter.worst;
                          worstOurs = meter.worstOurs;
                      });
@@ -161,7 +161,7 @@ int hour(const OpenSshServer& host) {
     return figures::exitStatus();
 }
 
-/// A thousand hosts that all answer would need a thousand computers: their lines are made here, and read as ever.
+/// A thousand hosts that all answer would need a thousand computers, so their lines are made here and parsed as usual.
 int large() {
     const QTemporaryDir folder;
     AppSurroundings fleet = surroundings(folder.path(), {});

@@ -12,7 +12,7 @@ using namespace tarnwick;
 
 namespace {
 
-/// A folder that stands for the root of a machine: its temperature sensors are ordinary files.
+/// A folder in place of the root of a machine: its temperature sensors are ordinary files.
 bool writeSensors(const QString& root, int count) {
     for (int i = 0; i < count; ++i) {
         const QString device = QStringLiteral("%1/sys/class/hwmon/hwmon%2").arg(root).arg(i / 5);
@@ -56,7 +56,7 @@ int main(int argc, char* argv[]) {
         static_cast<void>(tick());
     const double perTick = (figures::cpuMilliseconds() - start) / ticks;
 
-    // Beside it: opening and reading the same 20 files, without anything else.
+    // For comparison: only opening and reading the same 20 files.
     start = figures::cpuMilliseconds();
     for (int i = 0; i < ticks; ++i) {
         for (int sensor = 0; sensor < 20; ++sensor) {

@@ -18,7 +18,7 @@
 
 namespace {
 
-/// Where the tour's window stands.
+/// The place of the tour's window.
 bool isBlack() {
     QScreen* const screen = QGuiApplication::primaryScreen();
     const QPoint middle = screen->geometry().center();
@@ -35,7 +35,7 @@ void waitUntilBlack(bool black) {
     }
 }
 
-/// One launch in a home without anything, in ms.
+/// One launch in an empty home, in ms.
 double launch(const QString& path) {
     const QTemporaryDir home;
     QProcess program;

@@ -1,4 +1,5 @@
-// The popover and its sheets, drawn without a screen: how soon they appear, what a frame costs, what memory stays.
+// The popover and its sheets, drawn without a screen: how soon they appear, what a frame costs, and how much memory
+// stays.
 //
 //   bench_popover opening | motion | rest | sheets | memory
 
@@ -51,7 +52,7 @@ void waitForFrame(QQuickWindow& window) {
     loop.exec();
 }
 
-/// The main thread's work from one frame's end to the next: events, models and drawing together.
+/// The main thread's work from the end of one frame to the end of the next: events, models, drawing.
 class FrameMeter : public QObject {
 public:
     explicit FrameMeter(QQuickWindow& window) {
@@ -153,7 +154,7 @@ void opening(int size, double limit) {
         auto view = fleet.open();
         const double time = figures::wallMilliseconds() - start;
         view.reset();
-        returnWindowMemory(); // as after every closing
+        returnWindowMemory(); // as after each time the popover closes
         if (i == 0)
             first = time;
         else
@@ -166,7 +167,7 @@ void opening(int size, double limit) {
                         .arg(first, 0, 'f', 1));
 }
 
-/// Calls `step` at the pace of a display for two seconds, and waits until animations have ended.
+/// Calls `step` at the rate of a display for two seconds, then waits until nothing moves any more.
 void paced(const std::function<void(int)>& step) {
     for (int i = 0; i < 120; ++i) {
         step(i);
@@ -175,7 +176,7 @@ void paced(const std::function<void(int)>& step) {
     waitFor(std::chrono::milliseconds(500));
 }
 
-/// Scrolls the list in the middle of the view by the wheel.
+/// Scrolls a list in the middle of the view by wheel.
 void scroll(PopoverView& view, const char* listName, const char* figure) {
     const FrameMeter meter(view);
     paced([&](int) {
@@ -217,7 +218,7 @@ void motion() {
     }
 }
 
-/// The share of a processor that this process takes while nothing happens, in percent.
+/// The share of a processor that this process uses while nothing happens, in percent.
 double cpuShare(std::chrono::milliseconds time) {
     const double cpu = figures::cpuMilliseconds();
     const double start = figures::wallMilliseconds();
@@ -244,7 +245,7 @@ void sheet(Fleet& fleet, const char* name, double limit, const std::function<voi
         const double start = figures::wallMilliseconds();
         show(true);
         waitForFrame(*view);
-        if (i > 0) // the first opening compiles what all later ones share
+        if (i > 0) // the first one compiles QML that all later ones share
             times.push_back(figures::wallMilliseconds() - start);
         waitFor(std::chrono::milliseconds(300));
         show(false);

@@ -1,4 +1,4 @@
-// A refresh of 50 hosts against one OpenSSH server, beside the same 50 ssh command lines started by xargs.
+// A refresh of 50 hosts against one OpenSSH server, compared with the same 50 ssh command lines under xargs.
 
 #include "Figures.h"
 #include "OpenSshServer.h"

@@ -98,7 +98,7 @@ Setting PictureFleet::setting(Scene scene) const {
         return {{backup_.entry(), worker_.entry(), staging(), paused()}, u"1 / 2 Containers"_s};
     case Scene::containers:
         return {{worker_.entry(), web_.entry()}, u"3 / 3 Containers"_s};
-    case Scene::paused: // a fleet that is empty at its start is filled by the program
+    case Scene::paused: // the program would fill a fleet that is empty at the start
         return {{paused()}, u"build"_s};
     case Scene::firstLaunch:
         return {{workstation()}, u"Tarnwick Tour"_s, true};
@@ -106,12 +106,12 @@ Setting PictureFleet::setting(Scene scene) const {
     return {};
 }
 
-/// Nothing listens there.
+/// A host on which nothing listens.
 Server PictureFleet::staging() const {
     Server server = web_.entry();
     server.name = u"staging"_s;
     server.host = u"staging.example"_s;
-    server.port = 2; // reserved, and of no service in use
+    server.port = 2; // reserved, and not used by any service
     return server;
 }
 

@@ -8,19 +8,19 @@
 
 namespace tarnwick {
 
-/// What the program starts with for a picture; `same`: it goes on where the picture before left it.
+/// The state in which the program starts for a picture; `same`: it continues where the previous picture left it.
 enum class Scene { same, usual, states, containers, paused, firstLaunch };
 
 /// A scene to start with.
 struct Setting {
     QList<Server> servers;
-    QString shows; ///< what is there once all hosts that answer have
+    QString shows; ///< what is shown once all hosts that answer have answered
     bool isFirstLaunch = false;
 };
 
-/// A host at an address of its own, which the user's ssh configuration leads to a server on this computer. Its disk,
-/// its processor's idle share and its containers are the given ones; the rest is this computer's. Whatever fails
-/// throws std::runtime_error.
+/// A host with an address of its own, which the user's ssh configuration maps to a server on this computer. Its disk,
+/// its processor's idle share and its containers are given; the rest is this computer's. Failures throw
+/// std::runtime_error.
 class PictureHost {
 public:
     struct Disk {
@@ -44,7 +44,7 @@ class PictureFleet {
 public:
     PictureFleet();
 
-    /// Starts them, and leads ssh to them. Throws std::runtime_error.
+    /// Starts them, and configures ssh for them. Throws std::runtime_error.
     void start(const UserHome& home);
     [[nodiscard]] Setting setting(Scene scene) const;
 

@@ -24,7 +24,7 @@ using namespace tarnwick;
 
 namespace {
 
-/// How the desktop looks. Plasma's session is the one whose colours are a plain file.
+/// The desktop's appearance. It is a Plasma session, because its colours are a plain file.
 struct Look {
     QStringView suffix;
     int scale;
@@ -32,7 +32,7 @@ struct Look {
 };
 constexpr std::array looks{Look{u"-2x", 2, false}, Look{u"", 1, false}, Look{u"-dark", 1, true}};
 
-/// What the hand does for it.
+/// The mouse action before the picture.
 enum class Hand { rests, presses, scrolls };
 
 /// One picture, in each look.
@@ -40,9 +40,9 @@ struct Picture {
     QStringView name;
     Scene scene;
     Hand hand = Hand::rests;
-    QStringView element = {}; ///< what the hand goes to
-    QStringView shows = {};   ///< what is there then
-    bool isLarge = false;     ///< at twice the scale, too
+    QStringView element = {}; ///< what the mouse acts on
+    QStringView shows = {};   ///< what is shown then
+    bool isLarge = false;     ///< also at twice the scale
 };
 constexpr std::array pictures{
     Picture{.name = u"popover", .scene = Scene::usual, .isLarge = true},
@@ -87,7 +87,7 @@ void waitFor(const QString& what, const std::function<bool()>& condition) {
     for (const QDeadlineTimer deadline(DesktopSession::patience); !condition();) {
         if (deadline.hasExpired())
             fail(u"No "_s + what);
-        QThread::msleep(200); // asking keeps the program busy
+        QThread::msleep(200); // each question keeps the program busy
     }
 }
 
@@ -120,7 +120,7 @@ public:
     }
 
 private:
-    /// Starts the program anew, and opens its popover from the tray.
+    /// Restarts the program, and opens its popover from the tray.
     void start(const Setting& setting) {
         end();
         AppSettings settings;
@@ -155,7 +155,7 @@ private:
         waitFor(text, [&] { return !reader.places(text).isEmpty(); });
     }
 
-    /// On the topmost element of that name, once it rests; then takes the pointer away.
+    /// Acts on the topmost element of that name once it rests, then moves the pointer away.
     void act(Hand hand, const QString& element) const {
         const QPoint place = desktop_.restingPlace(ScreenReader(), element).center() * look_.scale;
         if (place.isNull() || !desktop_.moveTo(place))
@@ -166,8 +166,7 @@ private:
             fail(u"The pointer does not obey"_s);
     }
 
-    /// Writes what the program's window shows once it stands still, which it does not while a probe
-    /// runs. One that never ends: after 6 s.
+    /// Saves a picture of the program's window once it stands still. While a probe runs it does not; then after 6 s.
     void save(const QString& path) const {
         QImage image;
         for (const QDeadlineTimer deadline(6s); !deadline.hasExpired();) {
@@ -176,7 +175,7 @@ private:
             if (std::exchange(image, now) == now)
                 break;
         }
-        // Qt leaves no choice of the filter that compresses such pictures best.
+        // Qt does not let us choose the filter that compresses such pictures best.
         if (image.isNull() || !image.convertToFormat(QImage::Format_RGB32).save(path) ||
             QProcess::execute(u"mogrify"_s,
                               {u"-strip"_s, u"-define"_s, u"png:compression-filter=1"_s, u"-define"_s,

@@ -1,4 +1,4 @@
-// Writes a contact sheet of all symbols, labelled, on a light and a dark ground: symbol-sheet FILE.png
+// Writes a contact sheet of all symbols, labelled, on a light and a dark background: symbol-sheet FILE.png
 #include "SymbolImage.h"
 
 #include <QGuiApplication>
@@ -65,7 +65,7 @@ int main(int argc, char** argv) {
     drawGround(painter, QRect(QPoint(0, 0), half), {QColor(0xF6F6F7), QColor(0x1F1F1F), QColor(0x6B6B6C)});
     drawGround(painter, QRect(QPoint(half.width(), 0), half), {QColor(0x26272A), QColor(0xEDEDED), QColor(0xA8A8AA)});
     painter.end();
-    // In few colours and best compressed, for the documentation.
+    // With few colours and the best compression, for the documentation.
     return sheet.convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither | Qt::AvoidDither)
                    .save(QString::fromLocal8Bit(argv[1]), "png", 0)
                ? 0

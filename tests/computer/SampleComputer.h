@@ -22,7 +22,7 @@ template <typename Integer>
     return {{QStringLiteral("PerformanceStatistics"), QVariantMap{{QStringLiteral("Device Utilization %"), percent}}}};
 }
 
-/// Kernel readings that a test sets; nothing can be read at first.
+/// Kernel readings that a test sets; at first nothing can be read.
 class ScriptedKernel : public KernelReadings {
 public:
     QHash<QByteArray, QByteArray> values;
@@ -50,7 +50,7 @@ public:
     qint64 wallClockSeconds() override { return now; }
 };
 
-/// Temperature sensors that a test sets; no sensor service at first.
+/// Temperature sensors that a test sets; at first there is no sensor service.
 class ScriptedSensors : public TemperatureSensors {
 public:
     std::optional<QList<TemperatureReading>> readings;
@@ -95,13 +95,13 @@ public:
                              {QStringLiteral("NAND CH0 temp"), 32.0}}};
     }
 
-    /// The share of a thousand more ticks that the next CPU measurement finds busy.
+    /// Makes the next CPU measurement find this share of a thousand ticks busy.
     void setCpu(double percent) {
         const CpuTicks before = kernel.ticks.value_or(CpuTicks{});
         const auto busy = static_cast<std::uint32_t>(percent * 10);
         kernel.ticks = CpuTicks{.user = before.user + busy, .idle = before.idle + 1000 - busy};
     }
-    /// Of 16 GB.
+    /// Used share of 16 GB.
     void setRam(double percent) {
         constexpr double pages = 1 << 20;
         kernel.pages = MemoryPages{.active = static_cast<std::uint32_t>(percent / 100 * pages), .pageSize = 16'384};

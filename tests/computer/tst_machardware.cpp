@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(text(u"Ubuntu"_s, u"22.04"_s), u"Ubuntu 22.04"_s);
         QCOMPARE(text(u"Debian GNU/Linux"_s, u"12"_s), u"Debian GNU/Linux 12"_s);
         QCOMPARE(text(u"Arch Linux"_s, {}), u"Arch Linux"_s);
-        QCOMPARE(text(u"%2 %1"_s, u"1"_s), u"%2 %1 1"_s); // a name like a format
+        QCOMPARE(text(u"%2 %1"_s, u"1"_s), u"%2 %1 1"_s); // a name that looks like a format
     }
 
     void uptime() {

@@ -21,7 +21,7 @@ public:
         counters_.idle += 70;
         const CpuTicks sample = counters_;
         lock.unlock();
-        std::this_thread::yield(); // invites the other thread to measure in between
+        std::this_thread::yield(); // gives the other thread a chance to measure in between
         return sample;
     }
 
@@ -30,7 +30,7 @@ private:
     CpuTicks counters_{.user = 4'294'900'000U};
 };
 
-/// A home volume that answers when it is let go.
+/// The reading of the home volume hangs until `mayAnswer`.
 class HangingKernel : public ScriptedKernel {
 public:
     std::latch isAsked{1};
@@ -108,7 +108,8 @@ private Q_SLOTS:
         CountingKernel kernel;
         ScriptedSensors sensors;
         std::atomic<qint64> now = 0;
-        ThisComputer computer(kernel, sensors, [&now] { return std::chrono::seconds(++now); }); // all answers are old
+        ThisComputer computer(kernel, sensors,
+                              [&now] { return std::chrono::seconds(++now); }); // every reading is too old
         (void)computer.cpuPercent();
         std::atomic<int> wrong = 0;
         std::latch start(2);

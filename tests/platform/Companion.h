@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// A program of the test's own, ended with the test.
+/// A program that runs beside the test and ends with it.
 class Companion {
 public:
     Companion() = default;

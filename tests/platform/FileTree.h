@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// A folder that stands for the root of a computer, filled with captured files of /proc and /sys.
+/// A folder in place of the root of a computer, filled with captured files of /proc and /sys.
 class FileTree {
 public:
     [[nodiscard]] QString root() const { return folder_.path(); }
@@ -35,8 +35,8 @@ public:
             qFatal("cannot link %s", qPrintable(full(path)));
     }
 
-    /// Takes a folder away. Its files are emptied first: one that is still open then has nothing to say any more, as
-    /// those of a device that is gone.
+    /// Removes a folder. Its files are emptied first, so that those that are still open have no content, as with a
+    /// device that is gone.
     void remove(const QString& path) const {
         QDir folder(full(path));
         for (const QString& file : folder.entryList(QDir::Files))

@@ -1,5 +1,5 @@
-// A management library with one card. It notes in the file that the environment variable STANDIN_NVIDIA_LOG names what
-// it is asked, one letter a call: a card that sleeps must not see any.
+// A management library with one card. It writes one letter for each call into the file that the environment variable
+// STANDIN_NVIDIA_LOG names, because a card that sleeps must not get any.
 
 #include <cstdio>
 #include <cstdlib>
@@ -41,7 +41,7 @@ int nvmlDeviceGetHandleByPciBusId_v2(const char* address, void** device) {
     return std::strcmp(address, "0000:01:00.0") == 0 ? 0 : 6;
 }
 
-/// Busy when first asked, idle ever after.
+/// Busy at the first call, idle at all later ones.
 int nvmlDeviceGetUtilizationRates(void* device, StandInUtilisation* utilisation) {
     note('u');
     bool* busy = static_cast<bool*>(device);

@@ -52,7 +52,7 @@ void readOften(LinuxTemperatureSensors& sensors) {
 }
 
 /// "NAME=CELSIUS", with "?" for a name or a reading that is absent.
-QStringList told(LinuxTemperatureSensors& sensors) {
+QStringList readingsOf(LinuxTemperatureSensors& sensors) {
     QStringList lines;
     for (const TemperatureReading& reading : sensors.read().value_or(QList<TemperatureReading>())) {
         lines.append(reading.product.value_or(u"?"_s) + u'=' +
@@ -88,7 +88,7 @@ private Q_SLOTS:
         const FileTree tree;
         install(tree, capture);
         LinuxTemperatureSensors sensors(tree.root());
-        QTEST(told(sensors).join(u'|'), "expected");
+        QTEST(readingsOf(sensors).join(u'|'), "expected");
     }
 
     void sameDriverTwice() {
@@ -97,7 +97,7 @@ private Q_SLOTS:
         tree.write(u"sys/devices/nvme0/model"_s, "one");
         tree.link(u"sys/class/hwmon/hwmon0/device"_s, tree.full(u"sys/devices/nvme0"_s));
         LinuxTemperatureSensors sensors(tree.root());
-        QCOMPARE(told(sensors), (QStringList{u"SSD nvme (nvme0)=30"_s, u"SSD nvme (hwmon1)=31"_s}));
+        QCOMPARE(readingsOf(sensors), (QStringList{u"SSD nvme (nvme0)=30"_s, u"SSD nvme (hwmon1)=31"_s}));
     }
 
     void noSensorsAtAll() {
@@ -113,22 +113,23 @@ private Q_SLOTS:
     void sensorWithoutAnAnswerStays() {
         const FileTree tree;
         install(tree, "hwmon0|name iwlwifi_1\nhwmon1|name acpitz|temp1_input 30000");
-        tree.link(u"sys/class/hwmon/hwmon0/temp1_input"_s, u"/proc/self/mem"_s); // reading its beginning fails with EIO
+        tree.link(u"sys/class/hwmon/hwmon0/temp1_input"_s,
+                  u"/proc/self/mem"_s); // a read at its beginning fails with EIO
         LinuxTemperatureSensors sensors(tree.root());
         for (int read = 0; read < 30; ++read)
-            QCOMPARE(told(sensors), (QStringList{u"iwlwifi_1=?"_s, u"acpitz=30"_s}));
+            QCOMPARE(readingsOf(sensors), (QStringList{u"iwlwifi_1=?"_s, u"acpitz=30"_s}));
     }
 
     void vanishedDeviceGoes() {
         const FileTree tree;
         install(tree, ryzenDesktop);
         LinuxTemperatureSensors sensors(tree.root());
-        QVERIFY(told(sensors).contains(u"SSD drivetemp=31"_s));
+        QVERIFY(readingsOf(sensors).contains(u"SSD drivetemp=31"_s));
         tree.remove(u"sys/class/hwmon/hwmon1"_s);
-        QVERIFY(told(sensors).contains(u"SSD drivetemp=?"_s));
+        QVERIFY(readingsOf(sensors).contains(u"SSD drivetemp=?"_s));
         readOften(sensors);
-        QVERIFY(told(sensors).filter(u"drivetemp"_s).isEmpty());
-        QCOMPARE(told(sensors).last(), u"SSD nvme Composite=40.85"_s);
+        QVERIFY(readingsOf(sensors).filter(u"drivetemp"_s).isEmpty());
+        QCOMPARE(readingsOf(sensors).last(), u"SSD nvme Composite=40.85"_s);
     }
 
     void replacedDeviceIsFoundAtOnce() {
@@ -137,28 +138,28 @@ private Q_SLOTS:
         LinuxTemperatureSensors sensors(tree.root());
         readOften(sensors);
         tree.remove(u"sys/class/hwmon/hwmon0"_s);
-        install(tree, raspberryPi); // under the same number, as a driver that is loaded again
-        QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=?"_s});
-        QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=48.686"_s});
+        install(tree, raspberryPi); // under the same number, like a driver that is loaded again
+        QCOMPARE(readingsOf(sensors), QStringList{u"tdie cpu_thermal=?"_s});
+        QCOMPARE(readingsOf(sensors), QStringList{u"tdie cpu_thermal=48.686"_s});
     }
 
     void newDeviceAppears() {
         const FileTree tree;
         install(tree, raspberryPi);
         LinuxTemperatureSensors sensors(tree.root());
-        QCOMPARE(told(sensors), QStringList{u"tdie cpu_thermal=48.686"_s});
+        QCOMPARE(readingsOf(sensors), QStringList{u"tdie cpu_thermal=48.686"_s});
         install(tree, "hwmon0|temp1_input 51000\nhwmon2|name nvme|temp1_input 33000");
         readOften(sensors);
-        QCOMPARE(told(sensors), (QStringList{u"tdie cpu_thermal=51"_s, u"SSD nvme=33"_s}));
+        QCOMPARE(readingsOf(sensors), (QStringList{u"tdie cpu_thermal=51"_s, u"SSD nvme=33"_s}));
     }
 
     void sleepingDeviceIsNotAsked() {
         const FileTree tree;
         install(tree, "hwmon0|name amdgpu|temp1_input 44000|device/power/runtime_status suspended");
         LinuxTemperatureSensors sensors(tree.root());
-        QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=?"_s});
+        QCOMPARE(readingsOf(sensors), QStringList{u"tdie amdgpu=?"_s});
         tree.write(u"sys/class/hwmon/hwmon0/device/power/runtime_status"_s, "active\n");
-        QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=44"_s});
+        QCOMPARE(readingsOf(sensors), QStringList{u"tdie amdgpu=44"_s});
     }
 
     void idleSecondCardIsLeftAlone() {
@@ -167,11 +168,11 @@ private Q_SLOTS:
                 "hwmon0|name amdgpu|temp1_input 44000|device/power/runtime_status active|device/power/control auto|"
                 "device/boot_vga 0");
         LinuxTemperatureSensors sensors(tree.root());
-        QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=44"_s});
+        QCOMPARE(readingsOf(sensors), QStringList{u"tdie amdgpu=44"_s});
         tree.write(u"sys/class/hwmon/hwmon0/temp1_input"_s, "48000\n");
-        QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=44"_s});
+        QCOMPARE(readingsOf(sensors), QStringList{u"tdie amdgpu=44"_s});
         tree.write(u"sys/class/hwmon/hwmon0/device/power/runtime_status"_s, "suspended\n");
-        QCOMPARE(told(sensors), QStringList{u"tdie amdgpu=?"_s});
+        QCOMPARE(readingsOf(sensors), QStringList{u"tdie amdgpu=?"_s});
     }
 };
 

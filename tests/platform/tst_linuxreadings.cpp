@@ -22,8 +22,8 @@ std::optional<Integer> number(KernelReadings& kernel, const char* name, qsizetyp
     return value;
 }
 
-/// Utilisation of each card, "?" for one that tells none.
-QString told(KernelReadings& kernel) {
+/// Utilisation of each card, "?" for one that reports none.
+QString utilisations(KernelReadings& kernel) {
     QStringList texts;
     for (const QVariantMap& card : kernel.accelerators()) {
         const QVariantMap statistics = card.value(u"PerformanceStatistics"_s).toMap();
@@ -64,7 +64,7 @@ private Q_SLOTS:
     }
 
     void memory() {
-        using Mebibytes = std::pair<qint64, qint64>; // in all, and in use; -1: unknown
+        using Mebibytes = std::pair<qint64, qint64>; // total, and in use; -1: unknown
         const auto memoryIn = [](const QByteArray& meminfo) -> Mebibytes {
             const FileTree tree;
             tree.write(u"proc/meminfo"_s, meminfo);
@@ -202,17 +202,17 @@ private Q_SLOTS:
                      "sys/class/drm/card1/device|gpu_busy_percent 12|power/runtime_status suspended\n"
                      "sys/class/drm/card1-DP-1|status connected"_s);
         LinuxKernelReadings kernel(tree.root());
-        QCOMPARE(told(kernel), u"? 77"_s);
+        QCOMPARE(utilisations(kernel), u"? 77"_s);
         tree.write(u"sys/class/drm/card1/device/power/runtime_status"_s, "active\n");
-        QCOMPARE(told(kernel), u"12 77"_s);
+        QCOMPARE(utilisations(kernel), u"12 77"_s);
         tree.write(amd, "busy\n");
-        QCOMPARE(told(kernel), u"? 77"_s);
+        QCOMPARE(utilisations(kernel), u"? 77"_s);
         tree.remove(u"sys/class/drm/card10/device"_s);
-        QCOMPARE(told(kernel), u"? ?"_s);
+        QCOMPARE(utilisations(kernel), u"? ?"_s);
         tree.install(u"sys/class/drm/card2/device|gpu_busy_percent 33"_s);
         for (int read = 0; read < 60; ++read)
             (void)kernel.accelerators();
-        QCOMPARE(told(kernel), u"? 33"_s);
+        QCOMPARE(utilisations(kernel), u"? 33"_s);
     }
 
     void idleSecondCardIsLeftAlone() {
@@ -220,11 +220,11 @@ private Q_SLOTS:
         tree.install(u"sys/class/drm/card1/device|gpu_busy_percent 40|boot_vga 0|power/control auto|"
                      "power/runtime_status active"_s);
         LinuxKernelReadings kernel(tree.root());
-        QCOMPARE(told(kernel), u"40"_s);
+        QCOMPARE(utilisations(kernel), u"40"_s);
         tree.write(amd, "0\n");
-        QCOMPARE(told(kernel), u"0"_s);
+        QCOMPARE(utilisations(kernel), u"0"_s);
         tree.write(amd, "50\n");
-        QCOMPARE(told(kernel), u"0"_s);
+        QCOMPARE(utilisations(kernel), u"0"_s);
     }
 
     void nvidiaCards() {
@@ -235,18 +235,18 @@ private Q_SLOTS:
                      "power/control auto"_s);
         {
             LinuxKernelReadings kernel(tree.root(), QStringLiteral(STANDIN_NVIDIA));
-            QCOMPARE(told(kernel), u"?"_s);
+            QCOMPARE(utilisations(kernel), u"?"_s);
             QVERIFY2(!QFile::exists(log), "a card that sleeps was touched");
             tree.write(nvidiaStatus, "active\n");
-            QCOMPARE(told(kernel), u"63"_s);
-            QCOMPARE(told(kernel), u"0"_s); // idle: the session ends, and the card may fall asleep
-            QCOMPARE(told(kernel), u"0"_s);
+            QCOMPARE(utilisations(kernel), u"63"_s);
+            QCOMPARE(utilisations(kernel), u"0"_s); // idle: the session ends, and the card may fall asleep
+            QCOMPARE(utilisations(kernel), u"0"_s);
             QFile calls(log);
             QVERIFY(calls.open(QIODevice::ReadOnly));
             QCOMPARE(calls.readAll(), "idudus");
         }
         LinuxKernelReadings withoutLibrary(tree.root(), u"/nowhere/libnvidia-ml.so.1"_s);
-        QCOMPARE(told(withoutLibrary), u"?"_s);
+        QCOMPARE(utilisations(withoutLibrary), u"?"_s);
     }
 
     void emptyRootTellsNothing() {

@@ -30,7 +30,7 @@ QJsonArray dunstHistory() {
 
 } // namespace
 
-/// A notification service that records what it is told.
+/// A notification service that records the calls.
 class RecordingService : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
@@ -61,10 +61,10 @@ private Q_SLOTS:
     void initTestCase() {
         qunsetenv("DBUS_SESSION_BUS_ADDRESS");
         qputenv("XDG_RUNTIME_DIR", runtime_.root().toUtf8());
-        // The connection to the session bus is made once in a process: the tests below fail if this one tried.
+        // A process connects to the session bus only once. If this test tried to, the tests below would fail.
         Desktop::post({u"Tarnwick"_s, u"no bus"_s, u"x"_s, {}});
 
-        // A bus that starts no services of its own accord.
+        // A bus that starts no services by itself.
         runtime_.write(u"bus.conf"_s,
                        "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><policy context='default'>"
                        "<allow send_destination='*'/><allow receive_sender='*'/><allow own='*'/></policy></busconfig>");
@@ -76,7 +76,8 @@ private Q_SLOTS:
 
     void noServiceIsNoHarm() {
         Desktop::post({u"Tarnwick"_s, u"lost"_s, u"x"_s, {}});
-        QVERIFY(!QDBusConnection::sessionBus().interface()->isServiceRegistered(serviceName)); // the answer is there
+        // The answer comes after the one to the call above.
+        QVERIFY(!QDBusConnection::sessionBus().interface()->isServiceRegistered(serviceName));
         QCoreApplication::processEvents();
     }
 
@@ -127,7 +128,7 @@ private Q_SLOTS:
         const QJsonObject shown = history.at(0).toObject();
         QCOMPARE(shown["appname"_L1]["data"_L1].toString(), u"Tarnwick"_s);
         QCOMPARE(shown["summary"_L1]["data"_L1].toString(), u"Server Offline: <u>a"_s);
-        // The service's own markup about them, and none within.
+        // The service adds its own markup around them; there is none inside.
         QCOMPARE(shown["message"_L1]["data"_L1].toString(),
                  u"<b>Server Offline: &lt;u&gt;a</b>\n"
                  "&lt;b&gt;x&lt;/b&gt; &lt;/span&gt; &amp;amp; &lt;img src='/dev/zero'&gt;"_s);

@@ -47,7 +47,7 @@ ClosingWindow* showContent(DesktopPopover& popover) {
     return QTest::qWaitForWindowActive(window) ? window : nullptr;
 }
 
-/// One real action of the user's hand on the X server.
+/// One real mouse or keyboard action on the X server.
 void xdotool(const QStringList& arguments) {
     QCOMPARE(QProcess::execute(u"xdotool"_s, arguments), 0);
 }
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QVERIFY(popover.isShown());
         QCOMPARE(window->geometry(), QRect(440, 28, 400, 560));
         QVERIFY(window->flags().testFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint));
-        popover.show(makeContent(), {}); // a desktop that does not tell
+        popover.show(makeContent(), {}); // from a desktop that reports no position
         QCOMPARE(QGuiApplication::topLevelWindows().constLast()->geometry().right(), 1280 - 1 - 6);
     }
 
@@ -121,7 +121,7 @@ private Q_SLOTS:
         xdotool({u"click"_s, u"1"_s});
         popover.show(makeContent(), panel);
         xdotool({u"click"_s, u"1"_s});
-        QTRY_COMPARE(outside.size(), 3); // nothing of the click while it was closed
+        QTRY_COMPARE(outside.size(), 3); // the click while it was closed is not reported
         QCOMPARE(inside, 1);
     }
 
@@ -191,7 +191,7 @@ private Q_SLOTS:
         {
             DesktopPopover popover;
             first = showContent(popover);
-            second = showContent(popover); // the first one goes, but not at once
+            second = showContent(popover); // the first one is destroyed, but not at once
             QVERIFY(popover.isShown());
             QTRY_VERIFY(!first);
             QVERIFY(popover.isShown() && second);
@@ -211,7 +211,7 @@ private Q_SLOTS:
     }
 };
 
-/// Presses in other applications are known to a real display server only, so the test brings one.
+/// Only a real display server reports presses in other applications, so the test starts one.
 int main(int argc, char* argv[]) {
     Companion screen;
     qputenv("DISPLAY", screen.startScreen());

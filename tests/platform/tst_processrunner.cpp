@@ -43,8 +43,8 @@ QByteArray outputOf(const QString& script) {
     return outcomeOf(shell(script)).standardOutput;
 }
 
-/// What a line such as "SigIgn:" of a process's status says, one bit a signal, without the two that the C library
-/// keeps for itself (32 and 33); nothing when there is no such line.
+/// The signals in a line such as "SigIgn:" of a process's status, one bit each, without the two that the C library uses
+/// itself (32 and 33); absent when there is no such line.
 std::optional<quint64> signalMask(const QByteArray& status, const QByteArray& field) {
     for (const QByteArray& line : status.split('\n'))
         if (line.startsWith(field))
@@ -52,10 +52,10 @@ std::optional<quint64> signalMask(const QByteArray& status, const QByteArray& fi
     return std::nullopt;
 }
 
-/// The signals that whoever started this test ignores.
+/// The signals that were ignored when this test started.
 std::optional<quint64> ignoredAtStart;
 
-/// Whether the process has ended, be it that nobody has asked for its status yet.
+/// Whether the process has ended, even when its parent has not read its status yet.
 bool isGone(const QByteArray& process) {
     QFile file(u"/proc/%1/stat"_s.arg(process.toInt()));
     return !file.open(QIODevice::ReadOnly) || file.readAll().contains(") Z ");
@@ -126,7 +126,7 @@ private Q_SLOTS:
     }
 
     static void noFilesLeft() {
-        // The worker is there, and the sanitizer, which needs files itself for that, has seen how a launch fails.
+        // By now the worker is running, and the sanitizer, which opens files for that, has seen a failed launch.
         QCOMPARE(outcomeOf({}).end, End::failedToStart);
         rlimit limit{};
         QCOMPARE(::getrlimit(RLIMIT_NOFILE, &limit), 0);
@@ -145,7 +145,8 @@ private Q_SLOTS:
         QCOMPARE(outputOf(u"echo $LC_ALL $TARNWICK_TEST"_s), "C kept\n");
         QCOMPARE(outputOf(u"ulimit -Sn"_s), "256\n");
 
-        // pid = process group, no signal blocked, and none ignored but what whoever started this test ignores.
+        // It leads its process group, blocks no signal, and ignores only those that were ignored when this test
+        // started.
         QCOMPARE(outputOf(u"set -- $(cat /proc/$$/stat); [ $1 = $5 ] && echo leader"_s), "leader\n");
         QVERIFY(ignoredAtStart);
         const QByteArray status = outputOf(u"exec cat /proc/self/status"_s);
@@ -184,7 +185,7 @@ private Q_SLOTS:
         QCOMPARE(outcome.standardOutput.size(), 8 * mebibyte);
     }
 
-    /// Both limits kill what the child started, too.
+    /// Both limits also kill what the child started.
     static void limitKillsTheGroup_data() {
         QTest::addColumn<QString>("flood");
         QTest::addColumn<End>("end");
@@ -302,7 +303,7 @@ int endApplication(int& argc, char** argv) {
 int main(int argc, char** argv) {
     if (argc == 4 && qstrcmp(argv[1], "--end") == 0)
         return endApplication(argc, argv);
-    std::signal(SIGPIPE, SIG_DFL); // children shall have it so, whoever ignores it
+    std::signal(SIGPIPE, SIG_DFL); // children expect the default, even if it was ignored when this test started
     QFile status(u"/proc/self/status"_s);
     if (status.open(QIODevice::ReadOnly))
         ignoredAtStart = signalMask(status.readAll(), "SigIgn:");

@@ -65,12 +65,12 @@ private Q_SLOTS:
         owner.start(QCoreApplication::applicationFilePath(), {u"--own"_s, home.path()});
         QCOMPARE(firstLine(owner), "first");
         QVERIFY(!isFree());
-        owner.kill(); // its child lives on, and owns nothing
+        owner.kill(); // its child lives on without the lock
         QVERIFY(owner.waitForFinished());
         QVERIFY(isFree());
     }
 
-    /// Whatever else stands in the way is left alone, and the program runs.
+    /// Something else at the path is left alone, and the program runs.
     static void nothingToLock() {
         const QTemporaryDir home;
         const QString regular = home.filePath(u"regular/instance"_s);
@@ -96,7 +96,7 @@ private Q_SLOTS:
 
 namespace {
 
-/// Says so and stays when it is the first, as the program does.
+/// As the program does: when it is the first, it prints so and stays.
 int own(const QString& folder) {
     const SingleInstance instance(folder);
     if (!instance.isFirst() || !ProcessRunner::startDetached(u"/bin/sleep"_s, {u"3"_s}))

@@ -26,7 +26,7 @@ const auto itemPath = u"/StatusNotifierItem"_s;
 const auto itemInterface = u"org.kde.StatusNotifierItem"_s;
 const StatusItemContent content{u"thermometer.medium"_s, u" 41°C • 2 OK"_s, u"Tarnwick"_s};
 
-/// The watcher and host of a desktop: keeps who registered.
+/// The watcher and host of a desktop. It records who registered.
 class Watcher : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(iconOnly.value(u"XAyatanaLabel"_s).toString(), QString());
         QCOMPARE(iconOnly.value(u"Title"_s).toString(), u"Tarnwick"_s);
 
-        item_->setContent({u"cpu"_s, u" <b>1</b> & 2"_s, u"Tarnwick"_s}); // the tool tip alone is markup
+        item_->setContent({u"cpu"_s, u" <b>1</b> & 2"_s, u"Tarnwick"_s}); // only the tool tip is markup
         properties = allProperties();
         QCOMPARE(qdbus_cast<StatusNotifierToolTip>(properties.value(u"ToolTip"_s)).description,
                  u"&lt;b&gt;1&lt;/b&gt; &amp; 2"_s);
@@ -171,7 +171,8 @@ private Q_SLOTS:
                                       SLOT(received(QDBusMessage))));
         const QStringList textSignals{u"NewTitle"_s, u"NewToolTip"_s, u"XAyatanaNewLabel"_s, u"PropertiesChanged"_s};
 
-        // Signals of one sender arrive in order: those of the last change show that nothing came before them.
+        // Signals of one sender arrive in order, so once those of the last change are here, no earlier ones are
+        // missing.
         for (int i = 0; i < 10; ++i)
             item_->setContent(content);
         item_->setContent({content.symbolName, u" 42°C • 2 OK"_s, content.description});
@@ -268,7 +269,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!item.isFloating());
         watcher.reset();
         QTRY_VERIFY(item.isFloating());
-        // It remembered the content.
+        // The new strip shows the content that was set before.
         QCOMPARE(QGuiApplication::topLevelWindows().constFirst()->title(), u"41°C • 2 OK"_s);
     }
 
@@ -295,7 +296,7 @@ private Q_SLOTS:
         QVERIFY(strip->geometry().contains(clicked.constFirst().constFirst().toPoint()));
         QTest::mousePress(strip, Qt::LeftButton, {}, {5, 5});
         QTest::mouseRelease(strip, Qt::LeftButton, {}, {5, 90});
-        QCOMPARE(clicked.size(), 2); // let go elsewhere
+        QCOMPARE(clicked.size(), 2); // released elsewhere
     }
 
 private:

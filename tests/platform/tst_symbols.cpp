@@ -15,7 +15,7 @@ namespace {
 constexpr int unit = 4; // pixels per grid unit, where a drawing is measured
 constexpr int grid = 24;
 
-/// Every name the program asks for.
+/// Every name that the program asks for.
 const QStringList used = uR"(apple.logo arrow.clockwise arrow.counterclockwise arrow.down arrow.right.circle.fill
         arrow.triangle.2.circlepath arrow.up checkmark checkmark.circle.fill checkmark.seal.fill chevron.down
         chevron.down.circle.fill chevron.right chevron.up chevron.up.circle.fill circle clock cpu cup.and.saucer.fill
@@ -83,7 +83,7 @@ private Q_SLOTS:
 
     void isDrawnWithOnePen_data() { oneRowPerSymbol(); }
 
-    /// Tinting keeps only the coverage: a second colour in a drawing would silently be lost.
+    /// Tinting keeps only the coverage, so a second colour in a drawing would be lost silently.
     void isDrawnWithOnePen() {
         QFETCH(const QString, name);
         QFile file(u":/symbols/%1.svg"_s.arg(name));

@@ -76,7 +76,7 @@ private Q_SLOTS:
         }
     }
 
-    /// A real window: the line runs in it with our environment, and the shell that follows has the terminal.
+    /// A real window: the line runs in it with our environment, and the shell that follows reads from the terminal.
     void opensAWindowThatStays() {
         Companion display;
         const QByteArray screen = display.startScreen();
@@ -88,13 +88,13 @@ private Q_SLOTS:
         qputenv("DISPLAY", screen);
         qputenv("SHELL", "/bin/sh");
         qputenv("LC_ALL", "C.UTF-8");
-        std::signal(SIGPIPE, SIG_IGN); // ours alone
+        std::signal(SIGPIPE, SIG_IGN); // in this process only
         const QString noted = inFolder(u"noted"_s);
         Desktop::openTerminal(
             u"{ echo \"$DISPLAY $LC_ALL\"; /bin/grep SigIgn /proc/self/status; } >'%1'; exit 1"_s.arg(noted));
         qputenv("PATH", path);
 
-        // As a user would: the shell in the window takes what is typed there.
+        // As a user would, types into the shell of the window.
         QVERIFY(tools_.add(u"probe"_s, "#!/bin/sh\necho $PPID >\"${0%/*}/shell\"\n"));
         QProcess user;
         user.start(needed(u"xdotool"_s, "xdotool"),
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QCOMPARE(lines.at(0), screen + " C.UTF-8");
         const qulonglong ignored = lines.at(1).mid(int(qstrlen("SigIgn:\t"))).toULongLong(nullptr, 16);
         QCOMPARE(ignored & (1ULL << (SIGPIPE - 1)), 0U);
-        // The shell that answered ends the window with it.
+        // The window closes when that shell ends.
         QCOMPARE(::kill(contents(inFolder(u"shell"_s)).trimmed().toInt(), SIGHUP), 0);
     }
 

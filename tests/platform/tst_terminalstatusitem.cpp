@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A connection whose reading end is the test's, and never blocks it.
+/// A connection whose reading end belongs to the test and never blocks.
 struct Connection {
     enum class Kind { pipe, socket };
     int ends[2] = {-1, -1};
@@ -55,7 +55,7 @@ private Q_SLOTS:
         const Connection pipe(Connection::Kind::pipe);
         TerminalStatusItem item(pipe.ends[1]);
         item.setContent(content(u" 41°C • ALL OFF"_s));
-        QCOMPARE(pipe.readAll(), "⚠ 41°C • ALL OFF\n"); // at once: the loop has not turned
+        QCOMPARE(pipe.readAll(), "⚠ 41°C • ALL OFF\n"); // at once, without the event loop
         item.setContent(content(u" 41°C • ALL OFF"_s));
         item.setContent(content(u" 41°C • 1 OK"_s, u"thermometer.medium"_s));
         item.setContent(content(u""_s, u"waveform.path.ecg"_s));
@@ -70,8 +70,8 @@ private Q_SLOTS:
         QTest::newRow("pipe that does not block") << 0 << true;
         QTest::newRow("socket that does not block") << 1 << true;
     }
-    /// The first line is longer than what fits, so it is stuck in its middle: it is completed, and of those that came
-    /// meanwhile only the last follows.
+    /// The first line does not fit and is partly written. It is completed, and of the lines that came meanwhile only
+    /// the last follows.
     void slowReader() {
         QFETCH(const int, kind);
         QFETCH(const bool, nonBlocking);
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QCOMPARE(closed.count(), 0);
         pipe.closeReader();
         item.setContent(content(u" 2"_s)); // SIGPIPE would end the test here
-        QCOMPARE(closed.count(), 0);       // not from within the call
+        QCOMPARE(closed.count(), 0);       // not during the call
         QTRY_COMPARE(closed.count(), 1);
         item.setContent(content(u" 3"_s));
         QCoreApplication::processEvents();

@@ -28,7 +28,7 @@ private Q_SLOTS:
         QVERIFY(spy.wait());
         QCOMPARE(::raise(SIGPIPE), 0);
 
-        // The program that a child becomes dies of it as always.
+        // A program that a child executes is still ended by it.
         const ProcessOutcome outcome =
             ProcessRunner::run({.executable = u"/bin/sh"_s, .arguments = {u"-c"_s, u"kill -%1 $$"_s.arg(number)}})
                 .result();
@@ -37,7 +37,7 @@ private Q_SLOTS:
         QCOMPARE(spy.size(), 1);
     }
 
-    /// More signals than the pipe holds neither block the program nor are told one by one.
+    /// More signals than the pipe holds do not block the program, and are reported as few.
     static void flood() {
         const TerminationSignals signalsToQt;
         QSignalSpy spy(&signalsToQt, &TerminationSignals::terminationRequested);

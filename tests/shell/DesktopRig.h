@@ -13,7 +13,7 @@
 
 namespace tarnwick {
 
-/// The built program in a home and on a desktop of its own, and what it has stored there.
+/// The built program in its own home and on its own desktop, and what it has stored there.
 struct DesktopRig {
     UserHome home;
     DesktopSession desktop;
@@ -37,7 +37,7 @@ struct DesktopRig {
         QTRY_COMPARE_WITH_TIMEOUT(desktop.trayItems().size(), 1, DesktopSession::patience);
         QTRY_VERIFY_WITH_TIMEOUT(!isOfOneColor(DesktopSession::itemPlace), DesktopSession::patience);
     }
-    /// The program has ended, or ends now, with nothing to complain about.
+    /// Waits until the program has ended, and checks that it ended well.
     void expectEnd() {
         QVERIFY(program.state() == QProcess::NotRunning || program.waitForFinished(DesktopSession::patience));
         QCOMPARE(program.exitStatus(), QProcess::NormalExit);
@@ -60,7 +60,7 @@ struct DesktopRig {
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    /// Empty while there is no whole file.
+    /// Empty as long as there is no complete file.
     [[nodiscard]] QList<Server> servers() const {
         const auto decoded = decodeServers(stored(QStringLiteral("servers.json")));
         const auto* servers = std::get_if<QList<Server>>(&decoded);
@@ -81,7 +81,7 @@ struct DesktopRig {
 
 } // namespace tarnwick
 
-/// A condition that comes true within the desktop's patience.
+/// Waits for a condition, with a deadline that suits a desktop.
 #define DESKTOP_VERIFY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, DesktopSession::patience)
 #define DESKTOP_COMPARE(actual, expected) QTRY_COMPARE_WITH_TIMEOUT(actual, expected, DesktopSession::patience)
 /// Clicks on the topmost element of that name.

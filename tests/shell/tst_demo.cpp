@@ -1,4 +1,4 @@
-// The demo, without a display: what it shows, and that nothing of it stays, however it ends.
+// The demo without a display: what it shows, and that it leaves nothing behind, however it ends.
 
 #include <QDir>
 #include <QFile>
@@ -32,12 +32,12 @@ public:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.remove(u"DISPLAY"_s);
         environment.remove(u"WAYLAND_DISPLAY"_s);
-        // What the demo preloads comes before the sanitizer.
+        // The demo preloads a library before the sanitizer's.
         environment.insert(u"ASAN_OPTIONS"_s, environment.value(u"ASAN_OPTIONS"_s) + u":verify_asan_link_order=0"_s);
         setProcessEnvironment(environment);
         setProcessChannelMode(MergedChannels);
         setChildProcessModifier([] {
-            for (const int number : {SIGINT, SIGTERM, SIGHUP}) // whoever started the test may ignore them
+            for (const int number : {SIGINT, SIGTERM, SIGHUP}) // they may have been ignored when the test started
                 ::signal(number, SIG_DFL);
         });
         start(QStringLiteral(TARNWICK_DEMO), {QStringLiteral(TARNWICK_EXECUTABLE)});

@@ -1,4 +1,4 @@
-// The program itself on a desktop: a real X server, a real panel that shows its status item, and a hand that clicks.
+// The program itself on a desktop: a real X server, a real panel that shows its status item, and real clicks.
 
 #include "DesktopRig.h"
 #include "OpenSshServer.h"
@@ -18,7 +18,7 @@ bool write(const QString& path, const QByteArray& contents) {
            file.write(contents) == contents.size();
 }
 
-/// Four servers that are one, and a tour that is over.
+/// Four entries for one server, and a tour that is completed.
 bool writeFleet(const DesktopRig& rig, const OpenSshServer& server) {
     QList<Server> servers;
     for (const QString& name : {u"web"_s, u"db"_s, u"mail"_s, u"build"_s}) {
@@ -75,7 +75,7 @@ void DesktopTest::aFleetIsUsedFromTheTray() {
     DESKTOP_PRESS(rig, u"1 / 2 Containers"_s);
     DESKTOP_VERIFY(places(u"Restart container"_s).isEmpty());
 
-    // By the heads: the names stand at the same place in every card.
+    // Recognises cards by their names, which are at the same place in every card.
     const QRect first = desktop.restingPlace(*rig.reader, u"web"_s);
     const QPoint head = QPoint(60, 24);
     QVERIFY(desktop.moveTo(desktop.restingPlace(*rig.reader, u"mail"_s).topLeft() + head) &&

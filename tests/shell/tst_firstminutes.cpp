@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
 namespace {
-/// The server's address as others write it: by its usual name it would be this computer itself, and its own twice.
+/// Another address of this computer. Under its usual name the server would be taken for this computer itself.
 const QString byHandHost = u"127.1"_s;
 const QString importedHost = u"127.0.1"_s;
 } // namespace
@@ -27,7 +27,7 @@ private:
     void setUp();
     void comeBack();
     [[nodiscard]] bool shows(const QString& name) const { return !rig_->reader->places(name).isEmpty(); }
-    /// Writes into a field in place of what it says.
+    /// Replaces the text of a field.
     [[nodiscard]] bool fill(const QString& field, const QString& text) const {
         return rig_->desktop.press(*rig_->reader, field) && rig_->desktop.xdotool(u"key ctrl+a"_s) &&
                rig_->desktop.xdotool(u"type "_s + text);
@@ -110,7 +110,7 @@ void FirstMinutesTest::comeBack() {
 void FirstMinutesTest::fromTheTourToTheSecondLaunch() {
     rig_->launch();
     takeTheTour();
-    DESKTOP_COMPARE(rig_->desktop.windows().size(), 1); // the popover in the tour's place
+    DESKTOP_COMPARE(rig_->desktop.windows().size(), 1); // the popover instead of the tour
     for (const auto step : {&FirstMinutesTest::addByHand, &FirstMinutesTest::importAnother, &FirstMinutesTest::setUp}) {
         (this->*step)();
         if (QTest::currentTestFailed())

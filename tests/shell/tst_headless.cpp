@@ -133,7 +133,7 @@ void HeadlessTest::monitorsAFleetOfAllKindsOfHosts() {
     QTRY_VERIFY_WITH_TIMEOUT(!program.lines().isEmpty(), 10'000);
     QVERIFY2(QRegularExpression(u"^⚠ (\\d+|--)°C • ALL OFF$"_s).match(program.lines().first()).hasMatch(),
              qPrintable(program.lines().first()));
-    // This computer, the healthy host and the crowded one answer at once; the cycle goes on for the hanging one.
+    // This computer, the healthy host and the crowded one answer at once; the cycle still waits for the hanging one.
     QTRY_VERIFY2_WITH_TIMEOUT(program.lines().last().endsWith(u"• 3/6 OK"), qPrintable(program.lines().last()), 20'000);
     QVERIFY(!storedServers(home.path()).first().metrics);
 
@@ -154,7 +154,7 @@ void HeadlessTest::monitorsAFleetOfAllKindsOfHosts() {
     QVERIFY(!servers.at(5).metrics->errorMessage);
     QCOMPARE(servers.at(5).metrics->containers.size(), 300);
 
-    // What does not change from one moment to the next is what the script prints by hand.
+    // The figures that do not change quickly equal those that the script prints when run by hand.
     const QJsonObject line = probedByHand(healthy.standIns().searchPath());
     QVERIFY(!line.isEmpty());
     const ServerMetrics& metrics = *servers.at(1).metrics;
