@@ -60,6 +60,7 @@ function(tarnwick_test name)
     cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${name}.cpp ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE ${arg_LINK} Qt6::Test tarnwick_options)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support)
     target_compile_definitions(${name} PRIVATE TARNWICK_FIXTURES="${PROJECT_SOURCE_DIR}/tests/fixtures")
     # Each target has other values of these two, which nothing here reads and the parsed headers do not have.
     target_compile_options(${name} PRIVATE -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)

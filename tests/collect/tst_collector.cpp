@@ -1,4 +1,5 @@
 #include "../computer/SampleComputer.h"
+#include "Files.h"
 #include "OpenSshServer.h"
 #include "ProbePayload.h"
 #include "ProbeScripts.h"
@@ -6,7 +7,6 @@
 #include "UserHome.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -54,8 +54,7 @@ QString failureOf(const Server& server) {
 }
 
 QByteArray containerRows() {
-    QFile file(QStringLiteral(TARNWICK_FIXTURES "/docker/containers.tsv"));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return readFile(QStringLiteral(TARNWICK_FIXTURES "/docker/containers.tsv"));
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "Files.h"
 #include "ProbeScripts.h"
 #include "StandIns.h"
 
@@ -15,8 +16,7 @@ namespace tarnwick {
 namespace {
 
 QByteArray fixture(const QString& name) {
-    QFile file(QStringLiteral(TARNWICK_FIXTURES "/") + name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return readFile(QStringLiteral(TARNWICK_FIXTURES "/") + name);
 }
 
 QByteArray sha256(const QString& text) {
@@ -43,13 +43,6 @@ ShellResult runScript(const QStringList& shell, const QString& script, const Sta
     ShellResult result{process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError(), {}};
     result.line = QJsonDocument::fromJson(result.output).object();
     return result;
-}
-
-int memoryTotalMB() {
-    QFile file(u"/proc/meminfo"_s);
-    if (!file.open(QIODevice::ReadOnly))
-        return -1;
-    return file.readLine().simplified().split(' ').value(1).toInt() / 1024;
 }
 
 } // namespace
@@ -89,7 +82,8 @@ private Q_SLOTS:
         QCOMPARE(result.error, QByteArray());
         QCOMPARE(result.output.count('\n'), 1);
         QCOMPARE(result.line[u"cpu"].toDouble(-1), 58.0); // 42.7 % idle
-        QCOMPARE(result.line[u"mem_total"].toInt(-1), memoryTotalMB());
+        QCOMPARE(result.line[u"mem_total"].toInt(-1),
+                 readFile(u"/proc/meminfo"_s).simplified().split(' ').value(1).toInt() / 1024);
         QVERIFY(result.line[u"mem_used"].toInt(-1) > 0);
         QCOMPARE(result.line[u"disk_total"].toDouble(), 252.0);
         QCOMPARE(result.line[u"disk_used"].toDouble(), 16.2);

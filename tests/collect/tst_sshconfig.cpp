@@ -1,7 +1,7 @@
+#include "Files.h"
 #include "SSHConfigParser.h"
 #include "TildeExpansion.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
@@ -101,14 +101,10 @@ private Q_SLOTS:
         QTemporaryDir home;
         qputenv("HOME", home.path().toLocal8Bit());
         QCOMPARE(SSHConfigParser::parseUserConfig(), QList<SSHConfigHost>());
-        QVERIFY(QDir(home.path()).mkdir(u".ssh"_s));
         const QString path = home.filePath(u".ssh/config"_s);
         const auto hostsIn = [&path](const QByteArray& contents) {
-            QFile file(path);
-            if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(contents) != contents.size())
-                return QStringList{u"cannot write"_s};
-            file.close();
-            return described(SSHConfigParser::parseUserConfig());
+            return writeFile(path, contents) ? described(SSHConfigParser::parseUserConfig())
+                                             : QStringList{u"cannot write"_s};
         };
         QCOMPARE(hostsIn("Host caf\xc3\xa9\nIdentityFile ~/k"),
                  QStringList(u"café|café|root|22|%1/k"_s.arg(home.path())));

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include "Files.h"
+
 #include <QTemporaryDir>
 
 namespace tarnwick {
@@ -14,9 +13,7 @@ public:
 
     /// Writes a file in place, so that one that is open shows the new content.
     void write(const QString& path, const QByteArray& content) const {
-        QDir().mkpath(QFileInfo(full(path)).path());
-        QFile file(full(path));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        if (!writeFile(full(path), content))
             qFatal("cannot write %s", qPrintable(full(path)));
     }
 

@@ -1,9 +1,9 @@
 #include "Companion.h"
 #include "Desktop.h"
+#include "Files.h"
 #include "StandIns.h"
 #include "linux/LinuxTerminal.h"
 
-#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTest>
@@ -20,11 +20,6 @@ QString needed(const QString& program, const char* package) {
     if (path.isEmpty())
         qFatal("This test needs %s: install the Debian package %s", qPrintable(program), package);
     return path;
-}
-
-QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -101,14 +96,14 @@ private Q_SLOTS:
                    {u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--class"_s, u"xterm"_s, u"mousemove"_s,
                     u"--window"_s, u"%1"_s, u"20"_s, u"20"_s, u"type"_s, u"probe\n"_s});
         QVERIFY2(user.waitForFinished() && user.exitCode() == 0, user.readAllStandardError());
-        QTRY_VERIFY_WITH_TIMEOUT(contents(inFolder(u"shell"_s)).endsWith('\n'), 30'000);
+        QTRY_VERIFY_WITH_TIMEOUT(readFile(inFolder(u"shell"_s)).endsWith('\n'), 30'000);
 
-        const QList<QByteArray> lines = contents(noted).split('\n');
+        const QList<QByteArray> lines = readFile(noted).split('\n');
         QCOMPARE(lines.at(0), screen + " C.UTF-8");
         const qulonglong ignored = lines.at(1).mid(int(qstrlen("SigIgn:\t"))).toULongLong(nullptr, 16);
         QCOMPARE(ignored & (1ULL << (SIGPIPE - 1)), 0U);
-        // The window closes when that shell ends.
-        QCOMPARE(::kill(contents(inFolder(u"shell"_s)).trimmed().toInt(), SIGHUP), 0);
+        // The shell that answered ends the window with it.
+        QCOMPARE(::kill(readFile(inFolder(u"shell"_s)).trimmed().toInt(), SIGHUP), 0);
     }
 
 private:

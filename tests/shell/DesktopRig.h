@@ -2,6 +2,7 @@
 
 #include "Coding.h"
 #include "DesktopSession.h"
+#include "Files.h"
 #include "ScreenReader.h"
 #include "UserHome.h"
 
@@ -56,11 +57,8 @@ struct DesktopRig {
     [[nodiscard]] QString path(const QString& name) const {
         return home.folder() + QStringLiteral("/.local/share/Tarnwick/") + name;
     }
-    [[nodiscard]] QByteArray stored(const QString& name) const {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    /// Empty as long as there is no complete file.
+    [[nodiscard]] QByteArray stored(const QString& name) const { return readFile(path(name)); }
+    /// Empty while there is no whole file.
     [[nodiscard]] QList<Server> servers() const {
         const auto decoded = decodeServers(stored(QStringLiteral("servers.json")));
         const auto* servers = std::get_if<QList<Server>>(&decoded);

@@ -12,13 +12,7 @@ using namespace tarnwick;
 
 namespace {
 
-bool write(const QString& path, const QByteArray& contents) {
-    QFile file(path);
-    return QDir().mkpath(path.section(u'/', 0, -2)) && file.open(QIODevice::WriteOnly) &&
-           file.write(contents) == contents.size();
-}
-
-/// Four entries for one server, and a tour that is completed.
+/// Four servers that are one, and a tour that is over.
 bool writeFleet(const DesktopRig& rig, const OpenSshServer& server) {
     QList<Server> servers;
     for (const QString& name : {u"web"_s, u"db"_s, u"mail"_s, u"build"_s}) {
@@ -33,8 +27,8 @@ bool writeFleet(const DesktopRig& rig, const OpenSshServer& server) {
     }
     AppSettings settings;
     settings.hasCompletedOnboarding = true;
-    return write(rig.path(u"settings.json"_s), encodeSettings(settings).value()) &&
-           write(rig.path(u"servers.json"_s), encodeServers(servers).value()) &&
+    return writeFile(rig.path(u"settings.json"_s), encodeSettings(settings).value()) &&
+           writeFile(rig.path(u"servers.json"_s), encodeServers(servers).value()) &&
            rig.home.writeSshFile(u"known_hosts"_s, server.knownHostsLine());
 }
 

@@ -1,6 +1,7 @@
 // The program itself, without a display, from a fresh home: real probes of real hosts.
 
 #include "Coding.h"
+#include "Files.h"
 #include "OpenSshServer.h"
 #include "ProbeScripts.h"
 
@@ -56,10 +57,7 @@ QString fileIn(const QString& home, const QString& name) {
 }
 
 QList<Server> storedServers(const QString& home) {
-    QFile file(fileIn(home, u"servers.json"_s));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const auto decoded = decodeServers(file.readAll());
+    const auto decoded = decodeServers(readFile(fileIn(home, u"servers.json"_s)));
     const auto* servers = std::get_if<QList<Server>>(&decoded);
     return servers ? *servers : QList<Server>();
 }

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "Coding.h"
+#include "Files.h"
 #include "ServerStore.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 #include <QPromise>
 #include <QTemporaryDir>
 
@@ -111,16 +110,11 @@ public:
     [[nodiscard]] QString path(const QString& name) const { return folder + u'/' + name; }
 
     void write(const QString& name, const QByteArray& content) const {
-        QDir().mkpath(folder);
-        QFile file(path(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        if (!writeFile(path(name), content))
             qFatal("cannot write the test's file");
     }
 
-    [[nodiscard]] QByteArray read(const QString& name) const {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    [[nodiscard]] QByteArray read(const QString& name) const { return readFile(path(name)); }
 
     [[nodiscard]] QStringList files() const {
         return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);

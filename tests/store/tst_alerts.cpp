@@ -114,10 +114,8 @@ private Q_SLOTS:
 
     void notificationTexts() {
         const DesktopNotification loud = NotificationService::notification(u"Title"_s, u"<b>&"_s, true);
-        QCOMPARE(loud.title, u"Tarnwick"_s);
-        QCOMPARE(loud.subtitle, u"Title"_s);
-        QCOMPARE(loud.body, u"<b>&"_s);
-        QCOMPARE(loud.soundName, u"Hero"_s);
+        QCOMPARE((QStringList{loud.title, loud.subtitle, loud.body, loud.soundName.value_or(u"none"_s)}),
+                 (QStringList{u"Tarnwick"_s, u"Title"_s, u"<b>&"_s, u"Hero"_s}));
         QCOMPARE(NotificationService::notification(u"t"_s, u"m"_s, false).soundName, std::nullopt);
 
         QCOMPARE(

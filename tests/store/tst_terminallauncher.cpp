@@ -1,8 +1,7 @@
+#include "Files.h"
 #include "StandIns.h"
 #include "TerminalLauncher.h"
 
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QTest>
 
@@ -56,9 +55,7 @@ public:
     }
 
     QStringList called(const QString& program) const {
-        QFile file(tools_.folder() + u'/' + program + u".called"_s);
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).split(QChar::Null)
-                                              : QStringList{u"not called"_s};
+        return QString::fromUtf8(readFile(tools_.folder() + u'/' + program + u".called"_s)).split(QChar::Null);
     }
 
     bool isUntouched() const { return QDir(tools_.folder()).entryList(QDir::Files).filter(u"pwned"_s).isEmpty(); }
@@ -139,29 +136,31 @@ private Q_SLOTS:
         const QStringList exec =
             QStringList{u"exec"_s, u"-it"_s} + endOfOptions + QStringList{seen, u"sh"_s, u"-c"_s, enter, u""_s};
 
+        struct Case {
+            QString line;
+            QString printed;
+            QStringList ssh; ///< as its arguments begin
+            QStringList docker;
+        };
+        const QStringList none{QString()};
+        const Case cases[]{
+            {TerminalLauncher::serverCommandLine(remote), u"Connecting to %1"_s, login + none, none},
+            {TerminalLauncher::containerCommandLine(remote, container(value)), u"Connecting to container [%1] on %1"_s,
+             QStringList{u"-t"_s} + login, exec},
+            {TerminalLauncher::containerCommandLine(local, container(value)), u"Connecting to container [%1]"_s, none,
+             exec},
+        };
         const QList<QStringList> shells{
             {u"dash"_s}, {u"bash"_s}, {u"busybox"_s, u"sh"_s}, {u"bash"_s, u"--norc"_s, u"--noprofile"_s, u"-i"_s}};
-        for (const QStringList& shell : shells) {
-            const Bench loggedIn;
-            QCOMPARE(loggedIn.run(shell, TerminalLauncher::serverCommandLine(remote)),
-                     u"Tarnwick: Connecting to %1...\n"_s.replace(u"%1"_s, seen));
-            QCOMPARE(loggedIn.called(u"ssh"_s), login + QStringList{u""_s});
-            QVERIFY(loggedIn.isUntouched());
-
-            const Bench inside;
-            QCOMPARE(inside.run(shell, TerminalLauncher::containerCommandLine(remote, container(value))),
-                     u"Tarnwick: Connecting to container [%1] on %1...\n"_s.replace(u"%1"_s, seen));
-            QCOMPARE(inside.called(u"ssh"_s).mid(0, 1 + login.size()), QStringList{u"-t"_s} + login);
-            QCOMPARE(inside.called(u"docker"_s), exec);
-            QVERIFY(inside.isUntouched());
-
-            const Bench here;
-            QCOMPARE(here.run(shell, TerminalLauncher::containerCommandLine(local, container(value))),
-                     u"Tarnwick: Connecting to container [%1]...\n"_s.replace(u"%1"_s, seen));
-            QCOMPARE(here.called(u"ssh"_s), QStringList{u"not called"_s});
-            QCOMPARE(here.called(u"docker"_s), exec);
-            QVERIFY(here.isUntouched());
-        }
+        for (const QStringList& shell : shells)
+            for (const Case& row : cases) {
+                const Bench bench;
+                QCOMPARE(bench.run(shell, row.line),
+                         u"Tarnwick: "_s + QString(row.printed).replace(u"%1"_s, seen) + u"...\n"_s);
+                QCOMPARE(bench.called(u"ssh"_s).mid(0, row.ssh.size()), row.ssh);
+                QCOMPARE(bench.called(u"docker"_s), row.docker);
+                QVERIFY(bench.isUntouched());
+            }
     }
 };
 

@@ -1,13 +1,12 @@
 #include "DesktopSession.h"
 
+#include "Files.h"
 #include "ScreenReader.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDeadlineTimer>
-#include <QDir>
-#include <QFile>
 #include <QStandardPaths>
 #include <QThread>
 
@@ -42,12 +41,6 @@ constexpr QByteArrayView panelSettings = R"xml(<?xml version="1.0"?>
   </property>
 </channel>
 )xml";
-
-bool write(const QString& path, QByteArrayView contents) {
-    QFile file(path);
-    return QDir().mkpath(path.section(u'/', 0, -2)) && file.open(QIODevice::WriteOnly) &&
-           file.write(contents.data(), contents.size()) == contents.size();
-}
 
 /// Makes the process end when this one does, even by a crash.
 void prepare(QProcess& process) {
@@ -115,7 +108,7 @@ QString DesktopSession::startPanel(const QString& home) {
     if (!QDBusConnection::sessionBus().registerService(u"org.freedesktop.Notifications"_s))
         return u"The session bus does not answer"_s;
 
-    if (!write(home + u"/.config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml"_s, panelSettings))
+    if (!writeFile(home + u"/.config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml"_s, panelSettings))
         return u"Cannot write to %1"_s.arg(home);
     prepare(panel_);
     panel_.setStandardErrorFile(QProcess::nullDevice());

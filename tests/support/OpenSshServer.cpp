@@ -1,8 +1,8 @@
 #include "OpenSshServer.h"
 
+#include "Files.h"
+
 #include <QDeadlineTimer>
-#include <QDir>
-#include <QFile>
 
 #include <csignal>
 
@@ -61,11 +61,6 @@ bool makeKey(const QString& path) {
     return keygen.waitForFinished() && keygen.exitStatus() == QProcess::NormalExit && keygen.exitCode() == 0;
 }
 
-QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 OpenSshServer::~OpenSshServer() {
@@ -103,10 +98,8 @@ bool OpenSshServer::writeFiles(QStringView forceCommand) const {
             .arg(folder_.path(), standIns_.searchPath());
     if (!forceCommand.isEmpty())
         configuration += u"ForceCommand %1\n"_s.arg(forceCommand);
-    const QByteArray common = contents(QStringLiteral(TARNWICK_STAND_INS "/sshd_config"));
-    QFile file(folder_.filePath(u"sshd_config"_s));
-    return !common.isEmpty() && file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-           file.write(common + configuration.toUtf8()) > 0;
+    const QByteArray common = readFile(QStringLiteral(TARNWICK_STAND_INS "/sshd_config"));
+    return !common.isEmpty() && writeFile(folder_.filePath(u"sshd_config"_s), common + configuration.toUtf8());
 }
 
 QString OpenSshServer::waitUntilListening() {
@@ -116,7 +109,7 @@ QString OpenSshServer::waitUntilListening() {
         if (process_.waitForFinished(10) || process_.state() == QProcess::NotRunning)
             break;
     }
-    const QByteArray log = contents(folder_.filePath(u"log"_s));
+    const QByteArray log = readFile(folder_.filePath(u"log"_s));
     return u"The ssh server does not listen: %1 %2"_s.arg(process_.errorString(), QString::fromLocal8Bit(log));
 }
 
@@ -133,7 +126,7 @@ void OpenSshServer::stop() {
 
 QByteArray OpenSshServer::knownHostsLine() const {
     const QString host = u"[%1]:%2 "_s.arg(address()).arg(port_);
-    return host.toLatin1() + contents(folder_.filePath(u"host_key.pub"_s));
+    return host.toLatin1() + readFile(folder_.filePath(u"host_key.pub"_s));
 }
 
 } // namespace tarnwick

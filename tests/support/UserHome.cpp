@@ -1,7 +1,7 @@
 #include "UserHome.h"
 
-#include <QDir>
-#include <QFile>
+#include "Files.h"
+
 #include <QLibrary>
 
 #include <unistd.h>
@@ -14,23 +14,15 @@ namespace {
 
 /// The text of /etc/passwd with `home` as the home folder of this process's user.
 QByteArray passwordDatabase(const QByteArray& home) {
-    QFile system(u"/etc/passwd"_s);
-    if (!system.open(QIODevice::ReadOnly))
-        return {};
-    QByteArray text;
-    while (!system.atEnd()) {
-        QByteArrayList fields = system.readLine().split(':');
-        if (fields.size() == 7 && fields[2].toUInt() == ::getuid())
+    QByteArrayList lines = readFile(u"/etc/passwd"_s).split('\n');
+    for (QByteArray& line : lines) {
+        QByteArrayList fields = line.split(':');
+        if (fields.size() == 7 && fields[2].toUInt() == ::getuid()) {
             fields[5] = home;
-        text += fields.join(':');
+            line = fields.join(':');
+        }
     }
-    return text;
-}
-
-bool write(const QString& path, const QByteArray& contents) {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(contents) == contents.size() &&
-           file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    return lines.join('\n');
 }
 
 } // namespace
@@ -42,7 +34,7 @@ UserHome::UserHome() {
     }
     const QByteArray home = QFile::encodeName(folder());
     const QString database = folder_.filePath(u".passwd"_s);
-    if (!write(database, passwordDatabase(home)) || !QDir(folder()).mkdir(u".ssh"_s)) {
+    if (!writeFile(database, passwordDatabase(home)) || !QDir(folder()).mkdir(u".ssh"_s)) {
         error_ = u"Cannot write to %1"_s.arg(folder());
         return;
     }
@@ -63,7 +55,7 @@ void UserHome::set(const char* variable, const QByteArray& value) {
 }
 
 bool UserHome::writeSshFile(const QString& name, const QByteArray& contents) const {
-    return write(folder_.filePath(u".ssh/"_s + name), contents);
+    return writeFile(folder_.filePath(u".ssh/"_s + name), contents);
 }
 
 } // namespace tarnwick
