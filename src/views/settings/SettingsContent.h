@@ -2,6 +2,7 @@
 
 #include "AppSettings.h"
 #include "ProductLinks.h"
+#include "ProductVersion.h"
 #include "controls/SliderRange.h"
 
 #include <QString>
@@ -51,7 +52,7 @@ public:
                                   "from the menu bar, consider supporting development on Ko-fi!");
     QString donate = QStringLiteral("Support on Ko-fi");
     QString webSite = QStringLiteral("Website: ") + ProductLinks::webSiteDomain.toString();
-    QString version = QStringLiteral("Tarnwick v1.0 \u2022 Native macOS Monitor");
+    QString version = QStringLiteral("Tarnwick %1 \u2022 Native macOS Monitor").arg(productVersion);
     QString quit = QStringLiteral("Quit Tarnwick");
 };
 
