@@ -2,9 +2,6 @@
 
 #include "ViewRig.h"
 
-#include <QSignalSpy>
-
-#include <algorithm>
 #include <map>
 
 namespace tarnwick {
@@ -46,13 +43,7 @@ struct PopoverRig : StoreRig {
 
     /// The visible items whose `text` this is, from top to bottom.
     [[nodiscard]] QList<QQuickItem*> all(const QString& text) const {
-        QList<QQuickItem*> found;
-        collect(view->contentItem(), text, found);
-        std::ranges::stable_sort(found, {}, [](const QQuickItem* item) { return item->mapToScene({}).y(); });
-        return found;
-    }
-    [[nodiscard]] static QPoint middle(const QQuickItem* item) {
-        return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+        return visibleItems(view->contentItem(), "text", text);
     }
     /// Clicks the item once it is there and has come to rest.
     void press(const QString& text, qsizetype which = 0, Qt::MouseButton button = Qt::LeftButton) {
@@ -85,18 +76,6 @@ struct PopoverRig : StoreRig {
     }
     [[nodiscard]] static ContainerInfo container(const QString& id, const QString& state) {
         return {id, id, QStringLiteral("image"), QStringLiteral("Up 2 days"), state, {}};
-    }
-
-private:
-    static void collect(const QQuickItem* parent, const QString& text, QList<QQuickItem*>& found) {
-        for (QQuickItem* child : parent->childItems()) {
-            if (!child->isVisible())
-                continue;
-            if (child->property("text").toString() == text)
-                found += child;
-            else
-                collect(child, text, found);
-        }
     }
 };
 

@@ -2,10 +2,6 @@
 
 #include "ViewRig.h"
 
-#include <QSignalSpy>
-
-#include <algorithm>
-
 namespace tarnwick {
 
 /// A sheet in a window of its own, with its mouse and keyboard. The user's home is the rig's folder.
@@ -24,19 +20,11 @@ public:
 
     /// The visible items of that name, from top to bottom.
     [[nodiscard]] QList<QQuickItem*> items(const QString& name) const {
-        QList<QQuickItem*> found;
-        collect(view->contentItem(), name, found);
-        std::sort(found.begin(), found.end(), [](const QQuickItem* one, const QQuickItem* other) {
-            return one->mapToScene({0, 0}).y() < other->mapToScene({0, 0}).y();
-        });
-        return found;
+        return visibleItems(view->contentItem(), "objectName", name);
     }
     [[nodiscard]] QQuickItem* item(const QString& name) const { return items(name).value(0); }
 
-    void click(const QQuickItem* item) const {
-        const QPointF middle = item->mapToScene({item->width() / 2, item->height() / 2});
-        QTest::mouseClick(view.get(), Qt::LeftButton, {}, middle.toPoint());
-    }
+    void click(const QQuickItem* item) const { QTest::mouseClick(view.get(), Qt::LeftButton, {}, middle(item)); }
     void click(const QString& name) const {
         if (!item(name))
             qFatal("there is no %s", qPrintable(name));
@@ -52,16 +40,6 @@ public:
     }
 
 private:
-    static void collect(const QQuickItem* parent, const QString& name, QList<QQuickItem*>& found) {
-        for (QQuickItem* child : parent->childItems()) {
-            if (!child->isVisible())
-                continue;
-            if (child->objectName() == name)
-                found.append(child);
-            collect(child, name, found);
-        }
-    }
-
     std::unique_ptr<QSignalSpy> dismissals_;
 };
 

@@ -8,7 +8,10 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
+#include <QSignalSpy>
 #include <QTest>
+
+#include <algorithm>
 
 namespace tarnwick {
 
@@ -22,13 +25,30 @@ namespace tarnwick {
     return nullptr;
 }
 
+/// The visible items below `root` of which a property is this text, from top to bottom; not those inside of another.
+[[nodiscard]] inline QList<QQuickItem*> visibleItems(const QQuickItem* root, const char* property,
+                                                     const QString& text) {
+    QList<QQuickItem*> found;
+    for (QQuickItem* child : root->childItems())
+        if (child->isVisible() && child->property(property).toString() == text)
+            found += child;
+        else if (child->isVisible())
+            found += visibleItems(child, property, text);
+    std::ranges::stable_sort(found, {}, [](const QQuickItem* item) { return item->mapToScene({}).y(); });
+    return found;
+}
+
+/// In the window's coordinates.
+[[nodiscard]] inline QPoint middle(const QQuickItem* item) {
+    return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+}
+
 /// Clicks the middle of a control, after scrolling it into view.
 inline void press(QQuickWindow& window, const QString& name) {
     QQuickItem* control = findItem(window.contentItem(), name);
     QVERIFY2(control, qPrintable(name));
     control->forceActiveFocus(Qt::TabFocusReason);
-    QTest::mouseClick(&window, Qt::LeftButton, {},
-                      control->mapToScene({control->width() / 2, control->height() / 2}).toPoint());
+    QTest::mouseClick(&window, Qt::LeftButton, {}, middle(control));
 }
 
 /// From here on, a warning from QML fails the test function.
@@ -50,6 +70,7 @@ public:
         startWith({});
     }
 
+    /// Shows the view of that name and gives it the keyboard.
     void show(const QString& name, const QVariantMap& properties) {
         view = std::make_unique<QQuickView>();
         view->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));

@@ -25,7 +25,7 @@ private Q_SLOTS:
         const QList<Server> servers = StoreRig::numbered(5);
         PopoverRig desk(servers);
         const auto headOf = [&desk](int number) {
-            return desk.middle(desk.all(QString::number(number + 1))[0]);
+            return middle(desk.all(QString::number(number + 1))[0]);
         };
         QTRY_COMPARE(desk.all(u"5"_s).size(), 1);
         const QPoint start = headOf(dragged);

@@ -259,11 +259,11 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.all(u"1000"_s).size(), 1);
         QVERIFY(cards() < 30);
         // What changes above does not move what is seen.
-        const QPoint before = desk.middle(desk.all(u"1000"_s)[0]);
+        const QPoint before = middle(desk.all(u"1000"_s)[0]);
         servers[3].metrics->latencyMs = 7;
         desk.store->setServers(servers);
         QCoreApplication::processEvents();
-        QCOMPARE(desk.middle(desk.all(u"1000"_s)[0]), before);
+        QCOMPARE(middle(desk.all(u"1000"_s)[0]), before);
     }
 };
 
