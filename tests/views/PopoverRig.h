@@ -27,6 +27,7 @@ struct PopoverRig : StoreRig {
                 terminals += server.name + u'/' + container.name;
             },
         .openAddress = [this](const QUrl& address) { opened += address.toString(); },
+        .sshHosts = [this] { return sshHosts; },
     };
     std::unique_ptr<PopoverView> view;
 
