@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(lines.at(0), screen + " C.UTF-8");
         const qulonglong ignored = lines.at(1).mid(int(qstrlen("SigIgn:\t"))).toULongLong(nullptr, 16);
         QCOMPARE(ignored & (1ULL << (SIGPIPE - 1)), 0U);
-        // The shell that answered ends the window with it.
+        // The window closes when that shell ends.
         QCOMPARE(::kill(readFile(inFolder(u"shell"_s)).trimmed().toInt(), SIGHUP), 0);
     }
 

@@ -58,7 +58,7 @@ struct DesktopRig {
         return home.folder() + QStringLiteral("/.local/share/Tarnwick/") + name;
     }
     [[nodiscard]] QByteArray stored(const QString& name) const { return readFile(path(name)); }
-    /// Empty while there is no whole file.
+    /// Empty as long as there is no complete file.
     [[nodiscard]] QList<Server> servers() const {
         const auto decoded = decodeServers(stored(QStringLiteral("servers.json")));
         const auto* servers = std::get_if<QList<Server>>(&decoded);

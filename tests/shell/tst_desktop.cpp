@@ -12,7 +12,7 @@ using namespace tarnwick;
 
 namespace {
 
-/// Four servers that are one, and a tour that is over.
+/// Four entries for one server, and a tour that is completed.
 bool writeFleet(const DesktopRig& rig, const OpenSshServer& server) {
     QList<Server> servers;
     for (const QString& name : {u"web"_s, u"db"_s, u"mail"_s, u"build"_s}) {
