@@ -2,9 +2,10 @@
 #include "SSHConfigParser.h"
 #include "TildeExpansion.h"
 
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <ctime>
 
 #include <pwd.h>
 #include <sys/stat.h>
@@ -123,10 +124,10 @@ private Q_SLOTS:
         QString text = u"# "_s + QString(1 << 20, u'x') + u'\n';
         for (int i = 0; i < 5000; ++i)
             text += u"Host h%1\n  HostName 10.0.0.1\n  User u\n  Port 22\n  IdentityFile ~/.ssh/k\n\n"_s.arg(i);
-        QElapsedTimer clock;
-        clock.start();
+        const std::clock_t start = std::clock(); // of the processor: other programs do not count
         QCOMPARE(SSHConfigParser::parse(text, u"/home/me"_s).size(), 5000);
-        QVERIFY2(clock.elapsed() < 500, qPrintable(QString::number(clock.elapsed()))); // a few ms, but for sanitizers
+        const auto milliseconds = (std::clock() - start) * 1000 / CLOCKS_PER_SEC;
+        QVERIFY2(milliseconds < 500, qPrintable(QString::number(milliseconds))); // a few, but for sanitizers
     }
 };
 

@@ -56,12 +56,9 @@ private Q_SLOTS:
     }
 
     void absentOptionalsAreLeftOut() {
-        Server server = readServer(inArray(validServer));
-        server.customSshKeyPath.reset();
-        server.metrics.reset();
-        const QByteArray json = encodeServers({server}).value();
+        const QByteArray json = encodeServers({Server()}).value();
         QCOMPARE(QJsonDocument::fromJson(json).array().at(0).toObject().size(), 8);
-        QCOMPARE(readServer(json), server);
+        QCOMPARE(readServer(json), Server());
     }
 
     void unreadableFleets_data() {
@@ -140,32 +137,26 @@ private Q_SLOTS:
     }
 
     void doublesStayExact() {
-        const auto check = [](double number, const QByteArray& text) {
+        for (const auto& [number, text] : {std::pair(0.1, "0.1"),
+                                           {5, "5"},
+                                           {5e-324, "5e-324"},
+                                           {1.7976931348623157e308, "1.7976931348623157e+308"},
+                                           {9223372036854775808.0, "9"}, // just beyond 64 bits
+                                           {781234567.12345679, "781234567.1"}}) {
             Server server = readServer(inArray(validServer));
             server.metrics->loadAvg1m = number;
             const QByteArray json = encodeServers({server}).value();
-            QVERIFY2(json.contains("\"loadAvg1m\":" + text), json.constData());
+            QVERIFY2(json.contains("\"loadAvg1m\":"_ba + text), json.constData());
             QCOMPARE(readServer(json).metrics->loadAvg1m, number);
-        };
-        check(0.1, "0.1");
-        check(5, "5");
-        check(5e-324, "5e-324");
-        check(1.7976931348623157e308, "1.7976931348623157e+308");
-        check(9223372036854775808.0, {}); // just beyond 64 bits
-        check(781234567.12345679, {});
+        }
     }
 
     void numbersThatAreNotFiniteAreNotWritten() {
         const double inf = std::numeric_limits<double>::infinity();
         for (const double number : {inf, -inf, std::numeric_limits<double>::quiet_NaN()}) {
-            for (double ServerMetrics::*field : {&ServerMetrics::cpuPercent, &ServerMetrics::diskTotalGB}) {
-                Server server = readServer(inArray(validServer));
-                (*server.metrics).*field = number;
-                QVERIFY(!encodeServers({Server(), server}).has_value());
-            }
             Server server = readServer(inArray(validServer));
             server.metrics->gpuPercent = number;
-            QVERIFY(!encodeServers({server}).has_value());
+            QVERIFY(!encodeServers({Server(), server}).has_value());
             AppSettings settings;
             settings.alertRamThresholdPercent = number;
             QVERIFY(!encodeSettings(settings).has_value());
@@ -207,8 +198,9 @@ private Q_SLOTS:
     }
 
     void duplicatePinsCollapse() {
-        const auto decoded = decodeSettings(R"({"pinnedMenuBarItems":["cpuUsage","cpuUsage"]})");
-        QCOMPARE(std::get<AppSettings>(decoded).pinnedMenuBarItems, MenuBarItemSet{MenuBarItem::cpuUsage});
+        const auto settings =
+            std::get<AppSettings>(decodeSettings(R"({"pinnedMenuBarItems":["cpuUsage","cpuUsage"]})"));
+        QCOMPARE(settings.pinnedMenuBarItems, MenuBarItemSet{MenuBarItem::cpuUsage});
     }
 
     void unreadableSettings() {
