@@ -35,7 +35,7 @@ public:
 class FleetIndex {
 public:
     explicit FleetIndex(const QList<Server>& servers);
-    /// A server has the host's address or is named like its alias, letter for letter.
+    /// Whether a server has the host's address, or exactly its alias as a name.
     [[nodiscard]] bool contains(const SSHConfigHost& host) const;
 
 private:
@@ -43,7 +43,7 @@ private:
     QSet<QString> names_;
 };
 
-/// What stands below the form's fields of name and key.
+/// The captions below the form's fields for the name and the key.
 [[nodiscard]] QString nameCaption();
 [[nodiscard]] QString keyCaption();
 /// "Import from ~/.ssh/config (3)".

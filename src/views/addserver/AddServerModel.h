@@ -37,11 +37,12 @@ public:
     [[nodiscard]] QString importCaption() const { return tarnwick::importCaption(hosts_.size()); }
     [[nodiscard]] QAbstractItemModel* hosts() { return &rows_; }
 
-    /// Adds the form's server and resets the form; the sheet is then to close. Nothing while canSave is false.
+    /// Adds the form's server and resets the form; the caller then closes the sheet. Does nothing while canSave is
+    /// false.
     Q_INVOKABLE void saveManual();
     /// Empties the form, as Cancel does.
     Q_INVOKABLE void resetForm() { ui_.resetAddServerForm(); }
-    /// Adds the host of that row; nothing when the fleet has it.
+    /// Adds the host of that row, unless the fleet has it already.
     Q_INVOKABLE void importHost(int row);
 
 Q_SIGNALS:

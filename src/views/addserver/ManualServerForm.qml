@@ -7,7 +7,7 @@ FocusScope {
 
     required property AddServerModel server
     readonly property UIState ui: server.ui
-    /// The sheet is to close.
+    /// Asks for the sheet to be closed.
     signal dismissed
 
     function save() {

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tarnwick
 
-/// What this computer is, line by line.
+/// The hardware facts of this computer, one per line.
 Rectangle {
     id: root
 

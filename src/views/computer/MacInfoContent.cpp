@@ -14,7 +14,7 @@ namespace {
 constexpr MacTileWording wording{
     .cpuDecimals = 0, .gpu = u"Integrated GPU (Metal)", .processor = u"CPU & GPU Die", .hotspot = u"Hotspot Core"};
 
-/// `tile` with what depends on whether its item is pinned.
+/// The tile, completed with the texts that depend on whether its item is pinned.
 MacTile pinnable(MacTile tile, const MenuBarItemSet& pinned) {
     tile.isPinned = pinned.contains(tile.item);
     tile.help = tile.isPinned ? u"Click to remove "_s + tile.title + u" from menu bar"_s

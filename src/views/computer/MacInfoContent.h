@@ -97,7 +97,7 @@ public:
     bool showsSensors = false;
     QList<MacSensorRow> sensors; ///< hottest first
 
-    /// An empty one beyond the last.
+    /// Default-constructed when there is none at that index.
     Q_INVOKABLE [[nodiscard]] tarnwick::MacFact fact(int index) const { return facts.value(index); }
     [[nodiscard]] int factCount() const { return static_cast<int>(facts.size()); }
 

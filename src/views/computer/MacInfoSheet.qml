@@ -7,7 +7,7 @@ FocusScope {
 
     required property MacInfoModel mac
     property real topRadius: 0
-    /// The sheet is to close.
+    /// Asks for the sheet to be closed.
     signal dismissed
 
     implicitWidth: 400

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tarnwick
 
-/// The live metrics of this computer, each to pin, and the presets.
+/// The live metrics of this computer, which can each be pinned, and the preset buttons.
 Column {
     id: root
 

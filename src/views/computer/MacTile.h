@@ -58,13 +58,13 @@ public:
     QList<MacTile> tiles;
 
     [[nodiscard]] int count() const { return static_cast<int>(tiles.size()); }
-    /// An empty one beyond the last.
+    /// Default-constructed when there is none at that index.
     Q_INVOKABLE [[nodiscard]] tarnwick::MacTile tile(int index) const { return tiles.value(index); }
 
     friend bool operator==(const MacTileGroup&, const MacTileGroup&) = default;
 };
 
-/// That in which the views' tiles differ.
+/// The words and digits that differ between the sheet's tiles and the tour's.
 struct MacTileWording {
     int cpuDecimals;
     QStringView gpu;

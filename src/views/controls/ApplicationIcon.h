@@ -8,7 +8,7 @@
 namespace tarnwick {
 
 /// The application's icon in its own colours; where there is none, the product's symbol.
-class ApplicationIcon : public tarnwick::SquareImage { // qualified: qmltyperegistrar looks the name up as it stands
+class ApplicationIcon : public tarnwick::SquareImage { // qualified: qmltyperegistrar looks the name up as written here
     Q_OBJECT
     QML_ELEMENT
     /// Of the symbol.

@@ -9,7 +9,7 @@
 namespace tarnwick {
 
 /// One of our symbols, drawn in one colour. An unknown name draws nothing.
-class Symbol : public tarnwick::SquareImage { // qualified: qmltyperegistrar looks the name up as it stands
+class Symbol : public tarnwick::SquareImage { // qualified: qmltyperegistrar looks the name up as written here
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)

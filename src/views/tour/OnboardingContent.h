@@ -89,8 +89,8 @@ struct OnboardingContent {
     Q_PROPERTY(QString menuBarPreview MEMBER menuBarPreview)
 
 public:
-    int page = -1; ///< 0 to 4; the last one for any step that has none of its own
-    int dot = -1;  ///< the step itself: no dot is lit for a step without one
+    int page = -1; ///< 0 to 4; the last one for a step outside of that range
+    int dot = -1;  ///< the step itself; outside of 0 to 4 no dot is lit
     QString stepSubtitle;
     bool showsBack = false;
     QString nextCaption; ///< empty where nothing follows

@@ -36,7 +36,7 @@ public:
 
     [[nodiscard]] const OnboardingContent& content() const { return content_; }
     [[nodiscard]] ServerCardContent demoCard() const;
-    /// What the demo card can do; to a server that the store does not have.
+    /// What the demo card's buttons do. Its server is not in the store.
     [[nodiscard]] CardActions* cardActions() { return &cardActions_; }
     [[nodiscard]] PinListModel* pins() { return &pins_; }
     [[nodiscard]] QList<PinPresetButton> presets() const { return pinPresetButtons(tourCaption); }

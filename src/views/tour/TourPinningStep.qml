@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tarnwick
 
-/// The pins to try: they are the real ones.
+/// Lets the user try pinning. It changes the real pins.
 Item {
     id: root
 
