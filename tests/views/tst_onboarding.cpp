@@ -39,246 +39,204 @@ class OnboardingTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void stepsSayWhereTheyAre_data();
-    void stepsSayWhereTheyAre();
-    void previewsThePins_data();
-    void previewsThePins();
-    void showsTheMachine();
-    void demoServerIsHealthy();
-
-    void walksThroughTheSteps();
-    void showsTheDemoCard();
-    void appearsWithoutTrace();
-    void pinsForReal();
-    void completes();
-    void leadsToTheWeb();
-    void standsInAWindow();
-};
-
-void OnboardingTest::stepsSayWhereTheyAre_data() {
-    QTest::addColumn<int>("step");
-    QTest::addColumn<int>("page");
-    QTest::addColumn<QString>("subtitle");
-    QTest::addColumn<bool>("back");
-    QTest::addColumn<QString>("next");
-    QTest::newRow("first") << 0 << 0 << u"Step 1 of 5 \u2022 Introduction"_s << false << u"Explore Features"_s;
-    QTest::newRow("servers") << 1 << 1 << u"Step 2 of 5 \u2022 Server & Docker Fleets"_s << true << u"Next"_s;
-    QTest::newRow("hardware") << 2 << 2 << u"Step 3 of 5 \u2022 Telemetry"_s << true << u"Next"_s;
-    QTest::newRow("pins") << 3 << 3 << u"Step 4 of 5 \u2022 Menu Bar Customization"_s << true << u"Next"_s;
-    QTest::newRow("last") << 4 << 4 << u"Step 5 of 5 \u2022 You're All Set!"_s << true << QString();
-    QTest::newRow("beyond") << 5 << 4 << u"Step 5 of 5 \u2022 You're All Set!"_s << true << QString();
-    QTest::newRow("before") << -1 << 4 << u"Step 5 of 5 \u2022 You're All Set!"_s << false << u"Next"_s;
-}
-
-void OnboardingTest::stepsSayWhereTheyAre() {
-    QFETCH(const int, step);
-    const OnboardingContent content = onboardingContent(step, {}, {});
-    QTEST(content.page, "page");
-    QCOMPARE(content.dot, step);
-    QTEST(content.stepSubtitle, "subtitle");
-    QTEST(content.showsBack, "back");
-    QTEST(content.nextCaption, "next");
-}
-
-void OnboardingTest::previewsThePins_data() {
-    QTest::addColumn<MenuBarItemSet>("pins");
-    QTest::addColumn<QString>("preview");
-    QTest::newRow("none") << MenuBarItemSet() << u"Tarnwick"_s;
-    QTest::newRow("two") << MenuBarItemSet{ramUsage, cpuUsage} << u"CPU 12% \u2022 RAM 69%"_s;
-    QTest::newRow("all") << pins(PinPreset::All)
-                         << u"36\u00b0C \u2022 Peak 42\u00b0C \u2022 SSD 32\u00b0C \u2022 CPU 12% \u2022 GPU 8% "
-                            "\u2022 RAM 69% \u2022 2 OK"_s;
-}
-
-void OnboardingTest::previewsThePins() {
-    QFETCH(const MenuBarItemSet, pins);
-    QTEST(onboardingContent(3, {}, pins).menuBarPreview, "preview");
-}
-
-void OnboardingTest::showsTheMachine() {
-    MacHardwareInfo info;
-    info.modelName = u"Mac mini"_s;
-    info.chip = u"Apple M2 Pro"_s;
-    info.modelIdentifier = u"Mac14,12"_s;
-    info.osVersion = u"macOS 14.5"_s;
-    info.cpuCores = u"10 Cores (4 Performance + 6 Efficiency)"_s;
-    info.cpuUsagePercent = 84.96;
-    info.gpuUsagePercent = 64.5;
-    info.ramUsagePercent = 85;
-    info.ramUsedGB = 13.6;
-    info.ramTotalGB = 16;
-    info.avgSocTemp = 54.9;
-    info.peakSocTemp = 55;
-    info.ssdTemp = 75.0;
-    const auto figures = [](const MacHardwareInfo& machine) {
-        QStringList lines;
-        const OnboardingContent content = onboardingContent(2, machine, {});
-        for (const MacTile& metric : content.loads.tiles + content.thermals.tiles) {
-            const char* colour = QMetaEnum::fromType<ColorRole::Role>().valueToKey(static_cast<int>(metric.role));
-            lines += QStringList{metric.title, metric.value, metric.subtitle, QString::fromLatin1(colour)}.join(u'|');
-        }
-        return lines;
-    };
-    QCOMPARE(figures(info),
-             (QStringList{u"CPU Usage|85.0%|10 Cores|Orange"_s, u"GPU Usage|64%|Metal|Green"_s,
-                          u"Unified RAM|85%|13.6/16GB|Red"_s, u"SoC Average|54.9\u00b0C|CPU/GPU Die|Green"_s,
-                          u"Peak Core|55.0\u00b0C|Hotspot|Orange"_s, u"SSD Storage|75.0\u00b0C|NAND Flash|Red"_s}));
-    info.ssdTemp.reset();
-    QCOMPARE(figures(info).last(), u"SSD Storage|--|NAND Flash|Gray"_s);
-    QCOMPARE(onboardingContent(2, info, {}).machineHeading, u"Mac mini (Apple M2 Pro)"_s);
-    QCOMPARE(onboardingContent(2, info, {}).machineIdentity, u"Mac14,12 \u2022 macOS 14.5"_s);
-}
-
-void OnboardingTest::demoServerIsHealthy() {
-    const Server server = demoServer();
-    QCOMPARE(uuidString(server.id), u"00000000-0000-0000-0000-000000000001"_s);
-    QCOMPARE(server.metrics->status(), ServerHealthStatus::healthy);
-    QCOMPARE(qRound(server.metrics->memoryPercent()), 40);
-    QCOMPARE(qRound(server.metrics->diskPercent()), 35);
-    QCOMPARE(std::ranges::count_if(server.metrics->containers, &ContainerInfo::isRunning), 3);
-    QVERIFY(!server.metrics->gpuPercent && !server.metrics->errorMessage && !server.customSshKeyPath);
-}
-
-void OnboardingTest::walksThroughTheSteps() {
-    TourRig rig;
-    rig.showTour();
-    QQuickItem* root = rig.view->rootObject();
-    QVERIFY(!findItem(root, u"back"_s)->isVisible());
-    QCOMPARE(findItem(root, u"next"_s)->property("text").toString(), u"Explore Features"_s);
-    for (int step = 1; step <= 4; ++step) {
-        press(*rig.view, u"next"_s);
-        QCOMPARE(rig.ui.onboardingStep(), step);
-        // What leaves goes once it has faded.
-        QTRY_COMPARE(shownSteps(root), 1);
+    void stepsSayWhereTheyAre_data() {
+        QTest::addColumn<int>("step");
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QString>("subtitle");
+        QTest::addColumn<bool>("back");
+        QTest::addColumn<QString>("next");
+        QTest::newRow("first") << 0 << 0 << u"Step 1 of 5 \u2022 Introduction"_s << false << u"Explore Features"_s;
+        QTest::newRow("servers") << 1 << 1 << u"Step 2 of 5 \u2022 Server & Docker Fleets"_s << true << u"Next"_s;
+        QTest::newRow("hardware") << 2 << 2 << u"Step 3 of 5 \u2022 Telemetry"_s << true << u"Next"_s;
+        QTest::newRow("pins") << 3 << 3 << u"Step 4 of 5 \u2022 Menu Bar Customization"_s << true << u"Next"_s;
+        QTest::newRow("last") << 4 << 4 << u"Step 5 of 5 \u2022 You're All Set!"_s << true << QString();
+        QTest::newRow("beyond") << 5 << 4 << u"Step 5 of 5 \u2022 You're All Set!"_s << true << QString();
+        QTest::newRow("before") << -1 << 4 << u"Step 5 of 5 \u2022 You're All Set!"_s << false << u"Next"_s;
     }
-    QVERIFY(!findItem(root, u"next"_s)->isVisible());
-    QCOMPARE(findItem(root, u"stepSubtitle"_s)->property("text").toString(), u"Step 5 of 5 \u2022 You're All Set!"_s);
-    press(*rig.view, u"back"_s);
-    QCOMPARE(rig.ui.onboardingStep(), 3);
-    QVERIFY(findItem(root, u"next"_s)->isVisible());
-    // The step outlives the view.
-    rig.showTour();
-    QVERIFY(findItem(rig.view->rootObject(), u"preview"_s));
-}
 
-void OnboardingTest::showsTheDemoCard() {
-    TourRig rig;
-    rig.ui.setOnboardingStep(1);
-    rig.showTour();
-    OnboardingModel* const tour = rig.model.get();
-    QCOMPARE(tour->demoCard().name, u"Production VPS (Ubuntu 24.04)"_s);
-    QCOMPARE(tour->demoCard().containersText, u"3 / 3 Containers"_s);
-    QCOMPARE(tour->demoCard().containers.size(), 3);
-    // Its buttons work, on a server that the fleet does not have.
-    tour->cardActions()->toggleExpanded(demoServer().id);
-    QVERIFY(!tour->demoCard().isExpanded);
-    tour->cardActions()->togglePause(demoServer().id);
-    tour->cardActions()->remove(demoServer().id);
-    QVERIFY(rig.store->servers().isEmpty());
-    QCOMPARE(tour->demoCard().latencyText, u"19 ms"_s);
-}
+    void stepsSayWhereTheyAre() {
+        QFETCH(const int, step);
+        const OnboardingContent content = onboardingContent(step, {}, {});
+        QTEST(content.page, "page");
+        QCOMPARE(content.dot, step);
+        QTEST(content.stepSubtitle, "subtitle");
+        QTEST(content.showsBack, "back");
+        QTEST(content.nextCaption, "next");
+    }
 
-void OnboardingTest::appearsWithoutTrace() {
-    TourRig rig;
-    const QUuid other = QUuid::createUuid();
-    rig.ui.setExpandedServers({other});
-    rig.showTour();
-    QCOMPARE(rig.ui.expandedServers(), (QSet<QUuid>{other, demoServer().id}));
-    QVERIFY(rig.ui.macInfo().has_value());
+    void previewsThePins() {
+        QCOMPARE(liveMenuBarPreview({}), u"Tarnwick"_s);
+        QCOMPARE(liveMenuBarPreview({ramUsage, cpuUsage}), u"CPU 12% \u2022 RAM 69%"_s);
+        QCOMPARE(
+            onboardingContent(3, {}, pins(PinPreset::All)).menuBarPreview,
+            u"36\u00b0C \u2022 Peak 42\u00b0C \u2022 SSD 32\u00b0C \u2022 CPU 12% \u2022 GPU 8% \u2022 RAM 69% \u2022 2 OK"_s);
+    }
 
-    MacHardwareInfo known;
-    known.modelName = u"known"_s;
-    rig.ui.setMacInfo(known);
-    rig.showTour();
-    QCOMPARE(rig.ui.macInfo(), known);
-    QCOMPARE(rig.ui.expandedServers().size(), 2);
-    QVERIFY(rig.store->servers().isEmpty());
-}
+    void showsTheMachine() {
+        const OnboardingContent content = onboardingContent(2, SampleComputer::macMini(), {});
+        QStringList tiles;
+        for (const MacTile& tile : content.loads.tiles + content.thermals.tiles)
+            tiles += QStringList{tile.title, tile.value, tile.subtitle}.join(u'|');
+        QCOMPARE(tiles, (QStringList{u"CPU Usage|12.5%|10 Cores"_s, u"GPU Usage|8%|Metal"_s,
+                                     u"Unified RAM|69%|11.0/16GB"_s, u"SoC Average|41.2\u00b0C|CPU/GPU Die"_s,
+                                     u"Peak Core|57.8\u00b0C|Hotspot"_s, u"SSD Storage|32.0\u00b0C|NAND Flash"_s}));
+        QCOMPARE(content.machineHeading, u"Mac mini (Apple M2 Pro)"_s);
+        QCOMPARE(content.machineIdentity, u"Mac14,12 \u2022 macOS 14.5"_s);
+    }
 
-void OnboardingTest::pinsForReal() {
-    TourRig rig;
-    rig.ui.setOnboardingStep(3);
-    rig.showTour();
-    const auto preview = [&rig] {
-        return findItem(rig.view->rootObject(), u"preview"_s)->property("text").toString();
-    };
-    press(*rig.view, u"Pin All"_s);
-    QCOMPARE(rig.savedPins(), pins(PinPreset::All));
-    press(*rig.view, u"Reset"_s);
-    QCOMPARE(rig.savedPins(), pins(PinPreset::Standard));
-    press(*rig.view, title(cpuUsage));
-    QCOMPARE(rig.savedPins(), (MenuBarItemSet{socTemp, cpuUsage, serverStatus}));
-    QCOMPARE(preview(), u"36\u00b0C \u2022 CPU 12% \u2022 2 OK"_s);
-    for (const MenuBarItem item : {socTemp, cpuUsage, serverStatus})
-        press(*rig.view, title(item));
-    QCOMPARE(rig.savedPins(), MenuBarItemSet());
-    QCOMPARE(preview(), u"Tarnwick"_s);
+    void demoServerIsHealthy() {
+        const Server server = demoServer();
+        QCOMPARE(uuidString(server.id), u"00000000-0000-0000-0000-000000000001"_s);
+        QCOMPARE(server.metrics->status(), ServerHealthStatus::healthy);
+        QCOMPARE(qRound(server.metrics->memoryPercent()), 40);
+        QCOMPARE(qRound(server.metrics->diskPercent()), 35);
+        QCOMPARE(std::ranges::count_if(server.metrics->containers, &ContainerInfo::isRunning), 3);
+        QVERIFY(!server.metrics->gpuPercent && !server.metrics->errorMessage && !server.customSshKeyPath);
+    }
 
-    // The boxes follow the pins, whoever changes them.
-    rig.store->editSettings([](AppSettings& settings) { settings.pinnedMenuBarItems = {ssdTemp}; },
-                            ServerStore::Saving::later);
-    QVERIFY(findItem(rig.view->rootObject(), title(ssdTemp))->property("checked").toBool());
-    QVERIFY(!findItem(rig.view->rootObject(), title(cpuUsage))->property("checked").toBool());
-}
+    void walksThroughTheSteps() {
+        TourRig rig;
+        rig.showTour();
+        QQuickItem* root = rig.view->rootObject();
+        QVERIFY(!findItem(root, u"back"_s)->isVisible());
+        QCOMPARE(findItem(root, u"next"_s)->property("text").toString(), u"Explore Features"_s);
+        for (int step = 1; step <= 4; ++step) {
+            press(*rig.view, u"next"_s);
+            QCOMPARE(rig.ui.onboardingStep(), step);
+            // What leaves goes once it has faded.
+            QTRY_COMPARE(shownSteps(root), 1);
+        }
+        QVERIFY(!findItem(root, u"next"_s)->isVisible());
+        QCOMPARE(findItem(root, u"stepSubtitle"_s)->property("text").toString(),
+                 u"Step 5 of 5 \u2022 You're All Set!"_s);
+        press(*rig.view, u"back"_s);
+        QCOMPARE(rig.ui.onboardingStep(), 3);
+        QVERIFY(findItem(root, u"next"_s)->isVisible());
+        // The step outlives the view.
+        rig.showTour();
+        QVERIFY(findItem(rig.view->rootObject(), u"preview"_s));
+    }
 
-void OnboardingTest::completes() {
-    TourRig rig;
-    rig.ui.setOnboardingStep(4);
-    rig.showTour();
-    QSignalSpy completed(rig.view->rootObject(), SIGNAL(completed()));
-    QVERIFY(!rig.store->settings().hasCompletedOnboarding);
-    // It has the keyboard.
-    QTest::keyClick(rig.view.get(), Qt::Key_Return);
-    QCOMPARE(completed.count(), 1);
-    QVERIFY(rig.store->settings().hasCompletedOnboarding);
-    QVERIFY(rig.savedSettings().hasCompletedOnboarding);
-}
+    void showsTheDemoCard() {
+        TourRig rig;
+        rig.ui.setOnboardingStep(1);
+        rig.showTour();
+        OnboardingModel* const tour = rig.model.get();
+        QCOMPARE(tour->demoCard().name, u"Production VPS (Ubuntu 24.04)"_s);
+        QCOMPARE(tour->demoCard().containersText, u"3 / 3 Containers"_s);
+        QCOMPARE(tour->demoCard().containers.size(), 3);
+        // Its buttons work, on a server that the fleet does not have.
+        tour->cardActions()->toggleExpanded(demoServer().id);
+        QVERIFY(!tour->demoCard().isExpanded);
+        tour->cardActions()->togglePause(demoServer().id);
+        tour->cardActions()->remove(demoServer().id);
+        QVERIFY(rig.store->servers().isEmpty());
+        QCOMPARE(tour->demoCard().latencyText, u"19 ms"_s);
+    }
 
-void OnboardingTest::leadsToTheWeb() {
-    TourRig rig;
-    rig.ui.setOnboardingStep(4);
-    rig.showTour();
-    press(*rig.view, u"Ko-fi Page"_s);
-    press(*rig.view, u"Support Tarnwick on Ko-fi"_s);
-    press(*rig.view, u"Official Website: tarnwick.example"_s);
-    QCOMPARE(rig.opened, (QStringList{u"https://ko-fi.com/tarnwick"_s, u"https://ko-fi.com/tarnwick"_s,
-                                      u"https://tarnwick.example"_s}));
-}
+    void appearsWithoutTrace() {
+        TourRig rig;
+        const QUuid other = QUuid::createUuid();
+        rig.ui.setExpandedServers({other});
+        rig.showTour();
+        QCOMPARE(rig.ui.expandedServers(), (QSet<QUuid>{other, demoServer().id}));
+        QVERIFY(rig.ui.macInfo().has_value());
 
-void OnboardingTest::standsInAWindow() {
-    TourRig rig;
-    rig.ui.setOnboardingStep(4);
-    int completions = 0;
-    std::unique_ptr<OnboardingWindow> window;
-    window = std::make_unique<OnboardingWindow>(*rig.store, rig.ui, rig.collaborators, [&] {
-        ++completions;
-        window.reset();
-    });
-    QCOMPARE(window->title(), u"Welcome to Tarnwick"_s);
-    QCOMPARE(window->size(), QSize(540, 510));
-    QCOMPARE(window->minimumSize(), window->maximumSize());
-    QVERIFY((window->geometry().center() - window->screen()->availableGeometry().center()).manhattanLength() <= 2);
-    QVERIFY(window->flags().testFlags(Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint));
-    window->show();
-    QVERIFY(QTest::qWaitForWindowActive(window.get()));
-    // Two presses before the event loop turns are one completion.
-    QTest::keyClick(window.get(), Qt::Key_Return);
-    if (window)
+        MacHardwareInfo known;
+        known.modelName = u"known"_s;
+        rig.ui.setMacInfo(known);
+        rig.showTour();
+        QCOMPARE(rig.ui.macInfo(), known);
+        QCOMPARE(rig.ui.expandedServers().size(), 2);
+        QVERIFY(rig.store->servers().isEmpty());
+    }
+
+    void pinsForReal() {
+        TourRig rig;
+        rig.ui.setOnboardingStep(3);
+        rig.showTour();
+        const auto preview = [&rig] {
+            return findItem(rig.view->rootObject(), u"preview"_s)->property("text").toString();
+        };
+        press(*rig.view, u"Pin All"_s);
+        QCOMPARE(rig.savedPins(), pins(PinPreset::All));
+        press(*rig.view, u"Reset"_s);
+        QCOMPARE(rig.savedPins(), pins(PinPreset::Standard));
+        press(*rig.view, title(cpuUsage));
+        QCOMPARE(rig.savedPins(), (MenuBarItemSet{socTemp, cpuUsage, serverStatus}));
+        QCOMPARE(preview(), u"36\u00b0C \u2022 CPU 12% \u2022 2 OK"_s);
+        for (const MenuBarItem item : {socTemp, cpuUsage, serverStatus})
+            press(*rig.view, title(item));
+        QCOMPARE(rig.savedPins(), MenuBarItemSet());
+        QCOMPARE(preview(), u"Tarnwick"_s);
+
+        // The boxes follow the pins when something else changes them, too.
+        rig.store->editSettings([](AppSettings& settings) { settings.pinnedMenuBarItems = {ssdTemp}; },
+                                ServerStore::Saving::later);
+        QVERIFY(findItem(rig.view->rootObject(), title(ssdTemp))->property("checked").toBool());
+        QVERIFY(!findItem(rig.view->rootObject(), title(cpuUsage))->property("checked").toBool());
+    }
+
+    void completes() {
+        TourRig rig;
+        rig.ui.setOnboardingStep(4);
+        rig.showTour();
+        QSignalSpy completed(rig.view->rootObject(), SIGNAL(completed()));
+        QVERIFY(!rig.store->settings().hasCompletedOnboarding);
+        // It has the keyboard.
+        QTest::keyClick(rig.view.get(), Qt::Key_Return);
+        QCOMPARE(completed.count(), 1);
+        QVERIFY(rig.store->settings().hasCompletedOnboarding);
+        QVERIFY(rig.savedSettings().hasCompletedOnboarding);
+    }
+
+    void leadsToTheWeb() {
+        TourRig rig;
+        rig.ui.setOnboardingStep(4);
+        rig.showTour();
+        press(*rig.view, u"Ko-fi Page"_s);
+        press(*rig.view, u"Support Tarnwick on Ko-fi"_s);
+        press(*rig.view, u"Official Website: tarnwick.example"_s);
+        QCOMPARE(rig.opened, (QStringList{u"https://ko-fi.com/tarnwick"_s, u"https://ko-fi.com/tarnwick"_s,
+                                          u"https://tarnwick.example"_s}));
+    }
+
+    void standsInAWindow() {
+        TourRig rig;
+        rig.ui.setOnboardingStep(4);
+        int completions = 0;
+        std::unique_ptr<OnboardingWindow> window;
+        window = std::make_unique<OnboardingWindow>(*rig.store, rig.ui, rig.collaborators, [&] {
+            ++completions;
+            window.reset();
+        });
+        QCOMPARE(window->title(), u"Welcome to Tarnwick"_s);
+        QCOMPARE(window->size(), QSize(540, 510));
+        QCOMPARE(window->minimumSize(), window->maximumSize());
+        QVERIFY((window->geometry().center() - window->screen()->availableGeometry().center()).manhattanLength() <= 2);
+        QVERIFY(
+            window->flags().testFlags(Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint));
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        // Two presses before the event loop turns are one completion.
         QTest::keyClick(window.get(), Qt::Key_Return);
-    QTRY_VERIFY(!window);
-    QCOMPARE(completions, 1);
-    QVERIFY(rig.savedSettings().hasCompletedOnboarding);
+        if (window)
+            QTest::keyClick(window.get(), Qt::Key_Return);
+        QTRY_VERIFY(!window);
+        QCOMPARE(completions, 1);
+        QVERIFY(rig.savedSettings().hasCompletedOnboarding);
 
-    // Closing it is no completion.
-    rig.store->editSettings([](AppSettings& settings) { settings.hasCompletedOnboarding = false; },
-                            ServerStore::Saving::later);
-    window = std::make_unique<OnboardingWindow>(*rig.store, rig.ui, rig.collaborators, [&] { ++completions; });
-    window->show();
-    window->close();
-    window.reset();
-    QCOMPARE(completions, 1);
-    QVERIFY(!rig.store->settings().hasCompletedOnboarding);
-}
+        // Closing it is no completion.
+        rig.store->editSettings([](AppSettings& settings) { settings.hasCompletedOnboarding = false; },
+                                ServerStore::Saving::later);
+        window = std::make_unique<OnboardingWindow>(*rig.store, rig.ui, rig.collaborators, [&] { ++completions; });
+        window->show();
+        window->close();
+        window.reset();
+        QCOMPARE(completions, 1);
+        QVERIFY(!rig.store->settings().hasCompletedOnboarding);
+    }
+};
 
 QTEST_MAIN(OnboardingTest)
 #include "tst_onboarding.moc"
