@@ -5,8 +5,8 @@
 
 namespace tarnwick {
 
-/// The functions of libxcb that this program calls. The library is looked up at run time: Qt's X11 support brings it, and
-/// a computer without X11 does not need it.
+/// The functions of libxcb that this program calls. The library is looked up at run time: Qt's X11 support brings it,
+/// and a computer without X11 does not need it.
 struct Libxcb {
     decltype(&xcb_connect) connect = nullptr;
     decltype(&xcb_connection_has_error) connectionHasError = nullptr;
