@@ -61,7 +61,7 @@ public:
 
 /// `ThisComputer` over scripted readings and a scripted clock. As made, it is a Mac mini whose info() is macMini():
 /// CPU 12.5 %, GPU 8 %, 11 of 16 GB, SoC 41.25 °C on average and 57.8 °C at most, SSD 32 °C, 120.3 of 460.4 GB of disk.
-/// The clock stands still, so each figure is read once; letTimePass() makes the next question read again.
+/// The clock does not move, so each figure is read once; letTimePass() makes the next question read again.
 class SampleComputer {
 public:
     ScriptedKernel kernel;

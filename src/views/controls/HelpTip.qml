@@ -1,5 +1,4 @@
 import QtQuick
-import Tarnwick
 
 /// The help text of a control; exists only while it is wanted.
 Loader {
