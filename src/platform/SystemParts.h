@@ -5,8 +5,6 @@
 #include "StatusItem.h"
 #include "TemperatureSensors.h"
 
-#include <QWindow>
-
 #include <memory>
 
 namespace tarnwick {
