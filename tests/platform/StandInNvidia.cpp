@@ -1,4 +1,4 @@
-// A management library with one card. It writes one letter for each call into the file that the environment variable
+// A management library with two cards. It writes one letter for each call into the file that the environment variable
 // STANDIN_NVIDIA_LOG names, because a card that sleeps must not get any.
 
 #include <cstdio>
@@ -7,7 +7,8 @@
 
 namespace {
 
-bool isBusy = true;
+unsigned firstCard = 63; // percent
+unsigned secondCard = 30;
 
 void note(char call) {
     if (std::FILE* log = std::fopen(std::getenv("STANDIN_NVIDIA_LOG"), "a")) {
@@ -37,16 +38,15 @@ int nvmlShutdown() {
 
 int nvmlDeviceGetHandleByPciBusId_v2(const char* address, void** device) {
     note('d');
-    *device = &isBusy;
-    return std::strcmp(address, "0000:01:00.0") == 0 ? 0 : 6;
+    *device = std::strcmp(address, "0000:01:00.0") == 0 ? &firstCard : &secondCard;
+    return 0;
 }
 
-/// Busy at the first call, idle at all later ones.
+/// The first card is busy at the first call, idle at all later ones.
 int nvmlDeviceGetUtilizationRates(void* device, StandInUtilisation* utilisation) {
     note('u');
-    bool* busy = static_cast<bool*>(device);
-    *utilisation = {*busy ? 63U : 0U, 5U};
-    *busy = false;
+    *utilisation = {*static_cast<unsigned*>(device), 5U};
+    firstCard = device == &firstCard ? 0 : firstCard;
     return 0;
 }
 }

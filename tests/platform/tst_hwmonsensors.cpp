@@ -166,7 +166,7 @@ private Q_SLOTS:
         const FileTree tree;
         install(tree,
                 "hwmon0|name amdgpu|temp1_input 44000|device/power/runtime_status active|device/power/control auto|"
-                "device/boot_vga 0");
+                "device/class 0x030000|device/boot_vga 0");
         LinuxTemperatureSensors sensors(tree.root());
         QCOMPARE(readingsOf(sensors), QStringList{u"tdie amdgpu=44"_s});
         tree.write(u"sys/class/hwmon/hwmon0/temp1_input"_s, "48000\n");

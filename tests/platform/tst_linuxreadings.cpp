@@ -33,7 +33,7 @@ QString utilisations(KernelReadings& kernel) {
 }
 
 const auto amd = u"sys/class/drm/card1/device/gpu_busy_percent"_s;
-const auto nvidiaStatus = u"sys/bus/pci/drivers/nvidia/0000:01:00.0/power/runtime_status"_s;
+const auto nvidia = u"sys/bus/pci/drivers/nvidia/0000:0%1:00.0/power/runtime_status"_s;
 
 } // namespace
 
@@ -215,15 +215,42 @@ private Q_SLOTS:
         QCOMPARE(utilisations(kernel), u"? 33"_s);
     }
 
+    void idleSecondCardIsLeftAlone_data() {
+        QTest::addColumn<QString>("device");
+        QTest::addColumn<QString>("next");
+        const auto row = [](const char* name, const char* device, const char* next) {
+            QTest::newRow(name) << QString::fromLatin1(device) << QString::fromLatin1(next);
+        };
+        row("graphics card", "class 0x030000|boot_vga 0|power/control auto", "0");
+        row("3D controller of a laptop", "class 0x030200|power/control auto", "0");
+        row("display controller of a laptop", "class 0x038000|power/control auto", "0");
+        row("card that firmware starts on", "class 0x030000|boot_vga 1|power/control auto", "50");
+        row("card that may not sleep", "class 0x038000|power/control on", "50");
+        row("part of a system on a chip", "power/control auto", "50");
+    }
     void idleSecondCardIsLeftAlone() {
+        QFETCH(const QString, device);
         const FileTree tree;
-        tree.install(u"sys/class/drm/card1/device|gpu_busy_percent 40|boot_vga 0|power/control auto|"
-                     "power/runtime_status active"_s);
+        tree.install(u"sys/class/drm/card1/device|gpu_busy_percent 40|power/runtime_status active|"_s + device);
         LinuxKernelReadings kernel(tree.root());
         QCOMPARE(utilisations(kernel), u"40"_s);
         tree.write(amd, "0\n");
         QCOMPARE(utilisations(kernel), u"0"_s);
         tree.write(amd, "50\n");
+        QTEST(utilisations(kernel), "next");
+    }
+
+    void sleepIsAllowedAndForbiddenMeanwhile() {
+        const FileTree tree;
+        tree.install(u"sys/class/drm/card1/device|gpu_busy_percent 0|class 0x038000|power/control on"_s);
+        LinuxKernelReadings kernel(tree.root());
+        QCOMPARE(utilisations(kernel), u"0"_s);
+        tree.write(amd, "30\n");
+        QCOMPARE(utilisations(kernel), u"30"_s);
+        tree.write(u"sys/class/drm/card1/device/power/control"_s, "auto\n");
+        tree.write(amd, "0\n");
+        QCOMPARE(utilisations(kernel), u"0"_s);
+        tree.write(amd, "30\n");
         QCOMPARE(utilisations(kernel), u"0"_s);
     }
 
@@ -231,22 +258,29 @@ private Q_SLOTS:
         const FileTree tree;
         const QString log = tree.full(u"log"_s);
         qputenv("STANDIN_NVIDIA_LOG", QFile::encodeName(log));
-        tree.install(u"sys/bus/pci/drivers/nvidia/0000:01:00.0|power/runtime_status suspended|boot_vga 0|"
-                     "power/control auto"_s);
+        tree.install(u"sys/bus/pci/drivers/nvidia/0000:01:00.0|power/runtime_status suspended|class 0x030200|"
+                     "power/control auto\n"
+                     "sys/bus/pci/drivers/nvidia/0000:02:00.0|power/runtime_status suspended|class 0x030200|"
+                     "power/control on"_s);
         {
             LinuxKernelReadings kernel(tree.root(), QStringLiteral(STANDIN_NVIDIA));
-            QCOMPARE(utilisations(kernel), u"?"_s);
+            QCOMPARE(utilisations(kernel), u"? ?"_s);
             QVERIFY2(!QFile::exists(log), "a card that sleeps was touched");
-            tree.write(nvidiaStatus, "active\n");
-            QCOMPARE(utilisations(kernel), u"63"_s);
-            QCOMPARE(utilisations(kernel), u"0"_s); // idle: the session ends, and the card may fall asleep
-            QCOMPARE(utilisations(kernel), u"0"_s);
+            tree.write(nvidia.arg(2), "active\n");
+            QCOMPARE(utilisations(kernel), u"? 30"_s);
+            tree.write(nvidia.arg(1), "active\n");
+            QCOMPARE(utilisations(kernel), u"63 30"_s);
+            QCOMPARE(utilisations(kernel), u"0 30"_s);
+            QCOMPARE(utilisations(kernel), u"0 30"_s);
+            tree.write(nvidia.arg(2), "suspended\n");
+            QCOMPARE(utilisations(kernel), u"0 ?"_s); // the session ends, and the idle card may fall asleep
+            QCOMPARE(utilisations(kernel), u"0 ?"_s);
             QFile calls(log);
             QVERIFY(calls.open(QIODevice::ReadOnly));
-            QCOMPARE(calls.readAll(), "idudus");
+            QCOMPARE(calls.readAll(), "idudududududus");
         }
         LinuxKernelReadings withoutLibrary(tree.root(), u"/nowhere/libnvidia-ml.so.1"_s);
-        QCOMPARE(utilisations(withoutLibrary), u"?"_s);
+        QCOMPARE(utilisations(withoutLibrary), u"? ?"_s);
     }
 
     void emptyRootTellsNothing() {

@@ -2,7 +2,9 @@
 
 #include "KernelFiles.h"
 
+#include <algorithm>
 #include <array>
+#include <initializer_list>
 
 using namespace Qt::StringLiterals;
 
@@ -12,29 +14,34 @@ namespace {
 
 constexpr std::chrono::seconds restingTime{15}; // amdgpu waits for 5 s before it lets a card sleep
 
+/// A graphics card other than the one that the firmware starts with, which drives the screen and stays awake. Only
+/// cards of class 0x0300 have the file boot_vga; the second card of a laptop is often a 3D controller (0x0302) or
+/// another display controller (0x0380).
+bool isSecondCard(const QString& deviceFolder) {
+    return readSmallFile(deviceFolder + u"class"_s).startsWith("0x03") &&
+           readSmallFile(deviceFolder + u"boot_vga"_s) != "1";
+}
+
+bool says(const KeptFile& file, std::initializer_list<QByteArrayView> words) {
+    std::array<char, 32> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
+    return file.isOpen() && std::ranges::find(words, file.read(buffer).text) != words.end();
+}
+
 } // namespace
 
-DevicePower::DevicePower(const QString& deviceFolder) {
-    const QString status = deviceFolder + u"power/runtime_status"_s;
-    if (readSmallFile(status) != "unsupported")
-        status_ = KeptFile(status);
-    // The card that the firmware starts with drives the screen and stays awake; only graphics cards have this file.
-    isSecondCard_ = readSmallFile(deviceFolder + u"boot_vga"_s) == "0" &&
-                    readSmallFile(deviceFolder + u"power/control"_s) == "auto";
+DevicePower::DevicePower(const QString& deviceFolder) : status_(deviceFolder + u"power/runtime_status"_s) {
+    if (isSecondCard(deviceFolder))
+        control_ = KeptFile(deviceFolder + u"power/control"_s);
 }
 
 bool DevicePower::isAsleep() const {
-    if (!status_.isOpen())
-        return false;
-    std::array<char, 32> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
-    const QByteArrayView status = status_.read(buffer).text;
-    return status == "suspended" || status == "suspending";
+    return says(status_, {"suspended", "suspending"});
 }
 
-bool DevicePower::rest() {
-    if (isSecondCard_)
+void DevicePower::rest() {
+    // Asked each time: power-saving tools allow sleep and forbid it as a laptop is unplugged and plugged in.
+    if (says(control_, {"auto"}))
         restsUntil_ = Clock::now() + restingTime;
-    return isSecondCard_;
 }
 
 } // namespace tarnwick

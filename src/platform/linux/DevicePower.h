@@ -19,15 +19,15 @@ public:
     [[nodiscard]] bool isAsleep() const;
     /// rest() has left the device alone for the time being.
     [[nodiscard]] bool isResting() const { return Clock::now() < restsUntil_; }
-    /// Leaves a graphics card that is allowed to sleep alone for longer than its driver waits before it lets the card
-    /// sleep; does nothing for any other device. True when the device is left alone now.
-    bool rest();
+    /// Leaves a second graphics card that is allowed to sleep now alone for longer than its driver waits before it lets
+    /// the card sleep; does nothing for any other device.
+    void rest();
 
 private:
     using Clock = std::chrono::steady_clock;
 
     KeptFile status_;
-    bool isSecondCard_ = false;
+    KeptFile control_; ///< of a second graphics card only
     Clock::time_point restsUntil_;
 };
 

@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
@@ -28,6 +30,12 @@ QList<QVariantMap> LinuxAccelerators::read() {
             percent ? QVariantMap{{u"PerformanceStatistics"_s, QVariantMap{{u"Device Utilization %"_s, *percent}}}}
                     : QVariantMap());
     }
+    // A session keeps all of NVIDIA's cards awake.
+    const auto needsSession = [](const Card& card) {
+        return !card.pciAddress.isEmpty() && !card.power.isAsleep() && !card.power.isResting();
+    };
+    if (std::ranges::none_of(cards_, needsSession))
+        nvidia_.close();
     return properties;
 }
 
@@ -59,8 +67,8 @@ std::optional<qint64> LinuxAccelerators::utilisation(Card& card) {
     const std::optional<qint64> percent = card.pciAddress.isEmpty()
                                               ? card.busyPercent.readNumber()
                                               : std::optional<qint64>(nvidia_.utilisation(card.pciAddress));
-    if (percent == 0 && card.power.rest() && !card.pciAddress.isEmpty())
-        nvidia_.close();
+    if (percent == 0)
+        card.power.rest();
     return percent;
 }
 
