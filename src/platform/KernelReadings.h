@@ -56,8 +56,9 @@ public:
     [[nodiscard]] virtual std::optional<QString> makersModelName() { return std::nullopt; }
     [[nodiscard]] virtual std::optional<CpuTicks> cpuTicks() = 0;
     [[nodiscard]] virtual std::optional<MemoryPages> memoryPages() = 0;
-    /// One property dictionary per accelerator, in registry order. Never wakes one that sleeps. The utilisation of
-    /// one that reports it is the number "Device Utilization %" in the dictionary "PerformanceStatistics".
+    /// One property dictionary per accelerator, in registry order; the busiest first where the system has none. Never
+    /// wakes one that sleeps. The utilisation of one that reports it is the number "Device Utilization %" in the
+    /// dictionary "PerformanceStatistics".
     [[nodiscard]] virtual QList<QVariantMap> accelerators() = 0;
     [[nodiscard]] virtual OperatingSystem operatingSystem() = 0;
     [[nodiscard]] virtual ThermalState thermalState() = 0;

@@ -1,8 +1,10 @@
 #include "FileTree.h"
+#include "linux/IdleResidency.h"
 #include "linux/LinuxKernelReadings.h"
 
 #include <QTest>
 
+#include <chrono>
 #include <cstring>
 
 using namespace Qt::StringLiterals;
@@ -202,17 +204,82 @@ private Q_SLOTS:
                      "sys/class/drm/card1/device|gpu_busy_percent 12|power/runtime_status suspended\n"
                      "sys/class/drm/card1-DP-1|status connected"_s);
         LinuxKernelReadings kernel(tree.root());
-        QCOMPARE(utilisations(kernel), u"? 77"_s);
+        QCOMPARE(utilisations(kernel), u"77 ?"_s);
         tree.write(u"sys/class/drm/card1/device/power/runtime_status"_s, "active\n");
-        QCOMPARE(utilisations(kernel), u"12 77"_s);
+        QCOMPARE(utilisations(kernel), u"77 12"_s); // the busiest first
         tree.write(amd, "busy\n");
-        QCOMPARE(utilisations(kernel), u"? 77"_s);
+        QCOMPARE(utilisations(kernel), u"77 ?"_s);
         tree.remove(u"sys/class/drm/card10/device"_s);
         QCOMPARE(utilisations(kernel), u"? ?"_s);
         tree.install(u"sys/class/drm/card2/device|gpu_busy_percent 33"_s);
         for (int read = 0; read < 60; ++read)
             (void)kernel.accelerators();
-        QCOMPARE(utilisations(kernel), u"? 33"_s);
+        QCOMPARE(utilisations(kernel), u"33 ?"_s);
+    }
+
+    void idleCounters() {
+        using namespace std::chrono_literals;
+        IdleResidency residency;
+        const IdleResidency::Clock::time_point start;
+        const auto busyAt = [&](std::chrono::milliseconds time, std::chrono::milliseconds idle) {
+            return residency.busyPercent(idle, start + time).value_or(-1);
+        };
+        QCOMPARE(busyAt(0ms, 0ms), -1.0);
+        QCOMPARE(busyAt(1000ms, 0ms), -1.0); // switched off
+        QCOMPARE(busyAt(2000ms, 700ms), -1.0);
+        QCOMPARE(busyAt(3000ms, 1450ms), 25.0);
+        QCOMPARE(busyAt(3000ms, 1450ms), -1.0);
+        QCOMPARE(busyAt(4000ms, 2451ms), 0.0);
+        QCOMPARE(busyAt(5000ms, 2451ms), 100.0);
+        QCOMPARE(busyAt(6000ms, 300ms), -1.0); // it began again
+        QCOMPARE(busyAt(8000ms, 1300ms), 50.0);
+    }
+
+    void intelCards_data() {
+        QTest::addColumn<QString>("counter");
+        QTest::addColumn<QString>("other");
+        QTest::newRow("i915") << u"card1/gt/gt0/rc6_residency_ms"_s << u"card1/power/rc6_residency_ms"_s;
+        QTest::newRow("i915, second part") << u"card1/gt/gt1/rc6_residency_ms"_s << u"card1/gt/gt0/rc6_residency_ms"_s;
+        QTest::newRow("early i915") << u"card1/power/rc6_residency_ms"_s << u"card1/power/rc6p_residency_ms"_s;
+        QTest::newRow("xe") << u"card1/device/tile0/gt0/gtidle/idle_residency_ms"_s << u"card1/gt_cur_freq_mhz"_s;
+        QTest::newRow("xe, second part") << u"card1/device/tile1/gt1/gtidle/idle_residency_ms"_s
+                                         << u"card1/device/tile0/gt0/gtidle/idle_residency_ms"_s;
+    }
+    void intelCards() {
+        QFETCH(const QString, counter);
+        QFETCH(const QString, other);
+        const FileTree tree;
+        const auto write = [&tree](const QString& file, const char* content) {
+            tree.write(u"sys/class/drm/"_s + file, content);
+        };
+        write(u"card1/device/power/runtime_status"_s, "active\n");
+        write(counter, "1000\n");
+        write(other, "1\n");
+        LinuxKernelReadings kernel(tree.root());
+        QCOMPARE(utilisations(kernel), u"?"_s); // no interval yet
+        write(other, "2000000\n");              // idle ever since
+        QCOMPARE(utilisations(kernel), u"100"_s);
+        for (int read = 0; read < 100; ++read)
+            QCOMPARE(utilisations(kernel), u"100"_s); // also after a look for new cards
+        write(counter, "2000000\n");
+        write(other, "4000000\n");
+        QCOMPARE(utilisations(kernel), u"0"_s);
+        write(u"card1/device/power/runtime_status"_s, "suspended\n");
+        QCOMPARE(utilisations(kernel), u"?"_s);
+        write(u"card1/device/power/runtime_status"_s, "active\n");
+        QCOMPARE(utilisations(kernel), u"?"_s); // the time asleep is no interval
+        QCOMPARE(utilisations(kernel), u"100"_s);
+    }
+
+    void systemsOnAChip() {
+        const FileTree tree;
+        tree.install(u"sys/class/devfreq/dmc|load 88@528000000Hz\nsys/class/devfreq/fdab0000.npu|load 99@1000000000Hz\n"
+                     "sys/class/devfreq/fb000000.gpu|load 47@200000000Hz|cur_freq 200000000"_s);
+        LinuxKernelReadings kernel(tree.root());
+        QCOMPARE(utilisations(kernel), u"47"_s);
+        tree.write(u"sys/class/devfreq/fb000000.gpu/device/power/runtime_status"_s, "suspended\n");
+        LinuxKernelReadings asleep(tree.root());
+        QCOMPARE(utilisations(asleep), u"?"_s);
     }
 
     void idleSecondCardIsLeftAlone_data() {
@@ -267,11 +334,11 @@ private Q_SLOTS:
             QCOMPARE(utilisations(kernel), u"? ?"_s);
             QVERIFY2(!QFile::exists(log), "a card that sleeps was touched");
             tree.write(nvidia.arg(2), "active\n");
-            QCOMPARE(utilisations(kernel), u"? 30"_s);
+            QCOMPARE(utilisations(kernel), u"30 ?"_s);
             tree.write(nvidia.arg(1), "active\n");
             QCOMPARE(utilisations(kernel), u"63 30"_s);
-            QCOMPARE(utilisations(kernel), u"0 30"_s);
-            QCOMPARE(utilisations(kernel), u"0 30"_s);
+            QCOMPARE(utilisations(kernel), u"30 0"_s);
+            QCOMPARE(utilisations(kernel), u"30 0"_s);
             tree.write(nvidia.arg(2), "suspended\n");
             QCOMPARE(utilisations(kernel), u"0 ?"_s); // the session ends, and the idle card may fall asleep
             QCOMPARE(utilisations(kernel), u"0 ?"_s);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "DevicePower.h"
+#include "IdleResidency.h"
 #include "KeptFile.h"
 #include "NvidiaLibrary.h"
 
+#include <QHash>
 #include <QList>
 #include <QVariantMap>
 
@@ -12,30 +14,39 @@
 
 namespace tarnwick {
 
-/// The graphics cards whose drivers report their utilisation: those of the kernel's drivers (`gpu_busy_percent`), by
-/// card number, then those of NVIDIA's driver. Reading never wakes a card that sleeps; a card that idles and is allowed
-/// to sleep is left alone for a while, so that it can. Any thread.
+/// The graphics processors whose drivers report how busy they are: AMD's in percent, Intel's as the time for which each
+/// of their parts was idle, Rockchip's as the load that sets their frequency, NVIDIA's through its library. Reading
+/// never wakes a card that sleeps; a card that idles and is allowed to sleep is left alone for a while, so that it can.
+/// Any thread.
 class LinuxAccelerators {
 public:
     /// `root` is the folder that holds sys, ending in "/".
     LinuxAccelerators(const QString& root, const QString& nvidiaLibrary);
 
-    /// One property dictionary per card; a card that sleeps or does not answer has no utilisation.
+    /// One property dictionary per card, the busiest first. A card that sleeps or does not answer has no utilisation;
+    /// Intel's have none at the first read, because there is no interval yet.
     [[nodiscard]] QList<QVariantMap> read();
 
 private:
+    struct IdleCounter {
+        QString path;
+        KeptFile file; ///< milliseconds
+    };
     struct Card {
         QByteArray pciAddress; ///< of a card that NVIDIA's library answers for; else empty
-        KeptFile busyPercent;  ///< of any other
+        KeptFile busyPercent;  ///< "12", or "12@200000000Hz"; not open where there are idle counters
+        std::vector<IdleCounter> idleCounters;
         DevicePower power;
     };
 
     void scan();
     [[nodiscard]] std::optional<qint64> utilisation(Card& card);
+    [[nodiscard]] std::optional<qint64> measure(const Card& card);
 
     const QString root_; ///< ends in "/"
     std::mutex mutex_;
     std::vector<Card> cards_;
+    QHash<QString, IdleResidency> residencies_; ///< by the counter's path, so that a scan keeps them
     NvidiaLibrary nvidia_;
     int readsUntilScan_ = 0;
 };
