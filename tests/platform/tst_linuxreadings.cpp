@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstring>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -56,13 +57,26 @@ private Q_SLOTS:
             QVERIFY2(!ticksIn(damaged), damaged);
     }
 
-    void idleTicksNeverRunBackwards() {
+    void processorTimesThatDrop() {
         const FileTree tree;
-        tree.write(u"proc/stat"_s, "cpu  10 0 0 100 50 0 0 0 0 0\n");
+        tree.write(u"proc/stat"_s, "cpu  1000 0 0 5000 50\n");
         LinuxKernelReadings kernel(tree.root());
-        QCOMPARE(kernel.cpuTicks()->idle, 150U);
-        tree.write(u"proc/stat"_s, "cpu  20 0 0 110 30 0 0 0 0 0\n");
-        QCOMPARE(kernel.cpuTicks(), (CpuTicks{20, 0, 150, 0}));
+        CpuTicks before = kernel.cpuTicks().value_or(CpuTicks{});
+        const auto passedAt = [&](const QByteArray& ticks) {
+            tree.write(u"proc/stat"_s, "cpu  " + ticks + '\n');
+            const CpuTicks now = kernel.cpuTicks().value_or(CpuTicks{});
+            const CpuTicks then = std::exchange(before, now);
+            return CpuTicks{now.user - then.user, now.system - then.system, now.idle - then.idle, now.nice - then.nice};
+        };
+        QCOMPARE(passedAt("1010 0 0 5040 0"), (CpuTicks{10, 0, 0, 0})); // the kernel takes a little back …
+        QCOMPARE(passedAt("1020 0 0 5060 5"), (CpuTicks{10, 0, 15, 0}));
+        QCOMPARE(passedAt("1030 0 0 4965 0"), (CpuTicks{10, 0, 0, 0}));
+        QCOMPARE(passedAt("1040 0 0 3000 0"), (CpuTicks{})); // … a processor goes offline …
+        QCOMPARE(passedAt("1050 0 0 3020 10"), (CpuTicks{10, 0, 30, 0}));
+        QCOMPARE(passedAt("1060 0 0 2928 0"), (CpuTicks{}));
+        QCOMPARE(passedAt("1070 0 0 2958 0"), (CpuTicks{10, 0, 30, 0}));
+        QCOMPARE(passedAt("7 4 0 2988 0"), (CpuTicks{})); // … and other counters begin again
+        QCOMPARE(passedAt("17 5 2 3018 0"), (CpuTicks{10, 2, 30, 1}));
     }
 
     void memory() {

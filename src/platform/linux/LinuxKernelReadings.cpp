@@ -102,7 +102,7 @@ std::optional<QString> LinuxKernelReadings::makersModelName() {
 
 std::optional<CpuTicks> LinuxKernelReadings::cpuTicks() {
     std::array<char, 512> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
-    const std::lock_guard lock(idleMutex_);
+    const std::lock_guard lock(ticksMutex_);
     QByteArrayView line = restOfLine(stat_.read(buffer).text, "cpu ");
     enum Column { user, nice, system, idle, ioWait, interrupts, softInterrupts, stolen, columnCount };
     std::array<quint64, columnCount> ticks{};
@@ -112,18 +112,17 @@ std::optional<CpuTicks> LinuxKernelReadings::cpuTicks() {
             return std::nullopt;
         ticks.at(column) = number.value_or(0); // early kernels end with idle
     }
-    // Waiting for a disk is idle time. That counter may decrease a little (proc(5)), which would look like a counter
-    // that wrapped.
-    idleSeen_ = std::max(idleSeen_, ticks[idle] + ticks[ioWait]);
+    const auto [inUser, inSystem, inIdle, inNice] = steadyTicks_.advance({
+        ticks[user], // guests included
+        ticks[system] + ticks[interrupts] + ticks[softInterrupts] + ticks[stolen],
+        ticks[idle] + ticks[ioWait], // waiting for a disk is idle time
+        ticks[nice],
+    });
     const auto wrapped = [](quint64 count) {
         return static_cast<std::uint32_t>(count);
     };
     return CpuTicks{
-        .user = wrapped(ticks[user]), // guests included
-        .system = wrapped(ticks[system] + ticks[interrupts] + ticks[softInterrupts] + ticks[stolen]),
-        .idle = wrapped(idleSeen_),
-        .nice = wrapped(ticks[nice]),
-    };
+        .user = wrapped(inUser), .system = wrapped(inSystem), .idle = wrapped(inIdle), .nice = wrapped(inNice)};
 }
 
 std::optional<MemoryPages> LinuxKernelReadings::memoryPages() {

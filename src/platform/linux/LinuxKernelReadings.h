@@ -3,6 +3,7 @@
 #include "KeptFile.h"
 #include "KernelReadings.h"
 #include "LinuxAccelerators.h"
+#include "SteadyTicks.h"
 
 #include <mutex>
 
@@ -31,8 +32,8 @@ private:
     const QString root_; ///< ends in "/"
     const KeptFile stat_;
     const KeptFile memory_;
-    std::mutex idleMutex_;
-    quint64 idleSeen_ = 0;
+    std::mutex ticksMutex_;
+    SteadyTicks steadyTicks_;
     LinuxAccelerators accelerators_;
 };
 
