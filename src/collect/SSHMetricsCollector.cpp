@@ -132,7 +132,7 @@ ProcessRequest SSHMetricsCollector::remoteProbeRequest(const Server& server) {
 
 ProcessRequest SSHMetricsCollector::localProbeRequest(ThisComputer& computer) {
     const QString script =
-        ProbeScripts::local(computer.cpuPercent(), computer.gpuPercent(), computer.ram(), computer.disk());
+        ProbeScripts::local(computer.cpuPercent(), computer.gpuPercent().value_or(0), computer.ram(), computer.disk());
     return {.executable = localShell,
             .arguments = {u"-c"_s, shellSysctl() + script},
             .timeLimit = probeTimeLimit,

@@ -105,7 +105,7 @@ double queryCpuUsage(const CpuTicks& now, const std::optional<CpuTicks>& previou
     return total > 0 ? busy / total * 100 : 0;
 }
 
-double queryGpuUsage(const QList<QVariantMap>& accelerators) {
+std::optional<double> queryGpuUsage(const QList<QVariantMap>& accelerators) {
     for (const QVariantMap& properties : accelerators) {
         const QVariant statistics = properties.value(u"PerformanceStatistics"_s);
         if (statistics.typeId() != QMetaType::QVariantMap)
@@ -114,7 +114,7 @@ double queryGpuUsage(const QList<QVariantMap>& accelerators) {
         if (isNumber(utilisation))
             return utilisation.toDouble();
     }
-    return 0;
+    return std::nullopt;
 }
 
 SpaceUsage queryRamUsage(std::optional<quint64> installedBytes, const std::optional<MemoryPages>& pages) {

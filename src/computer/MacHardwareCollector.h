@@ -63,8 +63,8 @@ namespace MacHardwareCollector {
 /// Percent of processor time busy between two samples, or since boot when there is no previous one; 0 when no tick
 /// passed. Counters may wrap in between: differences are taken modulo 2^32.
 [[nodiscard]] double queryCpuUsage(const CpuTicks& now, const std::optional<CpuTicks>& previous);
-/// The utilisation of the first accelerator that reports one, unchanged; 0 when none does.
-[[nodiscard]] double queryGpuUsage(const QList<QVariantMap>& accelerators);
+/// The utilisation of the first accelerator that reports one, unchanged; absent when none does.
+[[nodiscard]] std::optional<double> queryGpuUsage(const QList<QVariantMap>& accelerators);
 [[nodiscard]] SpaceUsage queryRamUsage(std::optional<quint64> installedBytes, const std::optional<MemoryPages>& pages);
 /// Both figures rounded to one decimal.
 [[nodiscard]] SpaceUsage queryDiskUsage(const std::optional<VolumeSpace>& volume);

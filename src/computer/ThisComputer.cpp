@@ -34,7 +34,7 @@ double ThisComputer::cpuPercent() {
         });
 }
 
-double ThisComputer::gpuPercent() {
+std::optional<double> ThisComputer::gpuPercent() {
     return current(
         gpu_, [this] { return MacHardwareCollector::queryGpuUsage(kernel_.accelerators()); });
 }
@@ -73,7 +73,7 @@ MacHardwareInfo ThisComputer::description() {
 
 MacHardwareInfo ThisComputer::info() {
     return MacHardwareCollector::collect(description(), kernel_, surveyThermals(temperatures()), cpuPercent(),
-                                         gpuPercent(), ram());
+                                         gpuPercent().value_or(0), ram());
 }
 
 } // namespace tarnwick

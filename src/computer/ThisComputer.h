@@ -12,7 +12,7 @@ namespace tarnwick {
 /// The computer that the program runs on. It owns the previous CPU sample, so that all who ask share one, and the last
 /// readings with their age: two questions within `maximumAge` get the same figures. Nothing is read before it is
 /// asked for. Any thread; while a figure takes long to read, the others can be asked for. A figure that cannot be read
-/// is 0. "GB" is 2^30 bytes.
+/// is 0, or absent where it is optional. "GB" is 2^30 bytes.
 class ThisComputer {
 public:
     /// Monotonic time.
@@ -27,8 +27,8 @@ public:
 
     /// Percent of processor time busy since the previous measurement; the first one measures since boot.
     [[nodiscard]] double cpuPercent();
-    /// Utilisation of the first accelerator that reports one; may exceed 100.
-    [[nodiscard]] double gpuPercent();
+    /// Utilisation of the first accelerator that reports one; may exceed 100. Absent when none does.
+    [[nodiscard]] std::optional<double> gpuPercent();
     [[nodiscard]] SpaceUsage ram();
     /// The volume that holds the user's home directory; rounded to one decimal.
     [[nodiscard]] SpaceUsage disk();
@@ -56,7 +56,7 @@ private:
     const Clock clock_;
     std::optional<CpuTicks> previousTicks_; ///< guarded by the mutex of `cpu_`
     Reading<double> cpu_;
-    Reading<double> gpu_;
+    Reading<std::optional<double>> gpu_;
     Reading<SpaceUsage> ram_;
     Reading<SpaceUsage> disk_;
     Reading<std::optional<QList<TemperatureReading>>> temperatures_;

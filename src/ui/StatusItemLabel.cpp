@@ -34,7 +34,7 @@ QString partText(MenuBarItem item, FleetCounts counts, ThisComputer& computer) {
     case MenuBarItem::cpuUsage:
         return loadText(u"CPU"_s, computer.cpuPercent());
     case MenuBarItem::gpuUsage:
-        return loadText(u"GPU"_s, computer.gpuPercent());
+        return loadText(u"GPU"_s, computer.gpuPercent().value_or(0));
     case MenuBarItem::ramUsage:
         return loadText(u"RAM"_s, computer.ram().percent());
     case MenuBarItem::serverStatus:

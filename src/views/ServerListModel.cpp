@@ -52,7 +52,7 @@ CardState ServerListModel::stateOf(const Server& server) const {
     if (server.isLocal) {
         state.avgSoc = computer_.socTemperature().value_or(0);
         const bool needsGpu = server.metrics && !server.metrics->gpuPercent;
-        state.gpuPercent = needsGpu ? computer_.gpuPercent() : 0;
+        state.gpuPercent = needsGpu ? computer_.gpuPercent().value_or(0) : 0;
     }
     return state;
 }

@@ -58,10 +58,10 @@ private Q_SLOTS:
         const QVariantMap wrongStatistics{{u"PerformanceStatistics"_s, 50}};
         QCOMPARE(MacHardwareCollector::queryGpuUsage(
                      {{}, wrongStatistics, accelerator(u"90"_s), accelerator(12), accelerator(99)}),
-                 12.0);
-        QCOMPARE(MacHardwareCollector::queryGpuUsage({accelerator(250.5)}), 250.5);
-        QCOMPARE(MacHardwareCollector::queryGpuUsage({accelerator(QVariant())}), 0.0);
-        QCOMPARE(MacHardwareCollector::queryGpuUsage({}), 0.0);
+                 std::optional(12.0));
+        QCOMPARE(MacHardwareCollector::queryGpuUsage({accelerator(250.5)}), std::optional(250.5));
+        QCOMPARE(MacHardwareCollector::queryGpuUsage({accelerator(QVariant())}), std::nullopt);
+        QCOMPARE(MacHardwareCollector::queryGpuUsage({}), std::nullopt);
     }
 
     void kernelValues() {
