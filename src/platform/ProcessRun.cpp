@@ -39,9 +39,8 @@ bool appendWithin(QByteArray& kept, const QByteArray& arrived, qint64 limit) {
 
 } // namespace
 
-ProcessRun::ProcessRun(ProcessRequest request, QPromise<ProcessOutcome> promise, QElapsedTimer sinceRequest,
-                       QObject* parent)
-    : QObject(parent), request_(std::move(request)), promise_(std::move(promise)), sinceRequest_(sinceRequest) {
+ProcessRun::ProcessRun(ProcessRequest request, QPromise<ProcessOutcome> promise, QObject* parent)
+    : QObject(parent), request_(std::move(request)), promise_(std::move(promise)) {
     process_.setProgram(request_.executable);
     process_.setArguments(request_.arguments);
     process_.setProcessEnvironment(childEnvironment());
@@ -74,6 +73,7 @@ ProcessRun::~ProcessRun() {
 }
 
 void ProcessRun::start() {
+    sinceStart_.start();
     // The system cuts an argument at its first NUL, so something else would run than what was asked for.
     if (hasNul(request_))
         return failToStart(qt_error_string(EINVAL));
@@ -124,7 +124,7 @@ void ProcessRun::settle(ProcessOutcome::End end) {
     settled_ = true;
     timeLimit_.stop();
     outcome_.end = end;
-    outcome_.elapsed = std::chrono::nanoseconds(sinceRequest_.nsecsElapsed());
+    outcome_.elapsed = std::chrono::nanoseconds(sinceStart_.nsecsElapsed());
     promise_.addResult(std::move(outcome_));
     promise_.finish();
     outcome_ = {};

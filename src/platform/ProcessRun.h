@@ -16,8 +16,8 @@ class ProcessRun : public QObject {
     Q_OBJECT
 
 public:
-    /// `sinceRequest` runs since the request was made. The promise has been started.
-    ProcessRun(ProcessRequest request, QPromise<ProcessOutcome> promise, QElapsedTimer sinceRequest, QObject* parent);
+    /// The promise has been started.
+    ProcessRun(ProcessRequest request, QPromise<ProcessOutcome> promise, QObject* parent);
     ~ProcessRun() override;
 
     void start();
@@ -35,7 +35,7 @@ private:
 
     const ProcessRequest request_;
     QPromise<ProcessOutcome> promise_;
-    const QElapsedTimer sinceRequest_;
+    QElapsedTimer sinceStart_;
     ProcessOutcome outcome_;
     bool settled_ = false;
     QTimer timeLimit_;

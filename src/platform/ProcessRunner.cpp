@@ -4,12 +4,15 @@
 #include "FreeMemory.h"
 #include "ProcessRun.h"
 
+#include <QBasicTimer>
 #include <QChildEvent>
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QMutex>
 #include <QThread>
 
+#include <deque>
 #include <memory>
 #include <utility>
 
@@ -24,6 +27,14 @@ namespace {
 /// The parent of all runs, in the worker thread.
 class Runs : public QObject {
 public:
+    using Promise = std::shared_ptr<QPromise<ProcessOutcome>>;
+
+    /// Starts the run after all earlier requests, a few in each turn of the event loop. In between, the loop notices
+    /// the children that have ended, so that their time does not include the start of all the others.
+    void startInTurn(const ProcessRequest& request, const Promise& promise) {
+        waiting_.push_back({request, promise});
+        turns_.start(0, this);
+    }
     ~Runs() override {
         // Kills all before the destructors wait for each.
         for (ProcessRun* run : findChildren<ProcessRun*>(Qt::FindDirectChildrenOnly))
@@ -31,11 +42,31 @@ public:
     }
 
 protected:
+    void timerEvent(QTimerEvent* /*event*/) override {
+        const QDeadlineTimer turnEnd(turnLength);
+        do {
+            const auto [request, promise] = std::move(waiting_.front());
+            waiting_.pop_front();
+            (new ProcessRun(request, std::move(*promise), this))->start();
+        } while (!waiting_.empty() && !turnEnd.hasExpired());
+        if (waiting_.empty())
+            turns_.stop();
+    }
     void childEvent(QChildEvent* event) override {
         // A burst of a thousand runs leaves 20 MB of free memory behind.
-        if (event->removed() && children().isEmpty())
+        if (event->removed() && children().isEmpty() && waiting_.empty())
             returnFreeMemory();
     }
+
+private:
+    static constexpr std::chrono::milliseconds turnLength{5}; // at most so much too long is the time of a child
+
+    struct Waiting {
+        ProcessRequest request;
+        Promise promise;
+    };
+    std::deque<Waiting> waiting_;
+    QBasicTimer turns_;
 };
 
 class Worker {
@@ -73,8 +104,6 @@ void stopWorker() {
 } // namespace
 
 QFuture<ProcessOutcome> run(const ProcessRequest& request) {
-    QElapsedTimer sinceRequest;
-    sinceRequest.start();
     auto promise = std::make_shared<QPromise<ProcessOutcome>>();
     QFuture<ProcessOutcome> future = promise->future();
     promise->start();
@@ -87,9 +116,7 @@ QFuture<ProcessOutcome> run(const ProcessRequest& request) {
         qAddPostRoutine(stopWorker);
     }
     Runs* runs = worker->runs();
-    QMetaObject::invokeMethod(runs, [runs, request, promise, sinceRequest] {
-        (new ProcessRun(request, std::move(*promise), sinceRequest, runs))->start();
-    });
+    QMetaObject::invokeMethod(runs, [runs, request, promise] { runs->startInTurn(request, promise); });
     return future;
 }
 

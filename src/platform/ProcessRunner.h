@@ -32,7 +32,7 @@ struct ProcessOutcome {
     QString launchError; ///< the operating system's reason, one line
     QByteArray standardOutput;
     QByteArray standardError;
-    /// Monotonic time from the call of run() to the child's exit.
+    /// Monotonic time from the child's start, not from the call of run(), to its exit.
     std::chrono::nanoseconds elapsed{0};
 
     [[nodiscard]] bool succeeded() const { return end == End::exited && status == 0; }

@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -207,6 +208,27 @@ private Q_SLOTS:
         QCOMPARE(processes.size(), 2);
         for (const QByteArray& process : processes)
             QTRY_VERIFY(isGone(process));
+    }
+
+    /// With hundreds at once, each has the time of its own child: not that of the children before it, and not that in
+    /// which others after it were started.
+    static void elapsedIsTheChildsOwn() {
+        constexpr qsizetype count = 300;
+        QElapsedTimer clock;
+        clock.start();
+        QList<QFuture<ProcessOutcome>> futures;
+        for (qsizetype i = 0; i < count; ++i)
+            futures.append(ProcessRunner::run({.executable = u"/bin/true"_s, .arguments = {}}));
+        QList<std::chrono::nanoseconds> elapsed;
+        for (const QFuture<ProcessOutcome>& future : futures)
+            elapsed.append(future.result().elapsed);
+        const std::chrono::nanoseconds all(clock.nsecsElapsed());
+        std::ranges::sort(elapsed);
+        const auto inAll = [&](std::chrono::nanoseconds part) {
+            return static_cast<double>(part.count()) / static_cast<double>(all.count());
+        };
+        const double median = inAll(elapsed.at(count / 2));
+        QVERIFY2(median < 0.25, qPrintable(QString::number(median)));
     }
 
     static void aThousandAtOnce() {
