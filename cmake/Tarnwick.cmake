@@ -3,7 +3,8 @@
 
 add_library(tarnwick_options INTERFACE)
 target_compile_definitions(tarnwick_options INTERFACE
-    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
+    _FILE_OFFSET_BITS=64) # volumes of any size on 32-bit systems, too
 target_compile_options(tarnwick_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion)
 # Programs as libraries are compiled, so that both can use the same parsed headers.
 target_compile_options(tarnwick_options INTERFACE -fPIC)

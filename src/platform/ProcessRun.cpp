@@ -33,7 +33,7 @@ bool hasNul(const ProcessRequest& request) {
 /// Appends as much of `arrived` as fits into `limit` bytes of `kept`; false when some of it did not fit.
 bool appendWithin(QByteArray& kept, const QByteArray& arrived, qint64 limit) {
     const qint64 room = std::max<qint64>(0, limit - kept.size());
-    kept.append(arrived.constData(), std::min<qint64>(room, arrived.size()));
+    kept.append(arrived.constData(), static_cast<qsizetype>(std::min<qint64>(room, arrived.size())));
     return arrived.size() <= room;
 }
 

@@ -162,6 +162,7 @@ ThermalState LinuxKernelReadings::thermalState() {
 
 std::optional<VolumeSpace> LinuxKernelReadings::homeVolume() {
     // statvfs on the folder, because QStorageInfo looks for a mount point, and there is none to see in a changed root.
+    static_assert(sizeof(fsblkcnt_t) == 8, "32-bit systems cannot read the size of a large volume");
     struct statvfs volume {};
     if (::statvfs(QFile::encodeName(QDir::homePath()).constData(), &volume) != 0 || volume.f_blocks == 0)
         return std::nullopt;
