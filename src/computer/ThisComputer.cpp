@@ -53,17 +53,17 @@ SpaceUsage ThisComputer::disk() {
         disk_, [this] { return MacHardwareCollector::queryDiskUsage(kernel_.homeVolume()); });
 }
 
-std::optional<QList<TemperatureReading>> ThisComputer::temperatures() {
+std::optional<QList<TemperatureReading>> ThisComputer::temperatures(SensorGroup group) {
     return current(
-        temperatures_, [this] { return sensors_.read(); });
+        temperatures_.at(static_cast<std::size_t>(group)), [&] { return sensors_.read(group); });
 }
 
-ThermalSummary ThisComputer::thermals() {
-    return MacHardwareCollector::queryQuickThermals(temperatures());
+ThermalSummary ThisComputer::thermals(SensorGroup group) {
+    return MacHardwareCollector::queryQuickThermals(temperatures(group));
 }
 
 std::optional<double> ThisComputer::socTemperature() {
-    return MacHardwareCollector::queryQuickSocTemp(temperatures());
+    return MacHardwareCollector::queryQuickSocTemp(temperatures(SensorGroup::processor));
 }
 
 MacHardwareInfo ThisComputer::description() {
@@ -72,7 +72,10 @@ MacHardwareInfo ThisComputer::description() {
 }
 
 MacHardwareInfo ThisComputer::info() {
-    return MacHardwareCollector::collect(description(), kernel_, surveyThermals(temperatures()), cpuPercent(),
+    QList<TemperatureReading> readings;
+    for (const SensorGroup group : {SensorGroup::others, SensorGroup::processor, SensorGroup::drives})
+        readings += temperatures(group).value_or(QList<TemperatureReading>());
+    return MacHardwareCollector::collect(description(), kernel_, surveyThermals(readings), cpuPercent(),
                                          gpuPercent().value_or(0), ram());
 }
 

@@ -2,6 +2,7 @@
 
 #include "MacHardwareCollector.h"
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <mutex>
@@ -32,8 +33,8 @@ public:
     [[nodiscard]] SpaceUsage ram();
     /// The volume that holds the user's home directory; rounded to one decimal.
     [[nodiscard]] SpaceUsage disk();
-    /// The summary alone; the list of sensors is in info().
-    [[nodiscard]] ThermalSummary thermals();
+    /// What one group of sensors says; no other is read for it. The summary alone: the list of sensors is in info().
+    [[nodiscard]] ThermalSummary thermals(SensorGroup group);
     /// Mean temperature of the processor, in °C; absent when no sensor measures it.
     [[nodiscard]] std::optional<double> socTemperature();
     /// The full record. What describes the machine is read once; the figures in it are those of the functions above.
@@ -48,7 +49,7 @@ private:
     };
     template <typename Value, typename Take>
     Value current(Reading<Value>& reading, Take take);
-    [[nodiscard]] std::optional<QList<TemperatureReading>> temperatures();
+    [[nodiscard]] std::optional<QList<TemperatureReading>> temperatures(SensorGroup group);
     [[nodiscard]] MacHardwareInfo description();
 
     KernelReadings& kernel_;
@@ -59,7 +60,7 @@ private:
     Reading<std::optional<double>> gpu_;
     Reading<SpaceUsage> ram_;
     Reading<SpaceUsage> disk_;
-    Reading<std::optional<QList<TemperatureReading>>> temperatures_;
+    std::array<Reading<std::optional<QList<TemperatureReading>>>, 3> temperatures_; ///< by group
     std::once_flag described_;
     MacHardwareInfo description_;
 };

@@ -13,13 +13,21 @@ struct TemperatureReading {
     std::optional<double> celsius;  ///< absent when the sensor gives no reading now
 };
 
+/// What a sensor measures; whoever asks for one group leaves the others alone.
+enum class SensorGroup {
+    processor, ///< dies and power delivery
+    drives,
+    others,
+};
+
 /// The temperature sensors of this computer. Any thread.
 class TemperatureSensors {
 public:
     virtual ~TemperatureSensors() = default;
 
-    /// Every sensor in enumeration order, read now; absent when the system has no sensor service at all.
-    [[nodiscard]] virtual std::optional<QList<TemperatureReading>> read() = 0;
+    /// The group's sensors in enumeration order, as they were when last read: sensors that cost more to read are read
+    /// less often. Does not wait for slow ones. Absent when the system has no sensor service at all.
+    [[nodiscard]] virtual std::optional<QList<TemperatureReading>> read(SensorGroup group) = 0;
 };
 
 } // namespace tarnwick

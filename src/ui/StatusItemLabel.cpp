@@ -26,11 +26,11 @@ QString loadText(const QString& name, double percent) {
 QString partText(MenuBarItem item, FleetCounts counts, ThisComputer& computer) {
     switch (item) {
     case MenuBarItem::socTemp:
-        return temperatureText(presentReading(computer.thermals().avgSoc));
+        return temperatureText(presentReading(computer.thermals(SensorGroup::processor).avgSoc));
     case MenuBarItem::peakTemp:
-        return u"Peak "_s + temperatureText(presentReading(computer.thermals().peak));
+        return u"Peak "_s + temperatureText(presentReading(computer.thermals(SensorGroup::processor).peak));
     case MenuBarItem::ssdTemp:
-        return u"SSD "_s + temperatureText(computer.thermals().ssd);
+        return u"SSD "_s + temperatureText(computer.thermals(SensorGroup::drives).ssd);
     case MenuBarItem::cpuUsage:
         return loadText(u"CPU"_s, computer.cpuPercent());
     case MenuBarItem::gpuUsage:

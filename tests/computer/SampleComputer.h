@@ -54,9 +54,23 @@ public:
 class ScriptedSensors : public TemperatureSensors {
 public:
     std::optional<QList<TemperatureReading>> readings;
-    int reads = 0;
+    QList<SensorGroup> asked; ///< in order
 
-    std::optional<QList<TemperatureReading>> read() override { return ++reads, readings; }
+    std::optional<QList<TemperatureReading>> read(SensorGroup group) override {
+        asked += group;
+        if (!readings)
+            return std::nullopt;
+        QList<TemperatureReading> found;
+        for (const TemperatureReading& reading : *readings) {
+            const ThermalSummary told = surveyThermals(QList{reading});
+            const SensorGroup its = told.ssd          ? SensorGroup::drives
+                                    : told.avgSoc > 0 ? SensorGroup::processor
+                                                      : SensorGroup::others;
+            if (its == group)
+                found += reading;
+        }
+        return found;
+    }
 };
 
 /// `ThisComputer` over scripted readings and a scripted clock. As made, it is a Mac mini whose info() is macMini():

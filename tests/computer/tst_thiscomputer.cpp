@@ -60,7 +60,8 @@ private Q_SLOTS:
         ThisComputer& computer = sample.computer;
         const auto figures = [&computer] {
             return std::tuple(computer.cpuPercent(), computer.gpuPercent(), computer.ram().percent(),
-                              computer.disk().usedGB, computer.thermals().ssd, computer.socTemperature());
+                              computer.disk().usedGB, computer.thermals(SensorGroup::drives).ssd,
+                              computer.socTemperature());
         };
         const auto first = figures();
         sample.setCpu(90);
@@ -84,10 +85,12 @@ private Q_SLOTS:
         QCOMPARE(sample.kernel.asked, QStringList{u"gpu"_s});
         (void)sample.computer.ram();
         QCOMPARE(sample.kernel.asked, (QStringList{u"gpu"_s, u"ram"_s}));
-        QCOMPARE(sample.sensors.reads, 0);
+        QVERIFY(sample.sensors.asked.isEmpty());
+        (void)sample.computer.thermals(SensorGroup::drives);
+        QCOMPARE(sample.sensors.asked, QList{SensorGroup::drives});
         (void)sample.computer.info();
         QCOMPARE(sample.kernel.asked, (QStringList{u"gpu"_s, u"ram"_s, u"cpu"_s}));
-        QCOMPARE(sample.sensors.reads, 1);
+        QCOMPARE(sample.sensors.asked, (QList{SensorGroup::drives, SensorGroup::others, SensorGroup::processor}));
     }
 
     void aFailedMeasurementKeepsThePreviousSample() {

@@ -143,11 +143,11 @@ private Q_SLOTS:
             fleet.sample.letTimePass();
             QCOMPARE(fleet.card(1).temperatureText, u"41\u00b0C"_s);
         }
-        QCOMPARE(fleet.sample.sensors.reads, 1);
+        QCOMPARE(fleet.sample.sensors.asked.size(), 1);
         fleet.store->moveServer(0, 2);
         fleet.store->moveServer(0, 2);
         QCoreApplication::processEvents();
-        QCOMPARE(fleet.sample.sensors.reads, 2);
+        QCOMPARE(fleet.sample.sensors.asked.size(), 2);
     }
 
     void followsTheUserInterface() {

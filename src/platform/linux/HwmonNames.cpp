@@ -1,5 +1,8 @@
 #include "HwmonNames.h"
 
+#include <QRegularExpression>
+#include <QStringList>
+
 #include <algorithm>
 #include <array>
 
@@ -18,21 +21,17 @@ struct RoleRule {
     QStringView role;
 };
 
-/// The Linux drivers whose temperatures have a role.
+/// The drivers whose temperatures have a role, by subsystem; in lower case.
 constexpr std::array roleRules{
-    // processors of PCs
+    // processors
     RoleRule{u"coretemp", die},
     RoleRule{u"k10temp", die},
     RoleRule{u"k8temp", die},
     RoleRule{u"zenpower", die},
     RoleRule{u"via_cputemp", die},
-    // thermal zones of single-board computers and other systems on a chip: cpu_thermal, soc_thermal, gpu_thermal …
-    RoleRule{u"cpu", die},
-    RoleRule{u"soc_", die},
-    RoleRule{u"soc-", die},
-    RoleRule{u"gpu", die},
-    RoleRule{u"bigcore", die},
-    RoleRule{u"littlecore", die},
+    RoleRule{u"cputemp", die},
+    RoleRule{u"sfctemp", die},
+    RoleRule{u"imx", die},
     // graphics
     RoleRule{u"amdgpu", die},
     RoleRule{u"radeon", die},
@@ -52,6 +51,18 @@ constexpr std::array roleRules{
     RoleRule{u"drivetemp", storage},
 };
 
+/// The words by which thermal zones of systems on a chip say that they are on the die: cpu0_thermal, CPU_therm,
+/// tj_thermal, cluster0_thermal, cpuss1_thermal, soc_thermal …
+constexpr std::array<QStringView, 12> dieWords{u"cpu", u"cpuss",   u"gpu",        u"gpuss",   u"npu",    u"soc",
+                                               u"tj",  u"bigcore", u"littlecore", u"cluster", u"center", u"package"};
+
+/// A name has such a word, whatever its case and the number behind it.
+bool namesDie(const QString& name) {
+    static const QRegularExpression separator(u"[^a-z]+"_s);
+    const QStringList words = name.toLower().split(separator);
+    return std::any_of(dieWords.begin(), dieWords.end(), [&](QStringView word) { return words.contains(word); });
+}
+
 QStringView roleOf(const HwmonInput& input) {
     // Some Ryzen processors add an offset to Tctl to control the fan; where there is a Tdie, that is the temperature.
     // The memory beside a graphics processor is not on its die.
@@ -59,9 +70,19 @@ QStringView roleOf(const HwmonInput& input) {
         return {};
     if (input.label.contains(u"VRM", Qt::CaseInsensitive))
         return powerDelivery;
+    if (input.isSpinning)
+        return {};
+    const QString driver = input.driver.toLower();
+    if (driver.startsWith(u"macsmc")) { // one device for all of the machine: only labels tell what is where
+        if (input.label.contains(u"NAND", Qt::CaseInsensitive))
+            return storage;
+        return namesDie(input.label) ? die : QStringView();
+    }
     const auto rule = std::find_if(roleRules.begin(), roleRules.end(),
-                                   [&](const RoleRule& each) { return input.driver.startsWith(each.prefix); });
-    return rule == roleRules.end() ? QStringView() : rule->role;
+                                   [&](const RoleRule& each) { return driver.startsWith(each.prefix); });
+    if (rule != roleRules.end())
+        return rule->role;
+    return namesDie(driver) ? die : QStringView();
 }
 
 } // namespace
@@ -77,6 +98,13 @@ QString hwmonSensorName(const HwmonInput& input) {
     else if (!input.isOnly)
         append(u"temp%1"_s.arg(input.number));
     return name;
+}
+
+SensorGroup hwmonSensorGroup(const HwmonInput& input) {
+    const QStringView role = roleOf(input);
+    if (role == storage)
+        return SensorGroup::drives;
+    return role.isEmpty() ? SensorGroup::others : SensorGroup::processor;
 }
 
 } // namespace tarnwick

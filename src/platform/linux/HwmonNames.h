@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TemperatureSensors.h"
+
 #include <QString>
 
 namespace tarnwick {
@@ -11,10 +13,13 @@ struct HwmonInput {
     int number = 0;             ///< the N of tempN
     bool isOnly = false;        ///< the device has no other temperature
     bool besideTrueDie = false; ///< the device has an input labelled "Tdie" too
+    bool isSpinning = false;    ///< a disk that turns
 };
 
 /// A readable name that begins with the sensor's role where it has one: "tdie coretemp Package id 0",
 /// "SSD nvme Composite", "acpitz". Two devices of one driver give the same names. Pure.
 [[nodiscard]] QString hwmonSensorName(const HwmonInput& input);
+/// The group that goes with the role in the name. Pure.
+[[nodiscard]] SensorGroup hwmonSensorGroup(const HwmonInput& input);
 
 } // namespace tarnwick

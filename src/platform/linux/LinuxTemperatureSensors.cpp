@@ -3,12 +3,12 @@
 #include "HwmonNames.h"
 #include "KernelFiles.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -17,7 +17,8 @@ namespace tarnwick {
 
 namespace {
 
-constexpr int readsPerLook = 10; // devices that came or went are looked for this often
+constexpr std::chrono::seconds lookPeriod{10}; // how often to look for sensors that came or went
+constexpr int mostThreads = 4;                 // readings that hang take no more than these with them
 
 struct FoundSensor {
     HwmonInput input;
@@ -25,27 +26,41 @@ struct FoundSensor {
 };
 
 struct FoundDevice {
-    QString folder; ///< ends in "/"
+    QString deviceFolder; ///< of what is measured; ends in "/"
     QString driver;
     QString busName; ///< "nvme0", "coretemp.0"; the hwmon entry's own name for a device without a parent
     std::vector<FoundSensor> sensors;
 };
 
+/// Where a device's files are: older drivers have them one folder further.
+QString filesFolder(const QString& hwmonFolder, const QString& entry) {
+    const QString folder = hwmonFolder + entry + u'/';
+    return QFile::exists(folder + u"name"_s) || !QFile::exists(folder + u"device/name"_s) ? folder
+                                                                                          : folder + u"device/"_s;
+}
+
+QStringList inputsIn(const QString& folder) {
+    return QDir(folder).entryList({u"temp*_input"_s}, QDir::Files);
+}
+
 FoundDevice findDevice(const QString& hwmonFolder, const QString& entry) {
-    FoundDevice device{.folder = hwmonFolder + entry + u'/', .driver = {}, .busName = {}, .sensors = {}};
+    const QString folder = filesFolder(hwmonFolder, entry);
+    FoundDevice device{.deviceFolder = hwmonFolder + entry + u"/device/"_s, .driver = {}, .busName = {}, .sensors = {}};
     const auto textIn = [&](const QString& file) {
-        return QString::fromUtf8(readSmallFile(device.folder + file));
+        return QString::fromUtf8(readSmallFile(folder + file));
     };
     device.driver = textIn(u"name"_s);
-    const QString parent = QFileInfo(device.folder + u"device"_s).canonicalFilePath();
+    const bool isSpinning = device.driver == u"drivetemp" && !spinningDisk(device.deviceFolder).isEmpty();
+    const QString parent = QFileInfo(device.deviceFolder.chopped(1)).canonicalFilePath();
     device.busName = parent.isEmpty() ? entry : QFileInfo(parent).fileName();
-    for (const QString& file : QDir(device.folder).entryList({u"temp*_input"_s}, QDir::Files)) {
+    for (const QString& file : inputsIn(folder)) {
         bool isNumber = false;
         const int number = file.mid(4, file.size() - 10).toInt(&isNumber);
         if (isNumber) {
             const QString label = textIn(u"temp%1_label"_s.arg(number));
             device.sensors.push_back(
-                {.input = {.driver = device.driver, .label = label, .number = number}, .path = device.folder + file});
+                {.input = {.driver = device.driver, .label = label, .number = number, .isSpinning = isSpinning},
+                 .path = folder + file});
         }
     }
     const bool hasTrueDie = std::any_of(device.sensors.begin(), device.sensors.end(),
@@ -66,73 +81,106 @@ FoundDevice findDevice(const QString& hwmonFolder, const QString& entry) {
 
 } // namespace
 
-LinuxTemperatureSensors::LinuxTemperatureSensors(const QString& root)
-    : folder_((root.endsWith(u'/') ? root : root + u'/') + u"sys/class/hwmon/"_s) {}
+LinuxTemperatureSensors::LinuxTemperatureSensors(const QString& root, SensorAccess access)
+    : folder_((root.endsWith(u'/') ? root : root + u'/') + u"sys/class/hwmon/"_s), access_(std::move(access)) {
+    pool_.setMaxThreadCount(mostThreads);
+}
 
-std::optional<QList<TemperatureReading>> LinuxTemperatureSensors::read() {
+std::optional<QList<TemperatureReading>> LinuxTemperatureSensors::read(SensorGroup group) {
     const std::lock_guard lock(mutex_);
-    // A sensor that went away is a reason to look at once, but not at every read when its driver keeps failing.
-    if (readsSinceScan_ % readsPerLook == 0 || (sensorGone_ && readsSinceScan_ > readsPerLook)) {
-        exists_ = QDir(folder_).exists();
-        const QStringList folders = foldersByNumber(folder_, u"hwmon*"_s);
-        if (sensorGone_ || folders != folders_)
-            scan(folders);
-    }
-    ++readsSinceScan_;
+    const Time now = access_.clock();
+    // A sensor that went away is cause to look at once, but not at every read where a driver keeps saying so.
+    if (!lookedAt_ || now - *lookedAt_ >= lookPeriod || (sensorGone_ && now - scannedAt_ >= lookPeriod))
+        look(now);
     if (!exists_)
         return std::nullopt;
+    startDue(group, now);
+    const QDeadlineTimer deadline(access_.patience);
     QList<TemperatureReading> readings;
-    for (Device& device : devices_) {
-        readDevice(device);
-        readings += device.lastReadings;
+    for (Entry& entry : devices_) {
+        if (!entry.device->has(group))
+            continue;
+        const HwmonReadings told = entry.reading.value(deadline);
+        entry.isGone = told.isGone;
+        sensorGone_ = sensorGone_ || told.isGone;
+        const std::vector<HwmonDevice::Sensor>& sensors = entry.device->sensors();
+        for (std::size_t i = 0; i < sensors.size(); ++i) {
+            if (sensors[i].group == group)
+                readings.append({.product = sensors[i].name.isEmpty() ? std::nullopt : std::optional(sensors[i].name),
+                                 .celsius = told.celsius.at(static_cast<qsizetype>(i))});
+        }
     }
     return readings;
 }
 
-void LinuxTemperatureSensors::scan(const QStringList& folders) {
-    folders_ = folders;
+void LinuxTemperatureSensors::look(Time now) {
+    lookedAt_ = now;
+    exists_ = QDir(folder_).exists();
+    const QStringList entries = foldersByNumber(folder_, u"hwmon*"_s);
+    QStringList inputs;
+    for (const QString& entry : entries)
+        for (const QString& input : inputsIn(filesFolder(folder_, entry)))
+            inputs += entry + u'/' + input;
+    if (sensorGone_ || inputs != inputs_) {
+        scan(entries);
+        scannedAt_ = now;
+    }
     sensorGone_ = false;
-    readsSinceScan_ = 0;
+    inputs_ = inputs;
+}
+
+void LinuxTemperatureSensors::startDue(SensorGroup group, Time now) {
+    for (Entry& entry : devices_) {
+        const bool isDue = !entry.startedAt || now - *entry.startedAt >= entry.device->period();
+        if (isDue && entry.device->has(group)) {
+            entry.startedAt = now;
+            entry.reading.start(pool_);
+        }
+    }
+}
+
+void LinuxTemperatureSensors::scan(const QStringList& entries) {
     std::vector<FoundDevice> found;
     QHash<QString, int> devicesWithName;
-    for (const QString& entry : folders) {
+    for (const QString& entry : entries) {
         found.push_back(findDevice(folder_, entry));
         for (const FoundSensor& sensor : found.back().sensors)
             ++devicesWithName[hwmonSensorName(sensor.input)];
     }
     std::stable_partition(found.begin(), found.end(),
                           [](const FoundDevice& device) { return device.driver != u"nvme"; });
-    devices_.clear();
+    std::vector<Entry> devices;
     for (const FoundDevice& each : found) {
-        Device device;
+        std::vector<HwmonDevice::Sensor> sensors;
+        QStringList inputs;
         for (const FoundSensor& sensor : each.sensors) {
             QString name = hwmonSensorName(sensor.input);
             if (devicesWithName.value(name) > 1)
                 name += u" (%1)"_s.arg(each.busName);
+            inputs += sensor.path + name;
             if (KeptFile input(sensor.path); input.isOpen())
-                device.sensors.push_back({.name = name, .input = std::move(input)});
+                sensors.push_back({.name = name, .group = hwmonSensorGroup(sensor.input), .input = std::move(input)});
         }
-        device.power = DevicePower(each.folder + u"device/"_s);
-        devices_.push_back(std::move(device));
+        // One that is as it was keeps its readings.
+        const auto known = std::find_if(devices_.begin(), devices_.end(),
+                                        [&](const Entry& entry) { return !entry.isGone && entry.inputs == inputs; });
+        devices.push_back(known != devices_.end() ? *known
+                                                  : entryFor(each.driver, each.deviceFolder, std::move(sensors)));
+        devices.back().inputs = inputs;
     }
+    devices_ = std::move(devices);
 }
 
-void LinuxTemperatureSensors::readDevice(Device& device) {
-    const bool isAsleep = device.power.isAsleep();
-    if (!isAsleep && device.power.isResting())
-        return;
-    device.lastReadings.clear();
-    for (const Sensor& sensor : device.sensors) {
-        std::array<char, 32> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
-        const KeptFile::Content content = isAsleep ? KeptFile::Content() : sensor.input.read(buffer);
-        sensorGone_ = sensorGone_ || content.gone;
-        const std::optional<qint64> thousandths = content.number();
-        device.lastReadings.append(
-            {.product = sensor.name.isEmpty() ? std::nullopt : std::optional(sensor.name),
-             .celsius = thousandths ? std::optional(static_cast<double>(*thousandths) / 1000) : std::nullopt});
-    }
-    if (!isAsleep)
-        device.power.rest();
+LinuxTemperatureSensors::Entry LinuxTemperatureSensors::entryFor(const QString& driver, const QString& deviceFolder,
+                                                                 std::vector<HwmonDevice::Sensor> sensors) const {
+    const auto device = std::make_shared<HwmonDevice>(driver, deviceFolder, std::move(sensors), access_.readInput);
+    const auto take = [device, clock = access_.clock] {
+        return device->read(clock());
+    };
+    return {.device = device,
+            .reading = BackgroundReading<HwmonReadings>(take, device->last(), access_.patience, device->asksFirmware()),
+            .startedAt = {},
+            .inputs = {}};
 }
 
 } // namespace tarnwick
