@@ -13,7 +13,7 @@ struct TemperatureReading {
     std::optional<double> celsius;  ///< absent when the sensor gives no reading now
 };
 
-/// What a sensor measures; whoever asks for one group leaves the others alone.
+/// What a sensor measures. A question about one group reads no sensor of another.
 enum class SensorGroup {
     processor, ///< dies and power delivery
     drives,

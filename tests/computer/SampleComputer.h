@@ -62,11 +62,11 @@ public:
             return std::nullopt;
         QList<TemperatureReading> found;
         for (const TemperatureReading& reading : *readings) {
-            const ThermalSummary told = surveyThermals(QList{reading});
-            const SensorGroup its = told.ssd          ? SensorGroup::drives
-                                    : told.avgSoc > 0 ? SensorGroup::processor
-                                                      : SensorGroup::others;
-            if (its == group)
+            const ThermalSummary its = surveyThermals(QList{reading});
+            const SensorGroup ownGroup = its.ssd          ? SensorGroup::drives
+                                         : its.avgSoc > 0 ? SensorGroup::processor
+                                                          : SensorGroup::others;
+            if (ownGroup == group)
                 found += reading;
         }
         return found;

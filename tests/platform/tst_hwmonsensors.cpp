@@ -29,7 +29,7 @@ void install(const FileTree& tree, const QByteArray& capture) {
     tree.install(QString::fromLatin1(capture).replace(u"hwmon"_s, u"sys/class/hwmon/hwmon"_s));
 }
 
-/// A machine's sensors with a clock that stands still until it is moved.
+/// A machine's sensors with a clock that the test moves.
 struct Rig {
     FileTree tree;
     std::chrono::nanoseconds now = 1h;

@@ -73,7 +73,7 @@ QStringView roleOf(const HwmonInput& input) {
     if (input.isSpinning)
         return {};
     const QString driver = input.driver.toLower();
-    if (driver.startsWith(u"macsmc")) { // one device for all of the machine: only labels tell what is where
+    if (driver.startsWith(u"macsmc")) { // one device for the whole machine: only the labels differ
         if (input.label.contains(u"NAND", Qt::CaseInsensitive))
             return storage;
         return namesDie(input.label) ? die : QStringView();

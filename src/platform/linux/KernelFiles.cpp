@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include <sys/utsname.h>
+
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
@@ -32,6 +34,32 @@ QString assignedValue(QByteArrayView text, QByteArrayView key) {
         line = line.sliced(1, line.size() - 2);
     static const QRegularExpression escaped(u"\\\\([\"$`\\\\])"_s);
     return QString::fromUtf8(line).replace(escaped, u"\\1"_s);
+}
+
+std::optional<quint64> takeNumber(QByteArrayView& text) {
+    text = text.trimmed();
+    const auto end = std::find_if(text.begin(), text.end(), [](char c) { return c < '0' || c > '9'; });
+    bool isNumber = false;
+    const quint64 number = text.first(end - text.begin()).toULongLong(&isNumber);
+    text = text.sliced(end - text.begin());
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+std::optional<quint64> numberAfter(QByteArrayView text, QByteArrayView key) {
+    QByteArrayView rest = restOfLine(text, key);
+    return takeNumber(rest);
+}
+
+QByteArrayList deviceTreeTexts(const QString& root, const QString& property) {
+    QByteArrayList texts = readSmallFile(root + u"proc/device-tree/"_s + property).split('\0'); // each ends in a NUL
+    texts.removeAll(QByteArray());
+    return texts;
+}
+
+QByteArray architecture(const QString& root) {
+    const QByteArray told = readSmallFile(root + u"proc/sys/kernel/arch"_s); // a kernel before 6.1 has none
+    utsname here{};
+    return told.isEmpty() && ::uname(&here) == 0 ? QByteArray(here.machine) : told;
 }
 
 QStringList foldersByNumber(const QString& folder, const QString& pattern) {

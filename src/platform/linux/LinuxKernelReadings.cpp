@@ -2,6 +2,7 @@
 
 #include "KernelFiles.h"
 #include "LinuxMachine.h"
+#include "LinuxProcessor.h"
 #include "LinuxThermalState.h"
 
 #include <QDir>
@@ -13,6 +14,7 @@
 #include <limits>
 
 #include <sys/statvfs.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -30,69 +32,33 @@ std::optional<QByteArray> textValue(const QByteArray& text) {
     return text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
-/// The number that the text begins with, which is removed from the text; absent when something else comes first.
-std::optional<quint64> takeNumber(QByteArrayView& text) {
-    text = text.trimmed();
-    const auto end = std::find_if(text.begin(), text.end(), [](char c) { return c < '0' || c > '9'; });
-    bool isNumber = false;
-    const quint64 number = text.first(end - text.begin()).toULongLong(&isNumber);
-    text = text.sliced(end - text.begin());
-    return isNumber ? std::optional(number) : std::nullopt;
-}
-
-std::optional<quint64> numberAfter(QByteArrayView text, QByteArrayView key) {
-    QByteArrayView rest = restOfLine(text, key);
-    return takeNumber(rest);
-}
-
-struct Memory {
-    quint64 totalKiB = 0;
-    quint64 availableKiB = 0;
-};
-
-std::optional<Memory> readMemory(const KeptFile& file) {
-    std::array<char, 512> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
-    const QByteArrayView text = file.read(buffer).text;
-    const auto total = numberAfter(text, "MemTotal:");
-    auto available = numberAfter(text, "MemAvailable:");
-    if (!available) { // a kernel before 3.14
-        const auto free = numberAfter(text, "MemFree:");
-        if (!free)
-            return std::nullopt;
-        available = *free + numberAfter(text, "Buffers:").value_or(0) + numberAfter(text, "Cached:").value_or(0);
-    }
-    if (!total)
-        return std::nullopt;
-    return Memory{.totalKiB = *total, .availableKiB = std::min(*available, *total)};
-}
-
 } // namespace
 
 LinuxKernelReadings::LinuxKernelReadings(const QString& root, const QString& nvidiaLibrary)
     : root_(root.endsWith(u'/') ? root : root + u'/')
     , stat_(root_ + u"proc/stat"_s)
-    , memory_(root_ + u"proc/meminfo"_s)
+    , memory_(root_)
     , accelerators_(root_, nvidiaLibrary) {}
 
 std::optional<QByteArray> LinuxKernelReadings::value(const char* name) {
     const QByteArrayView wanted(name);
     if (wanted == "hw.memsize") {
-        const auto memory = readMemory(memory_);
-        return memory ? std::optional(bytesOf(static_cast<qint64>(memory->totalKiB * 1024))) : std::nullopt;
+        const auto memory = memory_.read();
+        return bytesOf(memory ? static_cast<qint64>(memory->installed * 1024)
+                              : qint64{::sysconf(_SC_PHYS_PAGES)} * ::sysconf(_SC_PAGESIZE));
     }
     if (wanted == "kern.boottime")
         return bootTime();
     if (wanted == "kern.osrelease")
-        return textValue(readSmallFile(root_ + u"proc/sys/kernel/osrelease"_s));
+        return release();
     if (wanted == "machdep.cpu.brand_string")
-        return textValue(LinuxMachine::processorName(root_));
+        return textValue(LinuxProcessor::name(root_));
     if (wanted == "hw.model")
         return textValue(LinuxMachine::modelIdentifier(root_));
-    const auto cores = LinuxMachine::physicalCores(root_);
-    if (wanted == "hw.perflevel0.physicalcpu" && cores)
-        return bytesOf(cores->performance);
-    if (wanted == "hw.perflevel1.physicalcpu" && cores)
-        return bytesOf(cores->efficiency);
+    if (wanted == "hw.perflevel0.physicalcpu")
+        return bytesOf(LinuxProcessor::physicalCores(root_).performance);
+    if (wanted == "hw.perflevel1.physicalcpu")
+        return bytesOf(LinuxProcessor::physicalCores(root_).efficiency);
     return std::nullopt;
 }
 
@@ -126,12 +92,12 @@ std::optional<CpuTicks> LinuxKernelReadings::cpuTicks() {
 }
 
 std::optional<MemoryPages> LinuxKernelReadings::memoryPages() {
-    const auto memory = readMemory(memory_);
+    const auto memory = memory_.read();
     if (!memory)
         return std::nullopt;
-    // Linux has no page counts that add up to "in use". As `free` counts it, all that is not available is in use.
+    // Linux has no page counts that add up to "in use": all installed memory that programs cannot get is in use.
     const auto pageSize = static_cast<quint64>(::sysconf(_SC_PAGESIZE));
-    const quint64 pages = (memory->totalKiB - memory->availableKiB) * 1024 / pageSize;
+    const quint64 pages = (memory->installed - memory->available) * 1024 / pageSize;
     const quint64 countable = std::min<quint64>(pages, std::numeric_limits<std::uint32_t>::max());
     return MemoryPages{.active = static_cast<std::uint32_t>(countable), .pageSize = pageSize};
 }
@@ -173,6 +139,12 @@ std::optional<VolumeSpace> LinuxKernelReadings::homeVolume() {
 
 qint64 LinuxKernelReadings::wallClockSeconds() {
     return std::time(nullptr);
+}
+
+std::optional<QByteArray> LinuxKernelReadings::release() const {
+    const QByteArray told = readSmallFile(root_ + u"proc/sys/kernel/osrelease"_s);
+    utsname here{};
+    return textValue(told.isEmpty() && ::uname(&here) == 0 ? QByteArray(here.release) : told);
 }
 
 std::optional<QByteArray> LinuxKernelReadings::bootTime() const {

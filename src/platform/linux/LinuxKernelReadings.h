@@ -3,6 +3,7 @@
 #include "KeptFile.h"
 #include "KernelReadings.h"
 #include "LinuxAccelerators.h"
+#include "LinuxMemory.h"
 #include "SteadyTicks.h"
 
 #include <mutex>
@@ -27,11 +28,12 @@ public:
     [[nodiscard]] qint64 wallClockSeconds() override;
 
 private:
+    [[nodiscard]] std::optional<QByteArray> release() const;
     [[nodiscard]] std::optional<QByteArray> bootTime() const;
 
     const QString root_; ///< ends in "/"
     const KeptFile stat_;
-    const KeptFile memory_;
+    const LinuxMemoryReading memory_;
     std::mutex ticksMutex_;
     SteadyTicks steadyTicks_;
     LinuxAccelerators accelerators_;

@@ -2,12 +2,11 @@
 
 #include "KernelFiles.h"
 
-#include <QDir>
-#include <QHash>
-#include <QSet>
+#include <QFile>
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -26,6 +25,7 @@ constexpr std::array placeholders{
     "product name",
     "o.e.m.",
     "unknown",
+    "unknown product",
     "none",
     "n/a",
     "invalid",
@@ -42,83 +42,28 @@ QByteArray firmwareText(const QString& root, const QString& entry) {
     return isPlaceholder ? QByteArray() : text;
 }
 
-/// A device-tree property: texts that each end in a NUL.
-QByteArrayList deviceTreeTexts(const QString& root, const QString& property) {
-    QByteArrayList texts = readSmallFile(root + u"proc/device-tree/"_s + property).split('\0');
-    texts.removeAll(QByteArray());
-    return texts;
-}
+/// Apple's families by the letters of an identifier, "MacBookPro" of "MacBookPro15,1".
+constexpr std::array appleFamilies{
+    std::pair{"MacBookPro", "MacBook Pro"},
+    std::pair{"MacBookAir", "MacBook Air"},
+    std::pair{"MacBook", "MacBook"},
+    std::pair{"Macmini", "Mac mini"},
+    std::pair{"MacPro", "Mac Pro"},
+    std::pair{"iMacPro", "iMac Pro"},
+    std::pair{"iMac", "iMac"},
+};
 
-QByteArray architecture(const QString& root) {
-    return readSmallFile(root + u"proc/sys/kernel/arch"_s);
-}
-
-/// "0-3,8" as numbers; parts that are not numbers are left out.
-QSet<int> cpuList(const QByteArray& text) {
-    constexpr int mostCpus = 1 << 16;
-    QSet<int> cpus;
-    for (const QByteArray& range : text.split(',')) {
-        const QByteArrayList ends = range.trimmed().split('-');
-        bool firstIsNumber = false;
-        bool lastIsNumber = false;
-        const int first = ends.first().toInt(&firstIsNumber);
-        const int last = ends.last().toInt(&lastIsNumber);
-        for (int cpu = first; firstIsNumber && lastIsNumber && cpu <= std::min(last, mostCpus); ++cpu)
-            cpus.insert(cpu);
-    }
-    return cpus;
-}
-
-/// Each physical core as one of its processors, with the processor's share of the largest one's capacity.
-QHash<int, qint64> capacityByCore(const QString& root) {
-    const QString folder = root + u"sys/devices/system/cpu/"_s;
-    QSet<QByteArray> siblingsSeen;
-    QHash<int, qint64> cores;
-    for (const QString& entry : QDir(folder).entryList({u"cpu[0-9]*"_s}, QDir::Dirs)) {
-        QByteArray siblings = readSmallFile(folder + entry + u"/topology/core_cpus_list"_s);
-        if (siblings.isEmpty()) // a kernel before 5.3
-            siblings = readSmallFile(folder + entry + u"/topology/thread_siblings_list"_s);
-        bool isNumber = false;
-        const int cpu = entry.mid(3).toInt(&isNumber);
-        if (isNumber && !siblings.isEmpty() && !siblingsSeen.contains(siblings)) {
-            siblingsSeen.insert(siblings);
-            cores.insert(cpu, readSmallFile(folder + entry + u"/cpu_capacity"_s).toLongLong());
-        }
-    }
-    return cores;
+/// "Docker Container"; empty when this is none that is known.
+QByteArray containerName(const QString& root) {
+    if (QFile::exists(root + u".dockerenv"_s))
+        return "Docker Container";
+    if (QFile::exists(root + u"run/.containerenv"_s))
+        return "Podman Container";
+    const QByteArray kind = readSmallFile(root + u"run/systemd/container"_s);
+    return kind.isEmpty() ? QByteArray() : (kind == "lxc" ? kind.toUpper() : kind) + " Container";
 }
 
 } // namespace
-
-std::optional<Cores> physicalCores(const QString& root) {
-    const QHash<int, qint64> cores = capacityByCore(root);
-    if (cores.isEmpty())
-        return std::nullopt;
-    // On x86 the kernel lists the small cores; elsewhere they are those with clearly less capacity than the largest.
-    const QSet<int> atoms = cpuList(readSmallFile(root + u"sys/devices/cpu_atom/cpus"_s));
-    const qint64 largest = *std::max_element(cores.begin(), cores.end());
-    Cores count;
-    for (auto core = cores.begin(); core != cores.end(); ++core) {
-        const bool isSmall = atoms.isEmpty() ? 3 * core.value() < 2 * largest : atoms.contains(core.key());
-        ++(isSmall ? count.efficiency : count.performance);
-    }
-    return count;
-}
-
-QByteArray processorName(const QString& root) {
-    const QByteArray description = readSmallFile(root + u"proc/cpuinfo"_s);
-    // The key differs by architecture.
-    for (const QByteArrayView key : {"model name", "cpu model", "Hardware", "cpu\t", "uarch"}) {
-        const QByteArrayView line = restOfLine(description, key);
-        const QByteArrayView name = line.sliced(line.indexOf(':') + 1).trimmed();
-        if (!name.isEmpty())
-            return name.toByteArray();
-    }
-    const QByteArrayList compatible = deviceTreeTexts(root, u"compatible"_s);
-    if (!compatible.isEmpty()) // most general last: "brcm,bcm2711"
-        return compatible.last().mid(compatible.last().indexOf(',') + 1).toUpper();
-    return architecture(root);
-}
 
 QByteArray modelIdentifier(const QString& root) {
     for (const QString& entry : {u"product_name"_s, u"board_name"_s}) {
@@ -127,17 +72,25 @@ QByteArray modelIdentifier(const QString& root) {
             return text;
     }
     const QByteArrayList model = deviceTreeTexts(root, u"model"_s);
-    return model.isEmpty() ? architecture(root) : model.first();
+    if (!model.isEmpty())
+        return model.first();
+    QByteArray container = containerName(root);
+    return container.isEmpty() ? architecture(root) : container;
 }
 
-std::optional<QString> makersModelName(const QString& root) {
+QString makersModelName(const QString& root) {
     const QByteArray maker = firmwareText(root, u"sys_vendor"_s).toUpper();
-    if (maker.startsWith("APPLE"))
-        return std::nullopt;
-    QByteArray name = maker.startsWith("LENOVO") ? firmwareText(root, u"product_version"_s) : QByteArray();
-    if (name.isEmpty())
-        name = modelIdentifier(root);
-    return name.isEmpty() ? std::nullopt : std::optional(QString::fromUtf8(name));
+    const QByteArray identifier = modelIdentifier(root);
+    if (maker.startsWith("APPLE")) {
+        const auto digit =
+            std::find_if(identifier.begin(), identifier.end(), [](char c) { return c >= '0' && c <= '9'; });
+        const QByteArray letters = identifier.first(digit - identifier.begin());
+        const auto family = std::find_if(appleFamilies.begin(), appleFamilies.end(),
+                                         [&](const auto& each) { return letters == each.first; });
+        return QString::fromUtf8(family == appleFamilies.end() ? identifier : QByteArray(family->second));
+    }
+    const QByteArray name = maker.startsWith("LENOVO") ? firmwareText(root, u"product_version"_s) : QByteArray();
+    return QString::fromUtf8(name.isEmpty() ? identifier : name);
 }
 
 } // namespace tarnwick::LinuxMachine

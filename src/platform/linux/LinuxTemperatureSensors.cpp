@@ -89,7 +89,7 @@ LinuxTemperatureSensors::LinuxTemperatureSensors(const QString& root, SensorAcce
 std::optional<QList<TemperatureReading>> LinuxTemperatureSensors::read(SensorGroup group) {
     const std::lock_guard lock(mutex_);
     const Time now = access_.clock();
-    // A sensor that went away is cause to look at once, but not at every read where a driver keeps saying so.
+    // A sensor that went away is a reason to look at once, but not at every read when its driver keeps failing.
     if (!lookedAt_ || now - *lookedAt_ >= lookPeriod || (sensorGone_ && now - scannedAt_ >= lookPeriod))
         look(now);
     if (!exists_)
@@ -100,14 +100,14 @@ std::optional<QList<TemperatureReading>> LinuxTemperatureSensors::read(SensorGro
     for (Entry& entry : devices_) {
         if (!entry.device->has(group))
             continue;
-        const HwmonReadings told = entry.reading.value(deadline);
-        entry.isGone = told.isGone;
-        sensorGone_ = sensorGone_ || told.isGone;
+        const HwmonReadings last = entry.reading.value(deadline);
+        entry.isGone = last.isGone;
+        sensorGone_ = sensorGone_ || last.isGone;
         const std::vector<HwmonDevice::Sensor>& sensors = entry.device->sensors();
         for (std::size_t i = 0; i < sensors.size(); ++i) {
             if (sensors[i].group == group)
                 readings.append({.product = sensors[i].name.isEmpty() ? std::nullopt : std::optional(sensors[i].name),
-                                 .celsius = told.celsius.at(static_cast<qsizetype>(i))});
+                                 .celsius = last.celsius.at(static_cast<qsizetype>(i))});
         }
     }
     return readings;

@@ -4,8 +4,9 @@
 
 namespace tarnwick {
 
-/// The thermal state by the kernel's thermal zones: the worst trip point that any zone has reached. Nominal below all;
-/// unknown when no zone has both a temperature and a trip point. `root` is the folder that holds sys, ending in "/".
+/// What the kernel's thermal zones say: the worst trip point that any zone is at or above. Those for fans and for
+/// slowing down count only where the kernel does so by itself; nominal below all of these. Unknown when there are none,
+/// unless it is critical. `root` is the folder that holds sys, ending in "/".
 [[nodiscard]] ThermalState readLinuxThermalState(const QString& root);
 
 } // namespace tarnwick
