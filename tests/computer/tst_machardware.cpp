@@ -79,10 +79,10 @@ private Q_SLOTS:
 
     void modelNames() {
         const QList<std::pair<QString, QString>> identifiersByName{
-            {u"Mac mini"_s, u"Macmini9,1 xMINIx Mac14,12 Mac14,3 Mac16,11"_s},
+            {u"Mac mini"_s, u"Macmini9,1 xMINIx Mac14,12 Mac14,3 Mac16,10 Mac16,11"_s},
             {u"MacBook Air"_s, u"MacBookAir10,1"_s},
             {u"MacBook Pro"_s, u"MacBookPro18,3 macbook"_s},
-            {u"Mac Studio"_s, u"Mac13,2 Mac14,13 Mac13,10 studio"_s},
+            {u"Mac Studio"_s, u"Mac13,2 Mac14,13 Mac14,14 Mac13,10 studio"_s},
             {u"iMac"_s, u"iMac21,1 iMacPro1,1"_s},
             {u"Mac Pro"_s, u"MacPro7,1"_s},
             {u"Apple Silicon Mac"_s, u"mac14,3 Mac14,15 Mac14,2 "_s},
@@ -104,7 +104,9 @@ private Q_SLOTS:
         QCOMPARE(memoryText(25769803776), u"24 GB Unified Memory"_s);
         QCOMPARE(memoryText((qint64{1} << 30) * 5 / 2), u"3 GB Unified Memory"_s);
         QCOMPARE(memoryText({}), u"16 GB Unified Memory"_s);
+        QCOMPARE(thermalStateText(ThermalState::nominal), u"Nominal (Cool & Quiet)"_s);
         QCOMPARE(thermalStateText(ThermalState::serious), u"Serious (Thermal Throttling)"_s);
+        QCOMPARE(thermalStateText(ThermalState::critical), u"Critical (Overheating)"_s);
         QCOMPARE(thermalStateText(static_cast<ThermalState>(77)), u"Normal"_s);
     }
 

@@ -79,6 +79,9 @@ private Q_SLOTS:
         row("element is an array", "[[]]", "[0] expected an object");
         row("second element is bad", '[' + validServer + ",{}]", "[1] id: missing");
         row("missing isEnabled", changed(R"("isEnabled":true,)", ""), "[0] isEnabled: missing");
+        row("missing dockerEnabled", changed(R"("dockerEnabled":true,)", ""), "[0] dockerEnabled: missing");
+        row("missing latencyMs", changed(R"("latencyMs":12,)", ""), "[0] metrics: latencyMs: missing");
+        row("missing lastChecked", changed(R"("lastChecked":781234567.25,)", ""), "[0] metrics: lastChecked: missing");
         row("null for a required key", changed("\"web\"", "null"), "[0] name: expected a string");
         row("number for a string", changed("\"web\"", "1"), "[0] name: expected a string");
         row("number for a boolean", changed(R"("isLocal":false)", R"("isLocal":0)"), "isLocal: expected true or false");
@@ -195,6 +198,13 @@ private Q_SLOTS:
             QCOMPARE(QJsonDocument::fromJson(json).object().size(), 9);
             QCOMPARE(std::get<AppSettings>(decodeSettings(json)), settings);
         }
+    }
+
+    void wordsOfThePins() {
+        AppSettings settings;
+        settings.pinnedMenuBarItems = pins(PinPreset::All);
+        QVERIFY(encodeSettings(settings)->contains(R"("pinnedMenuBarItems":["socTemp","peakTemp","ssdTemp","cpuUsage",)"
+                                                   R"("gpuUsage","ramUsage","serverStatus"])"));
     }
 
     void duplicatePinsCollapse() {
