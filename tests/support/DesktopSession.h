@@ -20,14 +20,10 @@ public:
     /// Where the panel shows its only item.
     static constexpr QRect itemPlace{1252, 0, 28, 28};
 
-    DesktopSession() = default;
     ~DesktopSession();
-    DesktopSession(const DesktopSession&) = delete;
-    DesktopSession& operator=(const DesktopSession&) = delete;
 
     /// `home` is the home folder of the session's user. Empty on success, else what is missing.
     [[nodiscard]] QString start(const QString& home);
-    void stop();
 
     /// Starts a build of the program in the session, with accessibility on for `ScreenReader`. `variables`, each
     /// NAME=VALUE, are added to its environment.
@@ -42,8 +38,10 @@ public:
     [[nodiscard]] QImage picture(const QByteArray& window = "root") const;
 
     /// Mouse actions through the X server; false when they failed.
-    [[nodiscard]] bool moveTo(QPoint point) const;
-    [[nodiscard]] bool click(QPoint point) const;
+    [[nodiscard]] bool moveTo(QPoint point) const {
+        return xdotool(QStringLiteral("mousemove %1 %2").arg(point.x()).arg(point.y()));
+    }
+    [[nodiscard]] bool click(QPoint point) const { return moveTo(point) && xdotool(QStringLiteral("click 1")); }
     /// Where the topmost element of that name is once it has stopped moving; invalid when that does not happen.
     [[nodiscard]] QRect restingPlace(const ScreenReader& reader, const QString& name) const;
     /// Clicks on that element there.
@@ -55,9 +53,6 @@ public:
     static void end(QProcess& process);
 
 private:
-    [[nodiscard]] QString startScreen();
-    [[nodiscard]] QString startPanel(const QString& home);
-
     QProcess screen_;
     QProcess bus_;
     QProcess panel_;

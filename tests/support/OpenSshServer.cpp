@@ -3,15 +3,14 @@
 #include "Files.h"
 
 #include <QDeadlineTimer>
+#include <QHostAddress>
+#include <QTcpServer>
+#include <QTcpSocket>
 
 #include <csignal>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <pwd.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -23,57 +22,27 @@ namespace {
 
 constexpr QLatin1StringView serverProgram = "/usr/sbin/sshd"_L1;
 
-/// Calls `use` with a socket and the loopback address of that port.
-template <typename Use>
-auto onLoopback(quint16 port, Use use) {
-    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const auto result = use(socket, address);
-    ::close(socket);
-    return result;
-}
-
 quint16 freePort() {
-    return onLoopback(
-        0,
-        [](int socket, sockaddr_in& address) -> quint16 {
-            socklen_t size = sizeof address;
-            auto* any = reinterpret_cast<sockaddr*>(&address);
-            const bool ok = ::bind(socket, any, size) == 0 && ::getsockname(socket, any, &size) == 0;
-            return ok ? ntohs(address.sin_port) : quint16{0};
-        });
+    QTcpServer server;
+    return server.listen(QHostAddress::LocalHost) ? server.serverPort() : quint16{0};
 }
 
 bool isListening(quint16 port) {
-    return onLoopback(
-        port,
-        [](int socket, sockaddr_in& address) {
-            return ::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
-        });
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, port);
+    return socket.waitForConnected();
 }
 
 bool makeKey(const QString& path) {
-    QProcess keygen;
-    keygen.start(u"/usr/bin/ssh-keygen"_s, {u"-q"_s, u"-t"_s, u"ed25519"_s, u"-N"_s, QString(), u"-f"_s, path});
-    return keygen.waitForFinished() && keygen.exitStatus() == QProcess::NormalExit && keygen.exitCode() == 0;
+    return QProcess::execute(u"/usr/bin/ssh-keygen"_s,
+                             {u"-q"_s, u"-t"_s, u"ed25519"_s, u"-N"_s, QString(), u"-f"_s, path}) == 0;
 }
 
 } // namespace
 
-OpenSshServer::~OpenSshServer() {
-    stop();
-}
-
 QString OpenSshServer::start(QStringView forceCommand) {
     if (!QFile::exists(serverProgram))
         return u"%1 is missing: install openssh-server"_s.arg(serverProgram);
-    const passwd* account = ::getpwuid(::getuid());
-    if (account == nullptr)
-        return u"This user has no account"_s;
-    user_ = QString::fromLocal8Bit(account->pw_name);
     if (::getuid() == 0 && !QDir().mkpath(u"/run/sshd"_s)) // sshd does not start as root without this folder
         return u"Cannot make /run/sshd"_s;
     if (!QFile::exists(keyPath()) && !(makeKey(folder_.filePath(u"host_key"_s)) && makeKey(keyPath())))
@@ -118,8 +87,6 @@ void OpenSshServer::yieldProcessor() {
 }
 
 void OpenSshServer::stop() {
-    if (process_.state() == QProcess::NotRunning)
-        return;
     process_.terminate();
     process_.waitForFinished();
 }

@@ -3,6 +3,7 @@
 #include "StandIns.h"
 
 #include <QByteArray>
+#include <QFileInfo>
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
@@ -15,20 +16,13 @@ namespace HostBehaviour {
 inline constexpr QStringView hangs = u"while kill -0 $PPID 2>/dev/null; do sleep 0.1; done";
 /// Prints a greeting before the command's output.
 inline constexpr QStringView greets = u"echo Welcome to db1; exec /bin/sh -c \"$SSH_ORIGINAL_COMMAND\"";
-/// Never stops printing.
-inline constexpr QStringView floods = u"exec yes";
-/// The connection breaks in the middle of the line.
-inline constexpr QStringView losesConnection = u"printf '{\"cpu\":12,\"mem_'; sleep 0.1; kill -9 $PPID";
 } // namespace HostBehaviour
 
 /// A real OpenSSH server on a free port of the loopback interface, run by any user. Its keys, configuration and log are
 /// in a temporary folder.
 class OpenSshServer {
 public:
-    OpenSshServer() = default;
-    ~OpenSshServer();
-    OpenSshServer(const OpenSshServer&) = delete;
-    OpenSshServer& operator=(const OpenSshServer&) = delete;
+    ~OpenSshServer() { stop(); }
 
     /// Starts the server, and returns when it takes connections. `forceCommand` runs in every session instead of the
     /// client's command, which is then in SSH_ORIGINAL_COMMAND. Empty on success, else why it does not run.
@@ -41,7 +35,7 @@ public:
     [[nodiscard]] QString address() const { return QStringLiteral("127.0.0.1"); }
     [[nodiscard]] quint16 port() const { return port_; }
     /// The only user that may log in, with the key of `keyPath`.
-    [[nodiscard]] QString user() const { return user_; }
+    [[nodiscard]] QString user() const { return QFileInfo(folder_.path()).owner(); }
     [[nodiscard]] QString keyPath() const { return folder_.filePath(QStringLiteral("user_key")); }
     /// The line of a known-hosts file for this server.
     [[nodiscard]] QByteArray knownHostsLine() const;
@@ -54,7 +48,6 @@ private:
 
     QTemporaryDir folder_;
     StandIns standIns_;
-    QString user_;
     quint16 port_ = 0;
     QProcess process_;
 };

@@ -12,6 +12,7 @@ namespace tarnwick {
 
 namespace {
 constexpr int patience = 30'000; ///< milliseconds
+const std::pair root{u"org.a11y.atspi.Registry"_s, QDBusObjectPath(u"/org/a11y/atspi/accessible/root"_s)};
 } // namespace
 
 ScreenReader::ScreenReader(const QDBusConnection& session) {
@@ -28,20 +29,21 @@ ScreenReader::~ScreenReader() {
 
 QList<QRect> ScreenReader::places(const QString& name) const {
     QList<QRect> found;
-    for (const Element& element : elements(name))
-        found += place(element);
+    const QList<Element> shown = elements(name, root);
+    for (const Element& element : shown)
+        found += qdbus_cast<QRect>(ask(element, u"org.a11y.atspi.Component"_s, u"GetExtents"_s, {0U})); // on the screen
     std::ranges::sort(found, {}, &QRect::top);
     return found;
 }
 
 QString ScreenReader::description(const QString& name) const {
-    const QList<Element> found = elements(name);
+    const QList<Element> found = elements(name, root);
     return found.isEmpty() ? QString() : text(found.first(), u"Description"_s);
 }
 
 QVariant ScreenReader::ask(const Element& element, const QString& interface, const QString& method,
                            const QVariantList& arguments) const {
-    QDBusMessage message = QDBusMessage::createMethodCall(element.service, element.path, interface, method);
+    QDBusMessage message = QDBusMessage::createMethodCall(element.first, element.second.path(), interface, method);
     message.setArguments(arguments);
     const QDBusMessage reply = bus_.call(message, QDBus::Block, patience);
     return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0) : QVariant();
@@ -53,58 +55,20 @@ QString ScreenReader::text(const Element& element, const QString& property) cons
     return reply.value<QDBusVariant>().variant().toString();
 }
 
-QList<ScreenReader::Element> ScreenReader::elements(const QString& name) const {
+QList<ScreenReader::Element> ScreenReader::elements(const QString& name, const Element& from) const {
     QList<Element> found;
-    collect({u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/accessible/root"_s}, name, found);
+    if (text(from, u"Name"_s) == name && isShown(from))
+        found += from;
+    const auto children = qdbus_cast<QList<Element>>(ask(from, u"org.a11y.atspi.Accessible"_s, u"GetChildren"_s));
+    for (const Element& child : children)
+        found += elements(name, child);
     return found;
-}
-
-void ScreenReader::collect(const Element& element, const QString& name, QList<Element>& found) const {
-    if (text(element, u"Name"_s) == name && isShown(element))
-        found += element;
-    for (const Element& child : children(element))
-        collect(child, name, found);
 }
 
 bool ScreenReader::isShown(const Element& element) const {
     constexpr quint32 showing = 1U << 25;
-    const QVariant reply = ask(element, u"org.a11y.atspi.Accessible"_s, u"GetState"_s, {});
-    return reply.isValid() && (qdbus_cast<QList<quint32>>(reply).value(0) & showing) != 0;
-}
-
-QRect ScreenReader::place(const Element& element) const {
-    const QVariant reply = ask(element, u"org.a11y.atspi.Component"_s, u"GetExtents"_s, {0U}); // on the screen
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-    if (reply.isValid()) {
-        const auto argument = reply.value<QDBusArgument>();
-        argument.beginStructure();
-        argument >> x >> y >> width >> height;
-        argument.endStructure();
-    }
-    return {x, y, width, height};
-}
-
-QList<ScreenReader::Element> ScreenReader::children(const Element& element) const {
-    QList<Element> result;
-    const QVariant reply = ask(element, u"org.a11y.atspi.Accessible"_s, u"GetChildren"_s, {});
-    if (!reply.isValid())
-        return result;
-    const auto argument = reply.value<QDBusArgument>();
-    argument.beginArray();
-    while (!argument.atEnd()) {
-        Element child;
-        QDBusObjectPath path;
-        argument.beginStructure();
-        argument >> child.service >> path;
-        argument.endStructure();
-        child.path = path.path();
-        result += child;
-    }
-    argument.endArray();
-    return result;
+    const QVariant states = ask(element, u"org.a11y.atspi.Accessible"_s, u"GetState"_s);
+    return (qdbus_cast<QList<quint32>>(states).value(0) & showing) != 0;
 }
 
 } // namespace tarnwick

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusObjectPath>
 #include <QList>
 #include <QRect>
 #include <QString>
 #include <QVariant>
+
+#include <utility>
 
 namespace tarnwick {
 
@@ -14,8 +17,6 @@ class ScreenReader {
 public:
     explicit ScreenReader(const QDBusConnection& session = QDBusConnection::sessionBus());
     ~ScreenReader();
-    ScreenReader(const ScreenReader&) = delete;
-    ScreenReader& operator=(const ScreenReader&) = delete;
 
     [[nodiscard]] bool isConnected() const { return bus_.isConnected(); }
     /// The places on the screen of all shown elements of that name, from top to bottom.
@@ -24,19 +25,14 @@ public:
     [[nodiscard]] QString description(const QString& name) const;
 
 private:
-    struct Element {
-        QString service;
-        QString path;
-    };
+    using Element = std::pair<QString, QDBusObjectPath>; ///< of this service
 
     [[nodiscard]] QVariant ask(const Element& element, const QString& interface, const QString& method,
-                               const QVariantList& arguments) const;
+                               const QVariantList& arguments = {}) const;
     [[nodiscard]] QString text(const Element& element, const QString& property) const;
-    [[nodiscard]] QList<Element> elements(const QString& name) const;
-    void collect(const Element& element, const QString& name, QList<Element>& found) const;
-    [[nodiscard]] QRect place(const Element& element) const;
+    /// The shown elements of that name: this one, and all below it.
+    [[nodiscard]] QList<Element> elements(const QString& name, const Element& from) const;
     [[nodiscard]] bool isShown(const Element& element) const;
-    [[nodiscard]] QList<Element> children(const Element& element) const;
 
     QDBusConnection bus_{QStringLiteral("accessibility")};
 };

@@ -10,6 +10,12 @@ QString StandIns::searchPath() const {
     return folder() + u":/usr/sbin:/usr/bin:/sbin:/bin"_s;
 }
 
+QProcessEnvironment StandIns::environment() const {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"PATH"_s, searchPath());
+    return environment;
+}
+
 bool StandIns::add(const QString& name, const QByteArray& script) {
     const QString path = folder_.filePath(name);
     return writeFile(path, script) &&

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -13,6 +14,8 @@ public:
     [[nodiscard]] QString folder() const { return folder_.path(); }
     /// This folder, then the system's.
     [[nodiscard]] QString searchPath() const;
+    /// This process's environment with that search path.
+    [[nodiscard]] QProcessEnvironment environment() const;
 
     /// An executable with these contents; false when it cannot be written.
     [[nodiscard]] bool add(const QString& name, const QByteArray& script);

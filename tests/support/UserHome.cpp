@@ -38,20 +38,10 @@ UserHome::UserHome() {
         error_ = u"Cannot write to %1"_s.arg(folder());
         return;
     }
-    set("HOME", home);
-    set("NSS_WRAPPER_PASSWD", QFile::encodeName(database));
-    set("NSS_WRAPPER_GROUP", "/etc/group");
-    set("LD_PRELOAD", "libnss_wrapper.so");
-}
-
-UserHome::~UserHome() {
-    for (const auto& [variable, value] : before_)
-        value.isNull() ? qunsetenv(variable) : qputenv(variable, value);
-}
-
-void UserHome::set(const char* variable, const QByteArray& value) {
-    before_[variable] = qgetenv(variable);
-    qputenv(variable, value);
+    qputenv("HOME", home);
+    qputenv("NSS_WRAPPER_PASSWD", QFile::encodeName(database));
+    qputenv("NSS_WRAPPER_GROUP", "/etc/group");
+    qputenv("LD_PRELOAD", "libnss_wrapper.so");
 }
 
 bool UserHome::writeSshFile(const QString& name, const QByteArray& contents) const {

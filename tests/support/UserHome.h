@@ -4,19 +4,15 @@
 #include <QString>
 #include <QTemporaryDir>
 
-#include <map>
-
 namespace tarnwick {
 
-/// Gives every process started while this object lives a temporary home folder, so that a test neither reads nor
-/// changes the user's. Setting `HOME` is not enough: ssh asks the password database, so libnss-wrapper answers for
-/// that. A build with AddressSanitizer starts under libnss-wrapper only with `verify_asan_link_order=0`.
+/// Gives every process started from now on a temporary home folder, which this object removes at its end, so that a
+/// test neither reads nor changes the user's. Setting `HOME` is not enough: ssh asks the password database, so
+/// libnss-wrapper answers for that. A build with AddressSanitizer starts under libnss-wrapper only with
+/// `verify_asan_link_order=0`.
 class UserHome {
 public:
     UserHome();
-    ~UserHome();
-    UserHome(const UserHome&) = delete;
-    UserHome& operator=(const UserHome&) = delete;
 
     /// What is missing; empty when nothing is.
     [[nodiscard]] QString error() const { return error_; }
@@ -25,11 +21,8 @@ public:
     [[nodiscard]] bool writeSshFile(const QString& name, const QByteArray& contents) const;
 
 private:
-    void set(const char* variable, const QByteArray& value);
-
     QTemporaryDir folder_;
     QString error_;
-    std::map<const char*, QByteArray> before_; ///< the variables' values to restore; null: not set
 };
 
 } // namespace tarnwick
