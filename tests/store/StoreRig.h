@@ -38,6 +38,10 @@ public:
     QStringList alerts;              ///< keys' suffixes and whether with sound, in the order of posting
     std::unique_ptr<ServerStore> store;
 
+    StoreRig() = default;
+    /// With one server for each character, named so.
+    explicit StoreRig(QStringView names) { startWith(fleet(names)); }
+
     /// Constructs the store; its start-up refresh waits in the event loop.
     void start() {
         store = std::make_unique<ServerStore>(StoreCollaborators{
@@ -65,12 +69,9 @@ public:
         start();
         do {
             QCoreApplication::processEvents(); // a large fleet is probed over several turns
-            for (auto& [name, probe] : probes) {
-                if (!probe.promise.future().isFinished()) {
-                    probe.promise.addResult(ServerMetrics());
-                    probe.promise.finish();
-                }
-            }
+            for (auto& [name, probe] : probes)
+                if (!probe.promise.future().isFinished())
+                    probe.answer(ServerMetrics());
         } while (store->isRefreshing());
         probed.clear();
         alerts.clear();
@@ -115,6 +116,13 @@ public:
     }
 
     [[nodiscard]] QByteArray read(const QString& name) const { return readFile(path(name)); }
+
+    /// What `servers.json` holds, or another file; empty when it cannot be decoded.
+    [[nodiscard]] QList<Server> storedFleet(const QString& name = QStringLiteral("servers.json")) const {
+        const auto decoded = decodeServers(read(name));
+        const auto* servers = std::get_if<QList<Server>>(&decoded);
+        return servers ? *servers : QList<Server>();
+    }
 
     [[nodiscard]] QStringList files() const {
         return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);

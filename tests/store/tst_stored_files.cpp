@@ -7,14 +7,6 @@
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
-namespace {
-QList<Server> fleetIn(const QByteArray& json) {
-    const auto decoded = decodeServers(json);
-    const auto* servers = std::get_if<QList<Server>>(&decoded);
-    return servers ? *servers : QList<Server>();
-}
-} // namespace
-
 class StoredFilesTest : public QObject {
     Q_OBJECT
 
@@ -28,16 +20,15 @@ private Q_SLOTS:
         for (const QString& file : rig.files())
             QCOMPARE(QFile::permissions(rig.path(file)) & 0x177, QFile::Permissions());
 
-        QCOMPARE(fleetIn(rig.read(u"servers.json"_s)), rig.store->servers());
+        QCOMPARE(rig.storedFleet(), rig.store->servers());
         QCOMPARE(rig.names(), (QStringList{u"Local Machine"_s, u"web"_s, u"db"_s}));
         const Server local = rig.store->servers().at(0);
-        QVERIFY(local.isLocal && local.isEnabled && local.dockerEnabled && !local.metrics);
-        QCOMPARE(local.host + u'/' + local.user, u"localhost/root"_s);
         const Server web = rig.store->servers().at(1);
+        QVERIFY(local.isLocal && local.isEnabled && local.dockerEnabled && !local.metrics);
         QVERIFY(!web.isLocal && web.isEnabled && web.dockerEnabled);
-        QCOMPARE(web.user + u'@' + web.host, u"admin@10.0.0.1"_s);
-        QCOMPARE(web.port, 2222);
-        QCOMPARE(web.customSshKeyPath, u"/k"_s);
+        QCOMPARE(local.host + u'/' + local.user, u"localhost/root"_s);
+        QCOMPARE(u"%1@%2:%3 %4"_s.arg(web.user, web.host).arg(web.port).arg(web.customSshKeyPath.value_or(QString())),
+                 u"admin@10.0.0.1:2222 /k"_s);
         QVERIFY(web.id != local.id && web.id != rig.store->servers().at(2).id);
     }
 
@@ -62,47 +53,39 @@ private Q_SLOTS:
         QCOMPARE(rig.files().size(), 2); // an empty list is no damage: nothing to keep
     }
 
-    void damagedFilesAreMovedAside_data() {
-        QTest::addColumn<QByteArray>("servers");
-        QTest::addColumn<QByteArray>("settings");
-        const auto row = [](const char* name, const QByteArray& servers, const QByteArray& settings) {
-            QTest::newRow(name) << servers << settings;
-        };
-        row("both damaged", "[{\"id\":", "{");
-        row("an entry lacks a key", "[{\"name\":\"web\"}]", "{\"soundAlerts\":1}");
-        row("of another type", "{}", "[]");
-        row("both empty", "", "");
-        row("not text", "\xff\xfe\x00\x00"_ba, QByteArray(4096, '\0'));
-    }
     void damagedFilesAreMovedAside() {
-        QFETCH(QByteArray, servers);
-        QFETCH(QByteArray, settings);
-        StoreRig rig;
-        rig.write(u"servers.json"_s, servers);
-        rig.write(u"settings.json"_s, settings);
-        const QString suffix = u".json.unreadable-20010101T001640Z"_s; // 1,000 s after 2001 began
-        rig.write(u"servers"_s + suffix, "taken");
-        rig.write(u"servers"_s + suffix + u"-2"_s, "taken too");
-        rig.start();
-        QCOMPARE(rig.names(), QStringList{u"Local Machine"_s});
-        QCOMPARE(rig.store->settings().alertDiskThresholdPercent, 90.0);
-        QCOMPARE(rig.read(u"servers"_s + suffix), "taken"_ba);
-        QCOMPARE(rig.read(u"servers"_s + suffix + u"-2"_s), "taken too"_ba);
-        QVERIFY(rig.files().contains(u"servers"_s + suffix + u"-3"_s));
-        QCOMPARE(rig.read(u"servers"_s + suffix + u"-3"_s), servers);
-        QCOMPARE(rig.read(u"settings"_s + suffix), settings);
+        for (const auto& [servers, settings] : {std::pair("[{\"id\":"_ba, "{"_ba), // cut off
+                                                {"[{\"name\":\"web\"}]"_ba, "{\"soundAlerts\":1}"_ba},
+                                                {"{}"_ba, "[]"_ba},
+                                                {""_ba, ""_ba},
+                                                {"\xff\xfe\x00\x00"_ba, QByteArray(4096, '\0')}}) {
+            StoreRig rig;
+            rig.write(u"servers.json"_s, servers);
+            rig.write(u"settings.json"_s, settings);
+            const QString suffix = u".json.unreadable-20010101T001640Z"_s; // 1,000 s after 2001 began
+            rig.write(u"servers"_s + suffix, "taken");
+            rig.write(u"servers"_s + suffix + u"-2"_s, "taken too");
+            rig.start();
+            QCOMPARE(rig.names(), QStringList{u"Local Machine"_s});
+            QCOMPARE(rig.store->settings().alertDiskThresholdPercent, 90.0);
+            QCOMPARE(rig.read(u"servers"_s + suffix), "taken"_ba);
+            QCOMPARE(rig.read(u"servers"_s + suffix + u"-2"_s), "taken too"_ba);
+            QVERIFY(rig.files().contains(u"servers"_s + suffix + u"-3"_s));
+            QCOMPARE(rig.read(u"servers"_s + suffix + u"-3"_s), servers);
+            QCOMPARE(rig.read(u"settings"_s + suffix), settings);
 
-        rig.now = Instant{5000};
-        rig.store->save(); // moves nothing a second time
-        QCOMPARE(rig.files().size(), 6);
-        QCOMPARE(fleetIn(rig.read(u"servers.json"_s)), rig.store->servers());
+            rig.now = Instant{5000};
+            rig.store->save(); // moves nothing a second time
+            QCOMPARE(rig.files().size(), 6);
+            QCOMPARE(rig.storedFleet(), rig.store->servers());
+        }
     }
 
     void whatCannotBeReadIsMovedAside() {
         StoreRig rig;
         QDir().mkpath(rig.path(u"servers.json/inside"_s));
         rig.start();
-        QCOMPARE(fleetIn(rig.read(u"servers.json"_s)), rig.store->servers());
+        QCOMPARE(rig.storedFleet(), rig.store->servers());
         QVERIFY(QFileInfo(rig.path(u"servers.json.unreadable-20010101T001640Z/inside"_s)).isDir());
     }
 
@@ -123,12 +106,11 @@ private Q_SLOTS:
         rig.start();
         rig.store->addServer(StoreRig::server(u"b"_s));
         QVERIFY(QFileInfo(rig.path(u"servers.json"_s)).isSymLink());
-        QCOMPARE(fleetIn(rig.read(u"elsewhere.json"_s)).size(), 2);
+        QCOMPARE(rig.storedFleet(u"elsewhere.json"_s).size(), 2);
     }
 
     void failedSaveWritesNothingMore() {
-        StoreRig rig;
-        rig.startWith({StoreRig::server(u"a"_s)});
+        StoreRig rig(u"a");
         Server broken = rig.store->servers().at(0);
         broken.metrics = ServerMetrics();
         broken.metrics->cpuPercent = std::numeric_limits<double>::quiet_NaN();

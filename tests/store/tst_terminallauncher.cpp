@@ -1,9 +1,8 @@
-#include "Files.h"
+#include "Rows.h"
 #include "StandIns.h"
 #include "TerminalLauncher.h"
 
 #include <QProcess>
-#include <QTest>
 
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
@@ -12,16 +11,18 @@ namespace {
 
 const QString enter = u"if command -v bash >/dev/null 2>&1; then exec bash; else exec sh; fi"_s;
 
-Server server(const QString& name, const QString& user, const QString& host) {
+Server server(const QString& name, const QString& user, const QString& host, const std::optional<QString>& key = {}) {
     Server server;
     server.name = name;
     server.user = user;
     server.host = host;
+    server.port = 2222;
+    server.customSshKeyPath = key;
     return server;
 }
 
-ContainerInfo container(const QString& name, const QString& id = u"4f2a"_s) {
-    return {id, name, u"nginx"_s, u"Up"_s, u"running"_s, {}};
+ContainerInfo container(const QString& name) {
+    return {u"4f2a"_s, name, u"nginx"_s, u"Up"_s, u"running"_s, {}};
 }
 
 /// A folder to run a command line in, with an `ssh` and a `docker` that record their arguments. This `ssh` runs its
@@ -42,12 +43,9 @@ public:
     QString run(const QStringList& shell, const QString& line) const {
         QProcess process;
         process.setWorkingDirectory(tools_.folder());
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"PATH"_s, tools_.searchPath());
-        process.setProcessEnvironment(environment);
+        process.setProcessEnvironment(tools_.environment());
         const bool interactive = shell.last() == u"-i";
-        const QStringList arguments = interactive ? shell.mid(1) : shell.mid(1) + QStringList{u"-c"_s, line};
-        process.start(shell.first(), arguments);
+        process.start(shell.first(), shell.mid(1) + (interactive ? QStringList() : QStringList{u"-c"_s, line}));
         if (interactive)
             process.write(line.toUtf8() + '\n');
         process.closeWriteChannel();
@@ -71,59 +69,28 @@ class TestTerminalLauncher : public QObject {
 
 private Q_SLOTS:
     void harmlessValuesGiveThePlainLine() {
-        Server web = server(u"web-1"_s, u"deploy"_s, u"192.0.2.10"_s);
-        web.port = 2222;
-        QCOMPARE(TerminalLauncher::serverCommandLine(web),
-                 u"echo 'Tarnwick: Connecting to web-1...'; ssh -p 2222 deploy@192.0.2.10"_s);
-        web.customSshKeyPath = u"~/.ssh/id_ed25519"_s;
-        QCOMPARE(TerminalLauncher::serverCommandLine(web), u"echo 'Tarnwick: Connecting to web-1...'; "
-                                                           "ssh -i '~/.ssh/id_ed25519' -p 2222 deploy@192.0.2.10"_s);
-        QCOMPARE(TerminalLauncher::containerCommandLine(web, container(u"api"_s)),
-                 u"echo 'Tarnwick: Connecting to container [api] on web-1...'; "
-                 "ssh -t -i '~/.ssh/id_ed25519' -p 2222 deploy@192.0.2.10 \"docker exec -it api "
-                 "sh -c 'if command -v bash >/dev/null 2>&1; then exec bash; else exec sh; fi'\""_s);
-
+        const Server web = server(u"web-1"_s, u"deploy"_s, u"192.0.2.10"_s);
+        const Server withKey = server(u"web-1"_s, u"deploy"_s, u"192.0.2.10"_s, u"~/.ssh/id_ed25519"_s);
         // Nothing is validated: an empty user and an empty key are used as they are.
-        Server bare = server(u"Büro 2 (alt)"_s, u""_s, u"fe80::1%eth0"_s);
-        bare.customSshKeyPath = u""_s;
+        Server bare = server(u"Büro 2 (alt)"_s, u""_s, u"fe80::1%eth0"_s, u""_s);
         bare.port = 65535;
-        QCOMPARE(TerminalLauncher::serverCommandLine(bare),
-                 u"echo 'Tarnwick: Connecting to Büro 2 (alt)...'; ssh -i '' -p 65535 @fe80::1%eth0"_s);
-
-        Server here = web;
+        Server here = withKey;
         here.isLocal = true;
-        QCOMPARE(TerminalLauncher::serverCommandLine(here), u"echo 'Tarnwick: Connected to local machine'; echo ''"_s);
-        QCOMPARE(TerminalLauncher::containerCommandLine(here, container(u""_s)),
-                 u"echo 'Tarnwick: Connecting to container [4f2a]...'; docker exec -it 4f2a "
-                 "sh -c 'if command -v bash >/dev/null 2>&1; then exec bash; else exec sh; fi'"_s);
-        QCOMPARE(TerminalLauncher::appleScript.size(), 133);
+        using namespace TerminalLauncher;
+        const QStringList lines{serverCommandLine(web),  containerCommandLine(withKey, container(u"api"_s)),
+                                serverCommandLine(bare), containerCommandLine(here, container(u""_s)),
+                                serverCommandLine(here), serverCommandLine(withKey)};
+        const QByteArray expected = readFile(QStringLiteral(TARNWICK_FIXTURES "/terminal-lines.txt"));
+        QCOMPARE(lines, QString::fromUtf8(expected.trimmed()).split(u'\n'));
+        QCOMPARE(appleScript.size(), 133);
     }
 
-    void hostileValuesStayInPlace_data() {
-        QTest::addColumn<QString>("value");
-        QTest::newRow("both quotes") << u"x$(touch pwned)'\";touch pwned"_s;
-        QTest::newRow("backquotes") << u"`touch pwned`\"`touch pwned`\"${HOME}"_s;
-        QTest::newRow("separators") << u"a;touch pwned|touch pwned&touch pwned>pwned #"_s;
-        QTest::newRow("lines") << u"a\ntouch pwned\r\n"_s;
-        QTest::newRow("echo's escapes") << u"a\\c\\033]0;\\x1b\\n%s%d\\"_s;
-        QTest::newRow("backslash before quotes") << u"\\';touch pwned;\\\\'\\\";touch pwned;\""_s;
-        QTest::newRow("history") << u"!! !touch wow!\"!!\""_s;
-        QTest::newRow("terminal controls") << u"\x1b]0;pwned\a\x7f\u009b31m\t\x15touch pwned\r"_s;
-        QTest::newRow("end of string") << QString(QChar::Null);
-        QTest::newRow("an option of ssh") << u"-oProxyCommand=touch pwned"_s;
-        QTest::newRow("an option of docker") << u"--privileged"_s;
-        QTest::newRow("end of options") << u"--"_s;
-        QTest::newRow("patterns") << u"*?[a-z]{a,b}"_s;
-        QTest::newRow("home") << u"~"_s;
-        QTest::newRow("blanks") << u" a  b\u00a0"_s;
-        QTest::newRow("other scripts") << u"сервер-木-🐳"_s;
-    }
+    void hostileValuesStayInPlace_data() { addRows("hostile-values.json", {"value"}); }
     /// Real shells run lines that have the value in every place. It must be printed and reach both programs unaltered,
     /// except for control characters, and nothing else may run.
     void hostileValuesStayInPlace() {
         QFETCH(const QString, value);
-        Server remote = server(value, value, value);
-        remote.customSshKeyPath = value;
+        const Server remote = server(value, value, value, value);
         Server local = remote;
         local.isLocal = true;
         QString seen = value;
@@ -132,33 +99,27 @@ private Q_SLOTS:
 
         const QStringList endOfOptions = value.startsWith(u'-') ? QStringList{u"--"_s} : QStringList();
         const QStringList login =
-            QStringList{u"-i"_s, seen, u"-p"_s, u"22"_s} + endOfOptions + QStringList{seen + u'@' + seen};
+            QStringList{u"-i"_s, seen, u"-p"_s, u"2222"_s} + endOfOptions + QStringList{seen + u'@' + seen};
         const QStringList exec =
             QStringList{u"exec"_s, u"-it"_s} + endOfOptions + QStringList{seen, u"sh"_s, u"-c"_s, enter, u""_s};
 
-        struct Case {
-            QString line;
-            QString printed;
-            QStringList ssh; ///< as its arguments begin
-            QStringList docker;
-        };
+        using namespace TerminalLauncher;
         const QStringList none{QString()};
-        const Case cases[]{
-            {TerminalLauncher::serverCommandLine(remote), u"Connecting to %1"_s, login + none, none},
-            {TerminalLauncher::containerCommandLine(remote, container(value)), u"Connecting to container [%1] on %1"_s,
-             QStringList{u"-t"_s} + login, exec},
-            {TerminalLauncher::containerCommandLine(local, container(value)), u"Connecting to container [%1]"_s, none,
+        const QList<std::tuple<QString, QString, QStringList, QStringList>> cases{
+            // the line, what it prints, how the arguments of ssh begin, and those of docker
+            {serverCommandLine(remote), u"%1"_s, login + none, none},
+            {containerCommandLine(remote, container(value)), u"container [%1] on %1"_s, QStringList{u"-t"_s} + login,
              exec},
-        };
+            {containerCommandLine(local, container(value)), u"container [%1]"_s, none, exec}};
         const QList<QStringList> shells{
             {u"dash"_s}, {u"bash"_s}, {u"busybox"_s, u"sh"_s}, {u"bash"_s, u"--norc"_s, u"--noprofile"_s, u"-i"_s}};
         for (const QStringList& shell : shells)
-            for (const Case& row : cases) {
+            for (const auto& [line, printed, ssh, docker] : cases) {
                 const Bench bench;
-                QCOMPARE(bench.run(shell, row.line),
-                         u"Tarnwick: "_s + QString(row.printed).replace(u"%1"_s, seen) + u"...\n"_s);
-                QCOMPARE(bench.called(u"ssh"_s).mid(0, row.ssh.size()), row.ssh);
-                QCOMPARE(bench.called(u"docker"_s), row.docker);
+                QCOMPARE(bench.run(shell, line),
+                         u"Tarnwick: Connecting to "_s + QString(printed).replace(u"%1"_s, seen) + u"...\n"_s);
+                QCOMPARE(bench.called(u"ssh"_s).mid(0, ssh.size()), ssh);
+                QCOMPARE(bench.called(u"docker"_s), docker);
                 QVERIFY(bench.isUntouched());
             }
     }
