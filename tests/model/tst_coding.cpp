@@ -122,6 +122,8 @@ private Q_SLOTS:
         expected.firstLaunchDate = settings.firstLaunchDate;
         QCOMPARE(settings, expected);
         QVERIFY(settings.firstLaunchDate.secondsSince(before) >= 0);
+        const auto pinnedTwice = decodeSettings(R"({"pinnedMenuBarItems":["cpuUsage","cpuUsage"]})");
+        QCOMPARE(std::get<AppSettings>(pinnedTwice).pinnedMenuBarItems, MenuBarItemSet{MenuBarItem::cpuUsage});
     }
 
     void settingsRoundTrip() {
@@ -139,10 +141,11 @@ private Q_SLOTS:
         }
     }
 
-    void duplicatePinsCollapse() {
-        const auto settings =
-            std::get<AppSettings>(decodeSettings(R"({"pinnedMenuBarItems":["cpuUsage","cpuUsage"]})"));
-        QCOMPARE(settings.pinnedMenuBarItems, MenuBarItemSet{MenuBarItem::cpuUsage});
+    void wordsOfThePins() {
+        AppSettings settings;
+        settings.pinnedMenuBarItems = pins(PinPreset::All);
+        QVERIFY(encodeSettings(settings)->contains(R"("pinnedMenuBarItems":["socTemp","peakTemp","ssdTemp","cpuUsage",)"
+                                                   R"("gpuUsage","ramUsage","serverStatus"])"));
     }
 
     void unreadableSettings() {
@@ -151,6 +154,25 @@ private Q_SLOTS:
                                  R"({"soundAlerts":1})", R"({"refreshIntervalSeconds":30.5})",
                                  R"({"firstLaunchDate":"2024-01-01T00:00:00Z"})"})
             QVERIFY2(std::holds_alternative<DecodingError>(decodeSettings(json)), json);
+    }
+
+    void serversInASetAreTheirContents() {
+        Server server;
+        server.metrics = ServerMetrics();
+        server.metrics->containers = {ContainerInfo()};
+        QSet<Server> set{server};
+        QVERIFY(set.contains(Server(server)));
+        server.metrics->containers[0].state = u"exited"_s;
+        QVERIFY(!set.contains(server) && qHash(server) != qHash(*set.cbegin()));
+        server = *set.cbegin();
+        server.metrics->lastChecked = Instant{1};
+        QVERIFY(!set.contains(server) && qHash(server) != qHash(*set.cbegin()));
+    }
+
+    void healthStatusFromItsWord() {
+        QCOMPARE(serverHealthStatusFromRawValue(u"healthy"), ServerHealthStatus::healthy);
+        QCOMPARE(serverHealthStatusFromRawValue(u"checking"), ServerHealthStatus::checking);
+        QCOMPARE(serverHealthStatusFromRawValue(u"Healthy"), std::nullopt);
     }
 };
 
