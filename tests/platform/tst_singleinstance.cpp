@@ -1,8 +1,7 @@
+#include "Files.h"
 #include "ProcessRunner.h"
 #include "SingleInstance.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -19,10 +18,14 @@ using namespace tarnwick;
 
 namespace {
 
-QByteArray firstLine(QProcess& process) {
-    while (!process.canReadLine() && process.waitForReadyRead()) {
-    }
-    return process.readLine().trimmed();
+/// As the program does: when it is the first, it prints so and stays.
+int own(const QString& folder) {
+    const SingleInstance instance(folder);
+    if (!instance.isFirst() || !ProcessRunner::startDetached(u"/bin/sleep"_s, {u"3"_s}))
+        return 1;
+    std::puts("first");
+    std::fflush(stdout);
+    return QCoreApplication::exec();
 }
 
 } // namespace
@@ -63,7 +66,8 @@ private Q_SLOTS:
         QVERIFY(isFree());
         QProcess owner;
         owner.start(QCoreApplication::applicationFilePath(), {u"--own"_s, home.path()});
-        QCOMPARE(firstLine(owner), "first");
+        QVERIFY(owner.waitForReadyRead());
+        QCOMPARE(owner.readAll(), "first\n");
         QVERIFY(!isFree());
         owner.kill(); // its child lives on without the lock
         QVERIFY(owner.waitForFinished());
@@ -73,40 +77,22 @@ private Q_SLOTS:
     /// Something else at the path is left alone, and the program runs.
     static void nothingToLock() {
         const QTemporaryDir home;
-        const QString regular = home.filePath(u"regular/instance"_s);
-        const QString link = home.filePath(u"link/instance"_s);
-        const QString folder = home.filePath(u"folder/instance"_s);
-        const QByteArray pipe = QFile::encodeName(home.filePath(u"pipe"_s));
-        for (const QString& path : {QFileInfo(regular).path(), QFileInfo(link).path(), folder})
-            QVERIFY(QDir().mkpath(path));
-        QFile file(regular);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("kept") == 4 && file.flush());
-        QCOMPARE(::mkfifo(pipe.constData(), 0600), 0);
-        QVERIFY(QFile::link(QFile::decodeName(pipe), link));
-
+        const auto at = [&home](const QString& name) {
+            return home.filePath(name);
+        };
+        QVERIFY(writeFile(at(u"regular/instance"_s), "kept"));
+        QCOMPARE(::mkfifo(QFile::encodeName(at(u"pipe"_s)).constData(), 0600), 0);
+        QVERIFY(QDir().mkpath(at(u"folder/instance"_s)) && QDir().mkpath(at(u"link"_s)));
+        QVERIFY(QFile::link(at(u"pipe"_s), at(u"link/instance"_s)));
         for (const auto& name : {u"regular"_s, u"link"_s, u"folder"_s, u"regular/instance/below"_s}) {
-            const SingleInstance one(home.filePath(name));
-            SingleInstance another(home.filePath(name));
+            const SingleInstance one(at(name));
+            SingleInstance another(at(name));
             QVERIFY2(one.isFirst() && another.isFirst() && !another.requestActivation(), qPrintable(name));
         }
-        QVERIFY(QFileInfo(regular).isFile() && QFileInfo(regular).size() == 4);
-        QVERIFY(QFileInfo(link).isSymLink() && QFileInfo(folder).isDir());
+        QCOMPARE(readFile(at(u"regular/instance"_s)), "kept");
+        QVERIFY(QFileInfo(at(u"link/instance"_s)).isSymLink() && QFileInfo(at(u"folder/instance"_s)).isDir());
     }
 };
-
-namespace {
-
-/// As the program does: when it is the first, it prints so and stays.
-int own(const QString& folder) {
-    const SingleInstance instance(folder);
-    if (!instance.isFirst() || !ProcessRunner::startDetached(u"/bin/sleep"_s, {u"3"_s}))
-        return 1;
-    std::puts("first");
-    std::fflush(stdout);
-    return QCoreApplication::exec();
-}
-
-} // namespace
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
