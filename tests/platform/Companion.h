@@ -9,6 +9,14 @@
 
 namespace tarnwick {
 
+/// The path of a program that the test needs.
+inline QString needed(const QString& program) {
+    const QString path = QStandardPaths::findExecutable(program);
+    if (path.isEmpty())
+        qFatal("%s is missing: install the Debian package %s", qPrintable(program), qPrintable(program.toLower()));
+    return path;
+}
+
 /// A program that runs beside the test and ends with it.
 class Companion : QProcess {
 public:
@@ -19,11 +27,9 @@ public:
         waitForFinished();
     }
     void start(const QString& program, const QStringList& arguments) {
-        if (QStandardPaths::findExecutable(program).isEmpty())
-            qFatal("%s is missing: install dbus-daemon, dunst and xvfb", qPrintable(program));
         setProcessChannelMode(ForwardedErrorChannel);
         setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); }); // even when the test crashes
-        QProcess::start(program, arguments);
+        QProcess::start(needed(program), arguments);
     }
     /// Starts it, and returns the first line that it prints.
     QByteArray announcementOf(const QString& program, const QStringList& arguments) {

@@ -16,15 +16,8 @@ constexpr int unit = 4; // pixels per grid unit, where a drawing is measured
 constexpr int grid = 24;
 
 /// Every name that the program asks for.
-const QStringList used = uR"(apple.logo arrow.clockwise arrow.counterclockwise arrow.down arrow.right.circle.fill
-        arrow.triangle.2.circlepath arrow.up checkmark checkmark.circle.fill checkmark.seal.fill chevron.down
-        chevron.down.circle.fill chevron.right chevron.up chevron.up.circle.fill circle clock cpu cup.and.saucer.fill
-        desktopcomputer doc.text.magnifyingglass exclamationmark.triangle.fill flame flame.fill gearshape globe
-        heart.circle.fill heart.fill info.circle internaldrive line.3.horizontal macmini macmini.fill memorychip
-        menubar.rectangle network pause.circle pin.fill play.circle plus sensor.tag.radiowaves.forward server.rack
-        shippingbox.fill slash.circle.fill sparkle sparkles square.grid.2x2 terminal terminal.fill
-        thermometer.medium trash waveform.path.ecg xmark.octagon.fill)"_s.simplified()
-                             .split(u' ');
+const QStringList used =
+    QString::fromLatin1(readFile(QStringLiteral(TARNWICK_FIXTURES "/symbols.txt")).trimmed()).split(u'\n');
 
 struct Ink {
     QRect box;        // around every pixel at least half covered

@@ -4,6 +4,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <cstring>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -13,28 +14,23 @@ class TerminationSignalsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    static void eachSignal_data() {
-        QTest::addColumn<int>("number");
-        QTest::newRow("SIGTERM") << SIGTERM;
-        QTest::newRow("SIGINT") << SIGINT;
-        QTest::newRow("SIGHUP") << SIGHUP;
-    }
     static void eachSignal() {
-        QFETCH(const int, number);
-        const TerminationSignals signalsToQt;
-        QSignalSpy spy(&signalsToQt, &TerminationSignals::terminationRequested);
-        std::thread([number] { ::raise(number); }).join();
-        QCOMPARE(spy.size(), 0); // never inside the handler
-        QVERIFY(spy.wait());
-        QCOMPARE(::raise(SIGPIPE), 0);
+        for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+            const TerminationSignals signalsToQt;
+            QSignalSpy spy(&signalsToQt, &TerminationSignals::terminationRequested);
+            std::thread([number] { ::raise(number); }).join();
+            QCOMPARE(spy.size(), 0); // never inside the handler
+            QVERIFY2(spy.wait(), strsignal(number));
+            QCOMPARE(::raise(SIGPIPE), 0);
 
-        // A program that a child executes is still ended by it.
-        const ProcessOutcome outcome =
-            ProcessRunner::run({.executable = u"/bin/sh"_s, .arguments = {u"-c"_s, u"kill -%1 $$"_s.arg(number)}})
-                .result();
-        QCOMPARE(outcome.end, ProcessOutcome::End::signalled);
-        QCOMPARE(outcome.status, number);
-        QCOMPARE(spy.size(), 1);
+            // A program that a child executes is still ended by it.
+            const ProcessOutcome outcome =
+                ProcessRunner::run({.executable = u"/bin/sh"_s, .arguments = {u"-c"_s, u"kill -%1 $$"_s.arg(number)}})
+                    .result();
+            QCOMPARE(outcome.end, ProcessOutcome::End::signalled);
+            QCOMPARE(outcome.status, number);
+            QCOMPARE(spy.size(), 1);
+        }
     }
 
     /// More signals than the pipe holds do not block the program, and are reported as few.

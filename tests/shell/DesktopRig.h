@@ -14,6 +14,20 @@
 
 namespace tarnwick {
 
+/// The servers that the program has stored; empty while there is no whole file.
+[[nodiscard]] inline QList<Server> serversOf(const QString& home) {
+    const auto decoded = decodeServers(readFile(home + QStringLiteral("/.local/share/Tarnwick/servers.json")));
+    const auto* servers = std::get_if<QList<Server>>(&decoded);
+    return servers ? *servers : QList<Server>();
+}
+
+/// Waits until a program has ended, and checks that it ended well.
+inline void expectGoodEnd(QProcess& program) {
+    QVERIFY(program.state() == QProcess::NotRunning || program.waitForFinished(DesktopSession::patience));
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.exitCode(), 0);
+}
+
 /// The built program in its own home and on its own desktop, and what it has stored there.
 struct DesktopRig {
     UserHome home;
@@ -38,11 +52,9 @@ struct DesktopRig {
         QTRY_COMPARE_WITH_TIMEOUT(desktop.trayItems().size(), 1, DesktopSession::patience);
         QTRY_VERIFY_WITH_TIMEOUT(!isOfOneColor(DesktopSession::itemPlace), DesktopSession::patience);
     }
-    /// Waits until the program has ended, and checks that it ended well.
+    /// As expectGoodEnd(), and its item has left the tray.
     void expectEnd() {
-        QVERIFY(program.state() == QProcess::NotRunning || program.waitForFinished(DesktopSession::patience));
-        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(program.exitCode(), 0);
+        expectGoodEnd(program);
         QTRY_COMPARE_WITH_TIMEOUT(desktop.trayItems(), QStringList(), DesktopSession::patience);
     }
 
@@ -57,15 +69,9 @@ struct DesktopRig {
     [[nodiscard]] QString path(const QString& name) const {
         return home.folder() + QStringLiteral("/.local/share/Tarnwick/") + name;
     }
-    [[nodiscard]] QByteArray stored(const QString& name) const { return readFile(path(name)); }
-    /// Empty as long as there is no complete file.
-    [[nodiscard]] QList<Server> servers() const {
-        const auto decoded = decodeServers(stored(QStringLiteral("servers.json")));
-        const auto* servers = std::get_if<QList<Server>>(&decoded);
-        return servers ? *servers : QList<Server>();
-    }
+    [[nodiscard]] QList<Server> servers() const { return serversOf(home.folder()); }
     [[nodiscard]] AppSettings settings() const {
-        const auto decoded = decodeSettings(stored(QStringLiteral("settings.json")));
+        const auto decoded = decodeSettings(readFile(path(QStringLiteral("settings.json"))));
         const auto* settings = std::get_if<AppSettings>(&decoded);
         return settings ? *settings : AppSettings();
     }

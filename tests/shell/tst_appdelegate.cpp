@@ -2,7 +2,6 @@
 
 #include "../computer/SampleComputer.h"
 #include "AppDelegate.h"
-#include "Files.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -200,14 +199,6 @@ private Q_SLOTS:
         QTRY_VERIFY(!window);
         QVERIFY(!delegate_->onboardingWindow());
         QVERIFY(popover_->isShown());
-    }
-
-    void terminationSaves() {
-        launch();
-        delegate_->store()->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 75; },
-                                         ServerStore::Saving::later);
-        delegate_->applicationWillTerminate();
-        QVERIFY(readFile(folder_->filePath(u"settings.json"_s)).contains("\"refreshIntervalSeconds\":75"));
     }
 };
 
