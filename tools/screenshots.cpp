@@ -166,7 +166,8 @@ private:
             fail(u"The pointer does not obey"_s);
     }
 
-    /// Saves a picture of the program's window once nothing moves in it. While a probe runs it does not; then after 6 s.
+    /// Saves a picture of the program's window once nothing moves in it. While a probe runs it does not; then after 6
+    /// s.
     void save(const QString& path) const {
         QImage image;
         for (const QDeadlineTimer deadline(6s); !deadline.hasExpired();) {
