@@ -2,29 +2,40 @@
 
 #include "ServerDropDelegate.h"
 
+#include <QFutureWatcher>
 #include <QPointer>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace tarnwick {
 
 namespace {
 
-/// The UI state is the context of the continuations, since it outlives every view.
+/// Calls `done` with the future once it has finished, unless `owner` is destroyed before that.
+template <typename Result>
+void whenFinished(const QFuture<Result>& future, QObject& owner, std::function<void(const QFuture<Result>&)> done) {
+    auto* watcher = new QFutureWatcher<Result>(&owner);
+    QObject::connect(watcher, &QFutureWatcherBase::finished, &owner, [watcher, done = std::move(done)] {
+        watcher->deleteLater();
+        done(watcher->future());
+    });
+    watcher->setFuture(future);
+}
+
+/// The UI state owns the wait, since it outlives every view.
 void followRestart(const QFuture<bool>& restarted, QPointer<ServerStore> store, UIState& ui, const Server& server) {
     const auto finish = [&ui] {
         ui.setRestartingContainerId(std::nullopt);
     };
-    QFuture<bool>(restarted)
-        .then(&ui,
-              [store = std::move(store), &ui, server, finish](bool succeeded) {
-                  if (succeeded && store)
-                      store->refreshServer(server).then(&ui, finish).onCanceled(&ui, finish);
-                  else
-                      finish();
-              })
-        .onCanceled(&ui, finish);
+    whenFinished<bool>(restarted, ui, [store = std::move(store), &ui, server, finish](const QFuture<bool>& ended) {
+        const bool succeeded = ended.resultCount() > 0 && ended.result();
+        if (succeeded && store)
+            whenFinished<void>(store->refreshServer(server), ui, [finish](const QFuture<void>&) { finish(); });
+        else
+            finish();
+    });
 }
 
 } // namespace
