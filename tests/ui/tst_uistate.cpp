@@ -17,7 +17,6 @@ private Q_SLOTS:
             &ui, &UIState::objectWillChange, this, [&] { seen += u"will:"_s + ui.newServerHost(); });
         connect(&ui, &UIState::newServerHostChanged, this, [&] { seen += u"did:"_s + ui.newServerHost(); });
         ui.setNewServerHost(u"db.example"_s);
-        ui.setNewServerHost(u"db.example"_s);
         QCOMPARE(seen, (QStringList{u"will:"_s, u"did:db.example"_s}));
     }
 
@@ -34,35 +33,30 @@ private Q_SLOTS:
                                                                     : QVariant(old.toString() + u'x');
             const QSignalSpy will(&ui, &UIState::objectWillChange);
             const QSignalSpy did(&ui, property.notifySignal());
-            QVERIFY2(property.write(&ui, value), property.name());
+            for (int time = 0; time < 2; ++time)
+                QVERIFY2(property.write(&ui, value), property.name());
             QCOMPARE(property.read(&ui), value);
             QCOMPARE(will.count(), 1);
             QCOMPARE(did.count(), 1);
-            QVERIFY(property.write(&ui, value));
-            QCOMPARE(will.count(), 1);
         }
     }
 
     void resetRestoresTheFormAlone() {
         UIState ui;
-        const auto form = [&] {
-            return std::tuple(ui.addServerTab(), ui.newServerName(), ui.newServerHost(), ui.newServerUser(),
-                              ui.newServerPort(), ui.newServerKey(), ui.newServerDocker());
+        const auto form = [&ui] {
+            return QVariantList{ui.addServerTab(),  ui.newServerName(), ui.newServerHost(),  ui.newServerUser(),
+                                ui.newServerPort(), ui.newServerKey(),  ui.newServerDocker()};
         };
-        QVERIFY(form() == std::tuple(0, u""_s, u""_s, u"root"_s, u"22"_s, u""_s, true));
-        ui.setShowingAddServer(true);
-        ui.setOnboardingStep(3);
-        ui.setAddServerTab(1);
-        ui.setNewServerName(u"web"_s);
-        ui.setNewServerHost(u"192.0.2.1"_s);
-        ui.setNewServerUser(u""_s);
-        ui.setNewServerPort(u"2222"_s);
-        ui.setNewServerKey(u"~/.ssh/id"_s);
+        const QVariantList empty{0, u""_s, u""_s, u"root"_s, u"22"_s, u""_s, true};
+        QCOMPARE(form(), empty);
+        const QMetaObject* meta = ui.metaObject();
+        for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i)
+            meta->property(i).write(&ui, u"1"_s);
         ui.setNewServerDocker(false);
         ui.resetAddServerForm();
-        QVERIFY(form() == std::tuple(0, u""_s, u""_s, u"root"_s, u"22"_s, u""_s, true));
+        QCOMPARE(form(), empty);
         QVERIFY(ui.showingAddServer());
-        QCOMPARE(ui.onboardingStep(), 3);
+        QCOMPARE(ui.onboardingStep(), 1);
     }
 
     void togglesCards() {

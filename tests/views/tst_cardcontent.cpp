@@ -30,32 +30,22 @@ ServerMetrics healthy() {
     metrics.memoryTotalMB = 8192;
     metrics.diskUsedGB = 42.5;
     metrics.diskTotalGB = 120;
-    metrics.latencyMs = 19;
     return metrics;
 }
 
-Server remoteWith(const ServerMetrics& metrics) {
+ServerCardContent card(const ServerMetrics& metrics, const CardState& state = {}, bool isLocal = false) {
     Server server = remote();
     server.metrics = metrics;
-    return server;
+    server.isLocal = isLocal;
+    return serverCardContent(server, state);
 }
 
-Server localWith(const ServerMetrics& metrics) {
-    Server server = remoteWith(metrics);
-    server.isLocal = true;
-    return server;
+ServerCardContent localCard(const ServerMetrics& metrics, const CardState& state) {
+    return card(metrics, state, true);
 }
 
 ContainerInfo container(const QString& id, const QString& state) {
     return {id, u"name-"_s + id, u"image"_s, u"Up 2 days"_s, state, {}};
-}
-
-/// "LABEL detail" of each bar.
-QStringList barTexts(const ServerCardContent& card) {
-    QStringList texts;
-    for (const MetricBarContent& bar : card.bars)
-        texts += bar.label + u' ' + bar.detail;
-    return texts;
 }
 
 /// The captions of a menu's lines, "-" for a divider; a disabled one in brackets.
@@ -66,10 +56,6 @@ QStringList captions(const QList<CardMenuEntry>& menu) {
     return texts;
 }
 
-const CardMenuEntry& entryWith(const QList<CardMenuEntry>& menu, QStringView text) {
-    return *std::ranges::find(menu, text, &CardMenuEntry::text);
-}
-
 } // namespace
 
 class CardContentTest : public QObject {
@@ -77,32 +63,26 @@ class CardContentTest : public QObject {
 
 private Q_SLOTS:
     void dot() {
-        const auto roleOf = [](const Server& server) {
-            return serverCardContent(server, {}).dotRole;
-        };
-        Server paused = remoteWith(healthy());
-        paused.isEnabled = false;
-        QCOMPARE(roleOf(paused), Gray);
-        QCOMPARE(roleOf(remote()), Gray); // never probed
-        ServerMetrics metrics = healthy();
-        QCOMPARE(roleOf(remoteWith(metrics)), Green);
-        metrics.diskUsedGB = 100;
-        QCOMPARE(roleOf(remoteWith(metrics)), Orange);
-        metrics.diskUsedGB = 118;
-        QCOMPARE(roleOf(remoteWith(metrics)), Red);
-        QCOMPARE(roleOf(remoteWith(ServerMetrics::offline(u"no"_s))), Red);
+        QCOMPARE(serverCardContent(remote(), {}).dotRole, Gray); // never probed
+        QCOMPARE(card(ServerMetrics::offline(u"no"_s)).dotRole, Red);
+        for (const auto& [diskUsedGB, role] : {std::pair(42.5, Green), {100.0, Orange}, {118.0, Red}}) {
+            ServerMetrics metrics = healthy();
+            metrics.diskUsedGB = diskUsedGB;
+            QCOMPARE(card(metrics).dotRole, role);
+        }
     }
 
     void pausedShowsNothingElse() {
-        ServerMetrics metrics = healthy();
-        metrics.containers = {container(u"a"_s, u"running"_s)};
-        Server server = localWith(metrics);
+        Server server = remote();
+        server.metrics = healthy();
+        server.metrics->containers = {container(u"a"_s, u"running"_s)};
+        server.isLocal = true;
         server.isEnabled = false;
         const ServerCardContent card = serverCardContent(server, {.isExpanded = true, .avgSoc = 41});
         QCOMPARE(card.notice, u"Monitoring paused. Click play icon to resume."_s);
         QCOMPARE(card.pauseSymbol, u"play.circle"_s);
-        QCOMPARE(card.pauseRole, Green);
         QCOMPARE(card.pauseHelp, u"Resume monitoring"_s);
+        QCOMPARE(std::pair(card.dotRole, card.pauseRole), std::pair(Gray, Green));
         QVERIFY(!card.isEnabled && !card.isChecking && !card.hasFailed && !card.hasHardwareRow && !card.isExpanded);
         QVERIFY(card.latencyText.isEmpty() && card.bars.isEmpty() && card.containersText.isEmpty());
     }
@@ -113,70 +93,72 @@ private Q_SLOTS:
         QCOMPARE(checking.notice, u"Checking..."_s);
         QCOMPARE(checking.address, u"deploy@192.0.2.10:2222"_s);
 
-        const ServerCardContent failed = serverCardContent(localWith(ServerMetrics::offline(u"first\nsecond"_s)), {});
+        const ServerCardContent failed = localCard(ServerMetrics::offline(u"first\nsecond"_s), {});
         QVERIFY(failed.hasFailed && failed.bars.isEmpty() && failed.latencyText.isEmpty() && !failed.hasHardwareRow);
         QCOMPARE(failed.errorText, u"first second"_s);
         QCOMPARE(failed.address, u"Local Machine"_s);
     }
 
     void bars() {
-        const auto texts = [](const Server& server, double avgSoc) {
-            return barTexts(serverCardContent(server, {.avgSoc = avgSoc, .gpuPercent = 8}));
-        };
-        const QString cpu = u"CPU 24.5%"_s;
-        const QStringList rest{u"RAM 3.2 / 8.0 GB (40%)"_s, u"DISK 42.5 / 120.0 GB (35%)"_s};
-        const QStringList withIdleGpu = QStringList{cpu, u"GPU 0.0% (Apple Silicon)"_s} + rest;
-        QCOMPARE(texts(remoteWith(healthy()), 41.3), QStringList{cpu} + rest);
         ServerMetrics withGpu = healthy();
         withGpu.gpuPercent = 0;
-        QCOMPARE(texts(remoteWith(withGpu), 0), withIdleGpu);
-        QCOMPARE(texts(localWith(withGpu), 0), withIdleGpu); // and without sensors
-        QCOMPARE(texts(localWith(healthy()), 41.3), (QStringList{cpu, u"GPU 8.0% (Apple Silicon)"_s} + rest)
-                                                        << u"TEMP 41.3\u00b0C (Apple Silicon)"_s);
-        // Halves go to the even digit, as printf rounds them.
-        ServerMetrics halves;
+        ServerMetrics halves; // go to the even digit, as printf rounds them
         halves.cpuPercent = 0.25;
         halves.memoryUsedMB = 256;
         halves.memoryTotalMB = 2048;
-        QCOMPARE(texts(remoteWith(halves), 0),
-                 (QStringList{u"CPU 0.2%"_s, u"RAM 0.2 / 2.0 GB (12%)"_s, u"DISK 0.0 / 0.0 GB (0%)"_s}));
+        const CardState warm{.avgSoc = 41.3, .gpuPercent = 8};
+        const CardState withoutSensors{.gpuPercent = 8};
+        const QString rest = u", RAM 3.2 / 8.0 GB (40%), DISK 42.5 / 120.0 GB (35%)"_s;
+        const QString idleGpu = u"CPU 24.5%, GPU 0.0% (Apple Silicon)"_s + rest;
+        const std::pair<ServerCardContent, QString> rows[] = {
+            {card(healthy(), warm), u"CPU 24.5%"_s + rest},
+            {card(withGpu, warm), idleGpu},
+            {localCard(withGpu, withoutSensors), idleGpu},
+            {localCard(healthy(), warm),
+             u"CPU 24.5%, GPU 8.0% (Apple Silicon)"_s + rest + u", TEMP 41.3\u00b0C (Apple Silicon)"_s},
+            {card(halves), u"CPU 0.2%, RAM 0.2 / 2.0 GB (12%), DISK 0.0 / 0.0 GB (0%)"_s},
+        };
+        for (const auto& [shown, expected] : rows) {
+            QStringList texts;
+            for (const MetricBarContent& bar : shown.bars)
+                texts += bar.label + u' ' + bar.detail;
+            QCOMPARE(texts.join(u", "_s), expected);
+        }
     }
 
     void barFill() {
         using Fill = std::pair<double, ColorRole::Role>;
-        const auto fill = [](double percent) {
-            const MetricBarContent bar = metricBarContent(u"CPU"_s, percent, {});
-            return Fill(bar.fraction, bar.fillRole);
+        const std::pair<double, Fill> rows[] = {
+            {-3, {0, Blue}},         {79.9, {0.799, Blue}}, {80, {0.8, Orange}},
+            {89.9, {0.899, Orange}}, {90, {0.9, Red}},      {412, {1, Red}}, // more than one processor
         };
-        QCOMPARE(fill(-3), Fill(0, Blue));
-        QCOMPARE(fill(79.9), Fill(0.799, Blue));
-        QCOMPARE(fill(80), Fill(0.8, Orange));
-        QCOMPARE(fill(89.9), Fill(0.899, Orange));
-        QCOMPARE(fill(90), Fill(0.9, Red));
-        QCOMPARE(fill(412), Fill(1, Red)); // more than one processor
+        for (const auto& [percent, fill] : rows) {
+            const MetricBarContent bar = metricBarContent(u"CPU"_s, percent, {});
+            QCOMPARE(Fill(bar.fraction, bar.fillRole), fill);
+        }
     }
 
     void temperatureBadge() {
-        QCOMPARE(serverCardContent(localWith(healthy()), {.avgSoc = 41.5}).temperatureText, u"42\u00b0C"_s);
-        QCOMPARE(serverCardContent(localWith(healthy()), {.avgSoc = 0}).temperatureText, QString());
-        QCOMPARE(serverCardContent(remoteWith(healthy()), {.avgSoc = 41}).temperatureText, QString());
-        const ServerCardContent hot = serverCardContent(localWith(healthy()), {.avgSoc = 140});
-        QCOMPARE(hot.bars.last().detail, u"140.0\u00b0C (Apple Silicon)"_s);
-        QCOMPARE(hot.bars.last().fraction, 1.0);
+        QCOMPARE(localCard(healthy(), {.avgSoc = 41.5}).temperatureText, u"42\u00b0C"_s);
+        QCOMPARE(localCard(healthy(), {.avgSoc = 0}).temperatureText, QString());
+        QCOMPARE(card(healthy(), {.avgSoc = 41}).temperatureText, QString());
+        const MetricBarContent hot = localCard(healthy(), {.avgSoc = 140}).bars.last();
+        QCOMPARE(hot.detail, u"140.0\u00b0C (Apple Silicon)"_s);
+        QCOMPARE(hot.fraction, 1.0);
     }
 
     void containersBar() {
         ServerMetrics metrics = healthy();
-        QVERIFY(serverCardContent(remoteWith(metrics), {.isExpanded = true}).containersText.isEmpty());
-        QVERIFY(!serverCardContent(remoteWith(metrics), {.isExpanded = true}).isExpanded);
+        const ServerCardContent without = card(metrics, {.isExpanded = true});
+        QVERIFY(without.containersText.isEmpty() && !without.isExpanded);
 
         metrics.containers = {container(u"a"_s, u"Running"_s), container(u"b"_s, u"exited"_s),
                               container(u"a"_s, u"RUNNING"_s)};
-        const ServerCardContent folded = serverCardContent(remoteWith(metrics), {});
+        const ServerCardContent folded = card(metrics);
         QCOMPARE(folded.containersText, u"2 / 3 Containers"_s);
         QCOMPARE(folded.expandText, u"Show"_s);
         QCOMPARE(folded.expandSymbol, u"chevron.down.circle.fill"_s);
-        const ServerCardContent open = serverCardContent(remoteWith(metrics), {.isExpanded = true});
+        const ServerCardContent open = card(metrics, {.isExpanded = true});
         QVERIFY(open.isExpanded);
         QCOMPARE(open.expandText, u"Hide"_s);
         QStringList order;
@@ -211,32 +193,29 @@ private Q_SLOTS:
     }
 
     void contextMenu() {
-        const QStringList common{u"Move Up"_s, u"Move Down"_s, u"-"_s, u"Open SSH in Terminal"_s,
-                                 u"Refresh"_s, u""_s,          u"-"_s, u"Delete Server"_s};
         Server server = remote();
-        QStringList expected = common;
-        expected[5] = u"Pause Monitoring"_s;
-        QCOMPARE(captions(cardMenu(server, {})), expected);
+        const QString common = u"Move Up|Move Down|-|Open SSH in Terminal|Refresh|%1 Monitoring|-|Delete Server"_s;
+        QCOMPARE(captions(cardMenu(server, {})).join(u'|'), common.arg(u"Pause"_s));
 
         server.isEnabled = false;
         server.isLocal = true;
-        expected[5] = u"Resume Monitoring"_s;
-        expected = QStringList{u"Hardware Specs & Thermals..."_s, u"Pin to Menu Bar..."_s, u"-"_s} + expected;
         const QList<CardMenuEntry> menu = cardMenu(server, {});
-        QCOMPARE(captions(menu), expected);
-        QCOMPARE(entryWith(menu, u"Resume Monitoring").symbol, u"play.circle"_s);
-        QVERIFY(entryWith(menu, u"Delete Server").isDestructive);
+        QCOMPARE(captions(menu).join(u'|'),
+                 u"Hardware Specs & Thermals...|Pin to Menu Bar...|-|"_s + common.arg(u"Resume"_s));
+        QCOMPARE(menu[8].symbol, u"play.circle"_s);
+        QVERIFY(menu.last().isDestructive);
     }
 
     void endsOfTheFleet() {
         const QList<Server> fleet{remote(), remote(), remote()};
-        const auto moves = [](const Server& server, const QList<Server>& all) {
-            return captions(cardMenu(server, all)).first(2).join(u' ');
+        const std::tuple<int, QList<Server>, QString> rows[] = {
+            {0, fleet, u"[Move Up] Move Down"_s},
+            {1, fleet, u"Move Up Move Down"_s},
+            {2, fleet, u"Move Up [Move Down]"_s},
+            {0, {fleet[0]}, u"[Move Up] [Move Down]"_s},
         };
-        QCOMPARE(moves(fleet[0], fleet), u"[Move Up] Move Down"_s);
-        QCOMPARE(moves(fleet[1], fleet), u"Move Up Move Down"_s);
-        QCOMPARE(moves(fleet[2], fleet), u"Move Up [Move Down]"_s);
-        QCOMPARE(moves(fleet[0], {fleet[0]}), u"[Move Up] [Move Down]"_s);
+        for (const auto& [index, all, moves] : rows)
+            QCOMPARE(captions(cardMenu(fleet[index], all)).first(2).join(u' '), moves);
     }
 
     void pinSubmenu() {
@@ -255,14 +234,13 @@ private Q_SLOTS:
     void updatedTime() {
         const QDateTime reference(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
         const QDateTime moment(QDate(2024, 5, 17), QTime(14, 5, 7));
-        const auto text = [&](const QString& locale) {
-            return updatedText(Instant{double(reference.secsTo(moment))}, QLocale(locale));
+        const std::pair<QString, QString> rows[] = {
+            {u"C"_s, u"14:05:07"_s},       {u"de_DE"_s, u"14:05:07"_s}, {u"zh_CN"_s, u"14:05:07"_s},
+            {u"es_ES"_s, u"14:05:07"_s},   {u"fi_FI"_s, u"14.05.07"_s}, {u"fr_CA"_s, u"14 h 05 min 07 s"_s},
+            {u"en_US"_s, u"2:05:07 PM"_s},
         };
-        for (const auto& locale : {u"C"_s, u"de_DE"_s, u"zh_CN"_s, u"es_ES"_s})
-            QCOMPARE(text(locale), u"Updated 14:05:07"_s);
-        QCOMPARE(text(u"en_US"_s), u"Updated 2:05:07 PM"_s);
-        QCOMPARE(text(u"fi_FI"_s), u"Updated 14.05.07"_s);
-        QCOMPARE(text(u"fr_CA"_s), u"Updated 14 h 05 min 07 s"_s);
+        for (const auto& [locale, time] : rows)
+            QCOMPARE(updatedText(Instant{double(reference.secsTo(moment))}, QLocale(locale)), u"Updated "_s + time);
         QCOMPARE(updatedText({}, QLocale::c()), QString());
     }
 };
