@@ -1,4 +1,5 @@
 #include "../computer/SampleComputer.h"
+#include "Fixture.h"
 #include "StatusItemLabel.h"
 
 #include <QTest>
@@ -29,44 +30,22 @@ class TestStatusItemLabel : public QObject {
 
 private Q_SLOTS:
     void composes() {
-        using Pins = QList<int>;
-        const Pins standard{0, 6};
-        const QString warning = u"exclamationmark.triangle.fill"_s;
-        const QString thermometer = u"thermometer.medium"_s;
-        const std::tuple<QString, Pins, QString, QString> rows[] = {
-            {u""_s, standard, thermometer, u" 41°C • 0"_s},
-            {u"oo"_s, standard, thermometer, u" 41°C • 2 OK"_s},
-            {u"ox"_s, standard, warning, u" 41°C • 1/2 OK"_s},
-            {u"oo?"_s, standard, warning, u" 41°C • 2/3 OK"_s},
-            {u"x?"_s, standard, warning, u" 41°C • ALL OFF"_s},
-            {u"oXO"_s, standard, thermometer, u" 41°C • 1 OK"_s},
-            {u"XX"_s, standard, thermometer, u" 41°C • 0"_s},
-            // The first of what is pinned gives the symbol, in whichever order it was pinned.
-            {u"o"_s,
-             {6, 5, 4, 3, 2, 1, 0},
-             thermometer,
-             u" 41°C • Peak 58°C • SSD 36°C • CPU 12% • GPU 0% • RAM 100% • 1 OK"_s},
-            {u"o"_s, {1, 2, 3, 4, 5}, u"flame.fill"_s, u" Peak 58°C • SSD 36°C • CPU 12% • GPU 0% • RAM 100%"_s},
-            {u"o"_s, {5, 2}, u"internaldrive"_s, u" SSD 36°C • RAM 100%"_s},
-            {u"o"_s, {6, 3}, u"cpu"_s, u" CPU 12% • 1 OK"_s},
-            {u"o"_s, {4, 5}, u"square.grid.2x2"_s, u" GPU 0% • RAM 100%"_s},
-            {u"o"_s, {5}, u"memorychip"_s, u" RAM 100%"_s},
-            {u"o"_s, {6}, u"waveform.path.ecg"_s, u" 1 OK"_s},
-            {u"o"_s, {}, u"waveform.path.ecg"_s, u""_s},
-            {u"x"_s, {}, warning, u""_s},
-        };
-        for (const auto& [pattern, pins, symbol, title] : rows) {
+        // Each line: the servers, the pinned items in the order of pinning, the symbol, and the title.
+        for (const QString& line : fixtureLines(u"ui/status-item-labels.txt"_s)) {
+            const QString title = line.section(u'|', 3);
+            const QString symbol = line.section(u'|', 2, 2);
+            const QList<Server> servers = fleet(line.section(u'|', 0, 0));
             AppSettings settings;
             settings.pinnedMenuBarItems.clear();
-            for (const int pin : pins)
-                settings.togglePinned(static_cast<MenuBarItem>(pin));
+            for (const QChar pin : line.section(u'|', 1, 1))
+                settings.togglePinned(static_cast<MenuBarItem>(pin.digitValue()));
             // Halves round to even, as printf does: 36.5 to 36, 12.5 to 12, 0.5 to 0.
             SampleComputer sample;
             sample.sensors.readings->last().celsius = 36.5;
             sample.kernel.cards = {accelerator(0.5)};
             sample.setRam(99.6);
 
-            const StatusItemLabel label = composeStatusItemLabel(fleet(pattern), settings, sample.computer);
+            const StatusItemLabel label = composeStatusItemLabel(servers, settings, sample.computer);
             QCOMPARE(label.title, title);
             QCOMPARE(label.symbolName, symbol);
             QStringList shown;
@@ -76,7 +55,7 @@ private Q_SLOTS:
             QCOMPARE(sample.kernel.asked, shown);
 
             settings.showMenuBarLabel = false;
-            QCOMPARE(composeStatusItemLabel(fleet(pattern), settings, sample.computer), (StatusItemLabel{symbol, {}}));
+            QCOMPARE(composeStatusItemLabel(servers, settings, sample.computer), (StatusItemLabel{symbol, {}}));
         }
     }
 

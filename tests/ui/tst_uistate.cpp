@@ -58,19 +58,6 @@ private Q_SLOTS:
         QVERIFY(ui.showingAddServer());
         QCOMPARE(ui.onboardingStep(), 1);
     }
-
-    void togglesCards() {
-        UIState ui;
-        const QUuid a = QUuid::createUuid();
-        const QUuid b = QUuid::createUuid();
-        ui.toggleExpanded(a);
-        ui.toggleExpanded(b);
-        QVERIFY(ui.isExpanded(a) && ui.isExpanded(b));
-        const QSignalSpy changed(&ui, &UIState::expandedServersChanged);
-        ui.toggleExpanded(a);
-        QVERIFY(!ui.isExpanded(a) && ui.isExpanded(b));
-        QCOMPARE(changed.count(), 1);
-    }
 };
 
 QTEST_APPLESS_MAIN(TestUIState)

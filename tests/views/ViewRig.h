@@ -7,78 +7,105 @@
 
 #include <QQmlEngine>
 #include <QQuickItem>
-#include <QQuickView>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <algorithm>
+#include <map>
 
 namespace tarnwick {
-
-/// The first item with that object name among `root` and its descendants; null when there is none.
-[[nodiscard]] inline QQuickItem* findItem(QQuickItem* root, const QString& name) {
-    if (root->objectName() == name)
-        return root;
-    for (QQuickItem* child : root->childItems())
-        if (QQuickItem* found = findItem(child, name))
-            return found;
-    return nullptr;
-}
-
-/// The visible items below `root` of which a property is this text, from top to bottom; not those inside of another.
-[[nodiscard]] inline QList<QQuickItem*> visibleItems(const QQuickItem* root, const char* property,
-                                                     const QString& text) {
-    QList<QQuickItem*> found;
-    for (QQuickItem* child : root->childItems())
-        if (child->isVisible() && child->property(property).toString() == text)
-            found += child;
-        else if (child->isVisible())
-            found += visibleItems(child, property, text);
-    std::ranges::stable_sort(found, {}, [](const QQuickItem* item) { return item->mapToScene({}).y(); });
-    return found;
-}
 
 /// In the window's coordinates.
 [[nodiscard]] inline QPoint middle(const QQuickItem* item) {
     return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
 }
 
-/// Clicks the middle of a control, after scrolling it into view.
-inline void press(QQuickWindow& window, const QString& name) {
-    QQuickItem* control = findItem(window.contentItem(), name);
-    QVERIFY2(control, qPrintable(name));
-    control->forceActiveFocus(Qt::TabFocusReason);
-    QTest::mouseClick(&window, Qt::LeftButton, {}, middle(control));
-}
-
-/// From here on, a warning from QML fails the test function.
-inline void failOnQmlWarnings() {
-    QTest::failOnWarning(QRegularExpression(QStringLiteral("qrc:")));
-}
-
-/// One view of the module in a window, on a store in a folder of its own.
+/// One view of the module in a window, on a store in a folder of its own, which is also the user's home. It is used as
+/// a user does: with mouse and keyboard, on what can be seen. A warning from QML fails the test function.
 class ViewRig : public StoreRig {
 public:
     UIState ui;
     SampleComputer sample;
+    QStringList terminals; ///< opened: server, or server/container
+    QStringList opened;    ///< addresses
+    std::map<QString, QPromise<bool>> restarts;
+    const ViewCollaborators collaborators{
+        .computer = sample.computer,
+        .restartContainer =
+            [this](const Server&, const QString& id) {
+                restarts[id].start();
+                return restarts[id].future();
+            },
+        .openServerSSH = [this](const Server& server) { terminals += server.name; },
+        .openDockerContainer =
+            [this](const Server& server, const ContainerInfo& container) {
+                terminals += server.name + u'/' + container.name;
+            },
+        .openAddress = [this](const QUrl& address) { opened += address.toString(); },
+        .sshHosts = [this] { return sshHosts; },
+    };
     std::unique_ptr<QQuickView> view;
 
-    ViewRig() {
+    explicit ViewRig(const QList<Server>& servers = {}) {
         static const bool configured = (configureQuick(), true);
         Q_UNUSED(configured)
-        failOnQmlWarnings();
-        startWith({});
+        QTest::failOnWarning(QRegularExpression(QStringLiteral("qrc:")));
+        qputenv("HOME", home.path().toLocal8Bit());
+        startWith(servers);
     }
 
-    /// Shows the view of that name and gives it the keyboard.
-    void show(const QString& name, const QVariantMap& properties) {
+    /// Shows a new view of that name and gives it the keyboard. Its model, a property of that name, belongs to it.
+    template <typename Model>
+    Model* show(const QString& name, const QString& property, const char* closing = SIGNAL(dismissed())) {
         view = std::make_unique<QQuickView>();
+        auto* const model = new Model(*store, ui, collaborators, view.get());
         view->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
-        view->setInitialProperties(properties);
+        view->setInitialProperties({{property, QVariant::fromValue(model)}});
         view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tarnwick/%1.qml").arg(name)));
-        QVERIFY(view->rootObject());
-        view->show();
-        QVERIFY(QTest::qWaitForWindowActive(view.get()));
+        showWindow();
+        closings_ = std::make_unique<QSignalSpy>(view->rootObject(), closing);
+        return model;
+    }
+    void showPopover() {
+        view = std::make_unique<PopoverView>(*store, ui, collaborators);
+        showWindow();
+        closings_ = std::make_unique<QSignalSpy>(view.get(), SIGNAL(closeRequested()));
+    }
+    /// How often the view has asked to be closed.
+    [[nodiscard]] qsizetype closings() const { return closings_->count(); }
+
+    /// The visible items that are named so or say so, from top to bottom; not those inside of another.
+    [[nodiscard]] QList<QQuickItem*> items(const QString& name) const {
+        QList<QQuickItem*> found = itemsBelow(view->contentItem(), name);
+        std::ranges::stable_sort(found, {}, [](const QQuickItem* item) { return item->mapToScene({}).y(); });
+        return found;
+    }
+    [[nodiscard]] QQuickItem* item(const QString& name) const { return items(name).value(0); }
+    /// What the item says.
+    [[nodiscard]] QString text(const QString& name) const { return item(name)->property("text").toString(); }
+
+    /// Clicks the item once it is there and has come to rest; scrolls to it when it is out of sight.
+    void click(const QString& name, qsizetype which = 0, Qt::MouseButton button = Qt::LeftButton) const {
+        QPoint last;
+        const auto isAtRest = [&] {
+            QQuickItem* const item = items(name).value(which);
+            if (!item)
+                return false;
+            if (isOutOfSight(item))
+                item->forceActiveFocus(Qt::TabFocusReason);
+            const QPoint before = std::exchange(last, middle(item));
+            return before == last;
+        };
+        QTRY_VERIFY2(isAtRest(), qPrintable(QStringLiteral("nothing at rest says ") + name));
+        QTest::mouseClick(view.get(), button, {}, last);
+    }
+    void press(Qt::Key key, int times = 1, Qt::KeyboardModifiers modifiers = {}) const {
+        for (int time = 0; time < times; ++time)
+            QTest::keyClick(view.get(), key, modifiers);
+    }
+    void type(const QString& text) const {
+        for (const QChar character : text)
+            QTest::keyClick(view.get(), character.toLatin1());
     }
 
     /// As `settings.json` has them.
@@ -86,6 +113,35 @@ public:
         return std::get<AppSettings>(decodeSettings(read(QStringLiteral("settings.json"))));
     }
     [[nodiscard]] MenuBarItemSet savedPins() const { return savedSettings().pinnedMenuBarItems; }
+
+private:
+    void showWindow() const {
+        QVERIFY(view->errors().isEmpty());
+        view->show();
+        QVERIFY(QTest::qWaitForWindowActive(view.get()));
+    }
+    [[nodiscard]] static QList<QQuickItem*> itemsBelow(const QQuickItem* root, const QString& name) {
+        QList<QQuickItem*> found;
+        for (QQuickItem* child : root->childItems())
+            if (child->isVisible() && (child->objectName() == name || child->property("text").toString() == name))
+                found += child;
+            else if (child->isVisible())
+                found += itemsBelow(child, name);
+        return found;
+    }
+    [[nodiscard]] static bool isOutOfSight(const QQuickItem* item) {
+        for (const QQuickItem* area = item; area; area = area->parentItem())
+            if (area->clip() && !area->contains(area->mapFromScene(middle(item))))
+                return true;
+        return false;
+    }
+
+    std::unique_ptr<QSignalSpy> closings_;
+};
+
+/// The popover of a fleet.
+struct PopoverRig : ViewRig {
+    explicit PopoverRig(const QList<Server>& servers) : ViewRig(servers) { showPopover(); }
 };
 
 } // namespace tarnwick

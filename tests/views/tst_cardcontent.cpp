@@ -1,3 +1,4 @@
+#include "Fixture.h"
 #include "PopoverContent.h"
 #include "card/CardMenu.h"
 #include "card/ServerCardContent.h"
@@ -16,43 +17,69 @@ namespace {
 Server remote() {
     Server server;
     server.id = QUuid::createUuid();
-    server.name = u"web-1"_s;
     server.user = u"deploy"_s;
     server.host = u"192.0.2.10"_s;
     server.port = 2222;
     return server;
 }
 
-ServerMetrics healthy() {
+ServerMetrics healthy(double diskUsedGB = 42.5) {
     ServerMetrics metrics;
     metrics.cpuPercent = 24.5;
     metrics.memoryUsedMB = 3280;
     metrics.memoryTotalMB = 8192;
-    metrics.diskUsedGB = 42.5;
+    metrics.diskUsedGB = diskUsedGB;
     metrics.diskTotalGB = 120;
     return metrics;
-}
-
-ServerCardContent card(const ServerMetrics& metrics, const CardState& state = {}, bool isLocal = false) {
-    Server server = remote();
-    server.metrics = metrics;
-    server.isLocal = isLocal;
-    return serverCardContent(server, state);
-}
-
-ServerCardContent localCard(const ServerMetrics& metrics, const CardState& state) {
-    return card(metrics, state, true);
 }
 
 ContainerInfo container(const QString& id, const QString& state) {
     return {id, u"name-"_s + id, u"image"_s, u"Up 2 days"_s, state, {}};
 }
 
-/// The captions of a menu's lines, "-" for a divider; a disabled one in brackets.
-QStringList captions(const QList<CardMenuEntry>& menu) {
+struct CardCase {
+    QString name;
+    std::optional<ServerMetrics> metrics = {};
+    CardState state = {};
+    bool isLocal = false;
+    bool isEnabled = true;
+};
+
+QString nameOf(ColorRole::Role role) {
+    return QString::fromLatin1(QMetaEnum::fromType<ColorRole::Role>().valueToKey(static_cast<int>(role)));
+}
+
+/// All that the case's card shows.
+QString shown(const CardCase& example) {
+    Server server = remote();
+    server.name = example.name;
+    server.metrics = example.metrics;
+    server.isLocal = example.isLocal;
+    server.isEnabled = example.isEnabled;
+    const ServerCardContent card = serverCardContent(server, example.state);
+    QStringList texts{nameOf(card.dotRole),   card.statusWord,      card.address,     card.pauseHelp, card.pauseSymbol,
+                      nameOf(card.pauseRole), card.temperatureText, card.latencyText, card.notice,    card.errorText,
+                      card.containersText,    card.expandText,      card.expandSymbol};
+    for (const MetricBarContent& bar : card.bars)
+        texts += bar.label + u' ' + bar.detail;
+    for (const ContainerRowContent& row : card.containers)
+        texts += row.id + u' ' + row.stateWord;
+    for (const auto& [flag, word] : {std::pair(card.isEnabled, u"isEnabled"_s),
+                                     {card.isChecking, u"isChecking"_s},
+                                     {card.hasFailed, u"hasFailed"_s},
+                                     {card.hasHardwareRow, u"hasHardwareRow"_s},
+                                     {card.isExpanded, u"isExpanded"_s}})
+        if (flag)
+            texts += word;
+    texts.removeAll(QString());
+    return card.name + u": "_s + texts.join(u", "_s);
+}
+
+/// The lines of a menu and their symbols.
+QStringList lines(const QList<CardMenuEntry>& menu) {
     QStringList texts;
     for (const CardMenuEntry& entry : menu)
-        texts += entry.isDivider() ? u"-"_s : entry.isEnabled ? entry.text : u'[' + entry.text + u']';
+        texts += entry.isDivider() ? u"-"_s : entry.text + u" | "_s + entry.symbol;
     return texts;
 }
 
@@ -62,68 +89,38 @@ class CardContentTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void dot() {
-        QCOMPARE(serverCardContent(remote(), {}).dotRole, Gray); // never probed
-        QCOMPARE(card(ServerMetrics::offline(u"no"_s)).dotRole, Red);
-        for (const auto& [diskUsedGB, role] : {std::pair(42.5, Green), {100.0, Orange}, {118.0, Red}}) {
-            ServerMetrics metrics = healthy();
-            metrics.diskUsedGB = diskUsedGB;
-            QCOMPARE(card(metrics).dotRole, role);
-        }
-    }
-
-    void pausedShowsNothingElse() {
-        Server server = remote();
-        server.metrics = healthy();
-        server.metrics->containers = {container(u"a"_s, u"running"_s)};
-        server.isLocal = true;
-        server.isEnabled = false;
-        const ServerCardContent card = serverCardContent(server, {.isExpanded = true, .avgSoc = 41});
-        QCOMPARE(card.notice, u"Monitoring paused. Click play icon to resume."_s);
-        QCOMPARE(card.pauseSymbol, u"play.circle"_s);
-        QCOMPARE(card.pauseHelp, u"Resume monitoring"_s);
-        QCOMPARE(std::pair(card.dotRole, card.pauseRole), std::pair(Gray, Green));
-        QVERIFY(!card.isEnabled && !card.isChecking && !card.hasFailed && !card.hasHardwareRow && !card.isExpanded);
-        QVERIFY(card.latencyText.isEmpty() && card.bars.isEmpty() && card.containersText.isEmpty());
-    }
-
-    void checkingAndFailed() {
-        const ServerCardContent checking = serverCardContent(remote(), {});
-        QVERIFY(checking.isChecking);
-        QCOMPARE(checking.notice, u"Checking..."_s);
-        QCOMPARE(checking.address, u"deploy@192.0.2.10:2222"_s);
-
-        const ServerCardContent failed = localCard(ServerMetrics::offline(u"first\nsecond"_s), {});
-        QVERIFY(failed.hasFailed && failed.bars.isEmpty() && failed.latencyText.isEmpty() && !failed.hasHardwareRow);
-        QCOMPARE(failed.errorText, u"first second"_s);
-        QCOMPARE(failed.address, u"Local Machine"_s);
-    }
-
-    void bars() {
+    void cards() {
         ServerMetrics withGpu = healthy();
         withGpu.gpuPercent = 0;
+        ServerMetrics withContainers = healthy();
+        withContainers.containers = {container(u"a"_s, u"Running"_s), container(u"b"_s, u"exited"_s),
+                                     container(u"a"_s, u"RUNNING"_s)};
         ServerMetrics halves; // go to the even digit, as printf rounds them
         halves.cpuPercent = 0.25;
         halves.memoryUsedMB = 256;
         halves.memoryTotalMB = 2048;
-        const CardState warm{.avgSoc = 41.3, .gpuPercent = 8};
-        const CardState withoutSensors{.gpuPercent = 8};
-        const QString rest = u", RAM 3.2 / 8.0 GB (40%), DISK 42.5 / 120.0 GB (35%)"_s;
-        const QString idleGpu = u"CPU 24.5%, GPU 0.0% (Apple Silicon)"_s + rest;
-        const std::pair<ServerCardContent, QString> rows[] = {
-            {card(healthy(), warm), u"CPU 24.5%"_s + rest},
-            {card(withGpu, warm), idleGpu},
-            {localCard(withGpu, withoutSensors), idleGpu},
-            {localCard(healthy(), warm),
-             u"CPU 24.5%, GPU 8.0% (Apple Silicon)"_s + rest + u", TEMP 41.3\u00b0C (Apple Silicon)"_s},
-            {card(halves), u"CPU 0.2%, RAM 0.2 / 2.0 GB (12%), DISK 0.0 / 0.0 GB (0%)"_s},
+        const CardState warm{.avgSoc = 41.5, .gpuPercent = 8};
+        const CardState expanded{.isExpanded = true, .avgSoc = 41};
+        const CardCase cases[] = {
+            {.name = u"paused"_s, .metrics = withContainers, .state = expanded, .isLocal = true, .isEnabled = false},
+            {.name = u"never probed"_s},
+            {.name = u"failed"_s, .metrics = ServerMetrics::offline(u"first\nsecond"_s), .isLocal = true},
+            {.name = u"healthy"_s, .metrics = healthy(), .state = warm},
+            {.name = u"disk rather full"_s, .metrics = healthy(100)},
+            {.name = u"disk full"_s, .metrics = healthy(118)},
+            {.name = u"idle GPU"_s, .metrics = withGpu, .state = warm},
+            {.name = u"local, idle GPU, no sensors"_s, .metrics = withGpu, .state = {.gpuPercent = 8}, .isLocal = true},
+            {.name = u"local, GPU not measured"_s, .metrics = healthy(), .state = warm, .isLocal = true},
+            {.name = u"local, hot"_s, .metrics = healthy(), .state = {.avgSoc = 140}, .isLocal = true},
+            {.name = u"halves"_s, .metrics = halves},
+            {.name = u"no containers"_s, .metrics = healthy(), .state = expanded},
+            {.name = u"containers"_s, .metrics = withContainers},
+            {.name = u"containers, open"_s, .metrics = withContainers, .state = expanded},
         };
-        for (const auto& [shown, expected] : rows) {
-            QStringList texts;
-            for (const MetricBarContent& bar : shown.bars)
-                texts += bar.label + u' ' + bar.detail;
-            QCOMPARE(texts.join(u", "_s), expected);
-        }
+        QStringList texts;
+        for (const CardCase& example : cases)
+            texts += shown(example);
+        QCOMPARE(texts, fixtureLines(u"views/cards.txt"_s));
     }
 
     void barFill() {
@@ -136,35 +133,6 @@ private Q_SLOTS:
             const MetricBarContent bar = metricBarContent(u"CPU"_s, percent, {});
             QCOMPARE(Fill(bar.fraction, bar.fillRole), fill);
         }
-    }
-
-    void temperatureBadge() {
-        QCOMPARE(localCard(healthy(), {.avgSoc = 41.5}).temperatureText, u"42\u00b0C"_s);
-        QCOMPARE(localCard(healthy(), {.avgSoc = 0}).temperatureText, QString());
-        QCOMPARE(card(healthy(), {.avgSoc = 41}).temperatureText, QString());
-        const MetricBarContent hot = localCard(healthy(), {.avgSoc = 140}).bars.last();
-        QCOMPARE(hot.detail, u"140.0\u00b0C (Apple Silicon)"_s);
-        QCOMPARE(hot.fraction, 1.0);
-    }
-
-    void containersBar() {
-        ServerMetrics metrics = healthy();
-        const ServerCardContent without = card(metrics, {.isExpanded = true});
-        QVERIFY(without.containersText.isEmpty() && !without.isExpanded);
-
-        metrics.containers = {container(u"a"_s, u"Running"_s), container(u"b"_s, u"exited"_s),
-                              container(u"a"_s, u"RUNNING"_s)};
-        const ServerCardContent folded = card(metrics);
-        QCOMPARE(folded.containersText, u"2 / 3 Containers"_s);
-        QCOMPARE(folded.expandText, u"Show"_s);
-        QCOMPARE(folded.expandSymbol, u"chevron.down.circle.fill"_s);
-        const ServerCardContent open = card(metrics, {.isExpanded = true});
-        QVERIFY(open.isExpanded);
-        QCOMPARE(open.expandText, u"Hide"_s);
-        QStringList order;
-        for (const ContainerRowContent& row : open.containers)
-            order += row.id + u' ' + row.stateWord;
-        QCOMPARE(order, QStringList({u"a running"_s, u"b stopped"_s, u"a running"_s}));
     }
 
     void containerRow() {
@@ -192,43 +160,25 @@ private Q_SLOTS:
         QCOMPARE(displayText(u'x' + rocket.repeated(400)), u'x' + rocket.repeated(149) + u"\u2026"_s);
     }
 
-    void contextMenu() {
-        Server server = remote();
-        const QString common = u"Move Up|Move Down|-|Open SSH in Terminal|Refresh|%1 Monitoring|-|Delete Server"_s;
-        QCOMPARE(captions(cardMenu(server, {})).join(u'|'), common.arg(u"Pause"_s));
-
-        server.isEnabled = false;
-        server.isLocal = true;
-        const QList<CardMenuEntry> menu = cardMenu(server, {});
-        QCOMPARE(captions(menu).join(u'|'),
-                 u"Hardware Specs & Thermals...|Pin to Menu Bar...|-|"_s + common.arg(u"Resume"_s));
-        QCOMPARE(menu[8].symbol, u"play.circle"_s);
-        QVERIFY(menu.last().isDestructive);
+    void menus() {
+        Server local = remote();
+        local.isEnabled = false;
+        local.isLocal = true;
+        const QList<CardMenuEntry> pinLines = pinMenu({MenuBarItem::peakTemp});
+        QCOMPARE(lines(cardMenu(remote(), {}) + cardMenu(local, {}) + pinLines), fixtureLines(u"views/menus.txt"_s));
+        QVERIFY(cardMenu(local, {}).last().isDestructive);
+        QCOMPARE(pinLines.last().pins, pins(PinPreset::Standard));
+        QCOMPARE(pinLines[9].pins, pins(PinPreset::Resources));
     }
 
     void endsOfTheFleet() {
         const QList<Server> fleet{remote(), remote(), remote()};
-        const std::tuple<int, QList<Server>, QString> rows[] = {
-            {0, fleet, u"[Move Up] Move Down"_s},
-            {1, fleet, u"Move Up Move Down"_s},
-            {2, fleet, u"Move Up [Move Down]"_s},
-            {0, {fleet[0]}, u"[Move Up] [Move Down]"_s},
-        };
-        for (const auto& [index, all, moves] : rows)
-            QCOMPARE(captions(cardMenu(fleet[index], all)).first(2).join(u' '), moves);
-    }
-
-    void pinSubmenu() {
-        const QList<CardMenuEntry> menu = pinMenu({MenuBarItem::peakTemp});
-        QCOMPARE(captions(menu),
-                 QStringList({u"Mac SoC Average Temp"_s, u"\u2713 Hotspot / Peak Core Temp"_s, u"SSD Storage Temp"_s,
-                              u"Mac CPU Usage"_s, u"Mac GPU Usage"_s, u"Mac RAM Usage"_s, u"Server Fleet Status"_s,
-                              u"-"_s, u"Pin All Metrics (All 7)"_s, u"Pin All Resources (CPU + GPU + RAM)"_s,
-                              u"Pin All Thermals (SoC + Peak + SSD)"_s, u"Reset Default (SoC + Status)"_s}));
-        QCOMPARE(menu[1].symbol, u"checkmark"_s);
-        QCOMPARE(menu[2].symbol, u"internaldrive"_s);
-        QCOMPARE(menu.last().pins, MenuBarItemSet({MenuBarItem::socTemp, MenuBarItem::serverStatus}));
-        QCOMPARE(menu[9].pins, MenuBarItemSet({MenuBarItem::cpuUsage, MenuBarItem::gpuUsage, MenuBarItem::ramUsage}));
+        const std::tuple<int, QList<Server>, bool, bool> rows[] = {
+            {0, fleet, false, true}, {1, fleet, true, true}, {2, fleet, true, false}, {0, {fleet[0]}, false, false}};
+        for (const auto& [index, all, up, down] : rows) {
+            const QList<CardMenuEntry> menu = cardMenu(fleet[index], all);
+            QVERIFY(menu[0].isEnabled == up && menu[1].isEnabled == down);
+        }
     }
 
     void updatedTime() {

@@ -1,3 +1,4 @@
+#include "Fixture.h"
 #include "ViewRig.h"
 #include "tour/OnboardingModel.h"
 #include "tour/OnboardingWindow.h"
@@ -18,18 +19,12 @@ qsizetype shownSteps(const QQuickItem* root) {
 }
 
 struct TourRig : ViewRig {
-    QStringList opened;
-    const ViewCollaborators collaborators{.computer = sample.computer, .openAddress = [this](const QUrl& address) {
-                                              opened += address.toString();
-                                          }};
-    std::unique_ptr<OnboardingModel> model;
-
-    ~TourRig() { view.reset(); }
-
-    void showTour() {
-        view.reset();
-        model = std::make_unique<OnboardingModel>(*store, ui, collaborators);
-        show(u"tour/OnboardingView"_s, {{u"tour"_s, QVariant::fromValue(model.get())}});
+    OnboardingModel* showTour() {
+        return show<OnboardingModel>(u"tour/OnboardingView"_s, u"tour"_s, SIGNAL(completed()));
+    }
+    OnboardingModel* showTour(int step) {
+        ui.setOnboardingStep(step);
+        return showTour();
     }
 };
 
@@ -39,97 +34,60 @@ class OnboardingTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void stepsSayWhereTheyAre_data() {
-        QTest::addColumn<int>("step");
-        QTest::addColumn<int>("page");
-        QTest::addColumn<QString>("subtitle");
-        QTest::addColumn<bool>("back");
-        QTest::addColumn<QString>("next");
-        QTest::newRow("first") << 0 << 0 << u"Step 1 of 5 \u2022 Introduction"_s << false << u"Explore Features"_s;
-        QTest::newRow("servers") << 1 << 1 << u"Step 2 of 5 \u2022 Server & Docker Fleets"_s << true << u"Next"_s;
-        QTest::newRow("hardware") << 2 << 2 << u"Step 3 of 5 \u2022 Telemetry"_s << true << u"Next"_s;
-        QTest::newRow("pins") << 3 << 3 << u"Step 4 of 5 \u2022 Menu Bar Customization"_s << true << u"Next"_s;
-        QTest::newRow("last") << 4 << 4 << u"Step 5 of 5 \u2022 You're All Set!"_s << true << QString();
-        QTest::newRow("beyond") << 5 << 4 << u"Step 5 of 5 \u2022 You're All Set!"_s << true << QString();
-        QTest::newRow("before") << -1 << 4 << u"Step 5 of 5 \u2022 You're All Set!"_s << false << u"Next"_s;
-    }
-
-    void stepsSayWhereTheyAre() {
-        QFETCH(const int, step);
-        const OnboardingContent content = onboardingContent(step, {}, {});
-        QTEST(content.page, "page");
-        QCOMPARE(content.dot, step);
-        QTEST(content.stepSubtitle, "subtitle");
-        QTEST(content.showsBack, "back");
-        QTEST(content.nextCaption, "next");
-    }
-
-    void previewsThePins() {
-        QCOMPARE(liveMenuBarPreview({}), u"Tarnwick"_s);
-        QCOMPARE(liveMenuBarPreview({ramUsage, cpuUsage}), u"CPU 12% \u2022 RAM 69%"_s);
-        QCOMPARE(
-            onboardingContent(3, {}, pins(PinPreset::All)).menuBarPreview,
-            u"36\u00b0C \u2022 Peak 42\u00b0C \u2022 SSD 32\u00b0C \u2022 CPU 12% \u2022 GPU 8% \u2022 RAM 69% \u2022 2 OK"_s);
-    }
-
-    void showsTheMachine() {
-        const OnboardingContent content = onboardingContent(2, SampleComputer::macMini(), {});
-        QStringList tiles;
+    void describesTheSteps() {
+        QStringList lines;
+        for (int step = -1; step <= 5; ++step) {
+            const OnboardingContent content = onboardingContent(step, {}, {});
+            lines += QStringList{QString::number(content.page), QString::number(content.dot), content.stepSubtitle,
+                                 content.showsBack ? u"back"_s : u""_s, content.nextCaption}
+                         .join(u'|');
+        }
+        const OnboardingContent content = onboardingContent(2, SampleComputer::macMini(), pins(PinPreset::All));
+        lines += {content.machineHeading, content.machineIdentity, content.menuBarPreview};
         for (const MacTile& tile : content.loads.tiles + content.thermals.tiles)
-            tiles += QStringList{tile.title, tile.value, tile.subtitle}.join(u'|');
-        QCOMPARE(tiles, (QStringList{u"CPU Usage|12.5%|10 Cores"_s, u"GPU Usage|8%|Metal"_s,
-                                     u"Unified RAM|69%|11.0/16GB"_s, u"SoC Average|41.2\u00b0C|CPU/GPU Die"_s,
-                                     u"Peak Core|57.8\u00b0C|Hotspot"_s, u"SSD Storage|32.0\u00b0C|NAND Flash"_s}));
-        QCOMPARE(content.machineHeading, u"Mac mini (Apple M2 Pro)"_s);
-        QCOMPARE(content.machineIdentity, u"Mac14,12 \u2022 macOS 14.5"_s);
-    }
-
-    void demoServerIsHealthy() {
-        const Server server = demoServer();
-        QCOMPARE(uuidString(server.id), u"00000000-0000-0000-0000-000000000001"_s);
-        QCOMPARE(server.metrics->status(), ServerHealthStatus::healthy);
-        QCOMPARE(qRound(server.metrics->memoryPercent()), 40);
-        QCOMPARE(qRound(server.metrics->diskPercent()), 35);
-        QCOMPARE(std::ranges::count_if(server.metrics->containers, &ContainerInfo::isRunning), 3);
-        QVERIFY(!server.metrics->gpuPercent && !server.metrics->errorMessage && !server.customSshKeyPath);
+            lines += QStringList{tile.title, tile.value, tile.subtitle}.join(u'|');
+        lines += {liveMenuBarPreview({ramUsage, cpuUsage}), liveMenuBarPreview({})};
+        QCOMPARE(lines, fixtureLines(u"views/tour.txt"_s));
     }
 
     void walksThroughTheSteps() {
         TourRig rig;
         rig.showTour();
-        QQuickItem* root = rig.view->rootObject();
-        QVERIFY(!findItem(root, u"back"_s)->isVisible());
-        QCOMPARE(findItem(root, u"next"_s)->property("text").toString(), u"Explore Features"_s);
+        QVERIFY(!rig.item(u"back"_s));
+        QCOMPARE(rig.text(u"next"_s), u"Explore Features"_s);
         for (int step = 1; step <= 4; ++step) {
-            press(*rig.view, u"next"_s);
+            rig.click(u"next"_s);
             QCOMPARE(rig.ui.onboardingStep(), step);
             // What leaves goes once it has faded.
-            QTRY_COMPARE(shownSteps(root), 1);
+            QTRY_COMPARE(shownSteps(rig.view->rootObject()), 1);
         }
-        QVERIFY(!findItem(root, u"next"_s)->isVisible());
-        QCOMPARE(findItem(root, u"stepSubtitle"_s)->property("text").toString(),
-                 u"Step 5 of 5 \u2022 You're All Set!"_s);
-        press(*rig.view, u"back"_s);
+        QVERIFY(!rig.item(u"next"_s));
+        QCOMPARE(rig.text(u"stepSubtitle"_s), u"Step 5 of 5 \u2022 You're All Set!"_s);
+        rig.click(u"back"_s);
         QCOMPARE(rig.ui.onboardingStep(), 3);
-        QVERIFY(findItem(root, u"next"_s)->isVisible());
+        QVERIFY(rig.item(u"next"_s));
         // The step outlives the view.
         rig.showTour();
-        QVERIFY(findItem(rig.view->rootObject(), u"preview"_s));
+        QVERIFY(rig.item(u"preview"_s));
     }
 
     void showsTheDemoCard() {
         TourRig rig;
-        rig.ui.setOnboardingStep(1);
-        rig.showTour();
-        OnboardingModel* const tour = rig.model.get();
+        OnboardingModel* const tour = rig.showTour(1);
+        const QUuid id(u"00000000-0000-0000-0000-000000000001"_s);
+        QCOMPARE(tour->demoCard().id, id);
         QCOMPARE(tour->demoCard().name, u"Production VPS (Ubuntu 24.04)"_s);
+        QCOMPARE(tour->demoCard().dotRole, ColorRole::Role::Green);
         QCOMPARE(tour->demoCard().containersText, u"3 / 3 Containers"_s);
-        QCOMPARE(tour->demoCard().containers.size(), 3);
+        QStringList bars;
+        for (const MetricBarContent& bar : tour->demoCard().bars)
+            bars += bar.label + u' ' + bar.detail;
+        QCOMPARE(bars, (QStringList{u"CPU 24.5%"_s, u"RAM 3.2 / 8.0 GB (40%)"_s, u"DISK 42.5 / 120.0 GB (35%)"_s}));
         // Its buttons work, on a server that the fleet does not have.
-        tour->cardActions()->toggleExpanded(demoServer().id);
+        tour->cardActions()->toggleExpanded(id);
         QVERIFY(!tour->demoCard().isExpanded);
-        tour->cardActions()->togglePause(demoServer().id);
-        tour->cardActions()->remove(demoServer().id);
+        tour->cardActions()->togglePause(id);
+        tour->cardActions()->remove(id);
         QVERIFY(rig.store->servers().isEmpty());
         QCOMPARE(tour->demoCard().latencyText, u"19 ms"_s);
     }
@@ -153,52 +111,39 @@ private Q_SLOTS:
 
     void pinsForReal() {
         TourRig rig;
-        rig.ui.setOnboardingStep(3);
-        rig.showTour();
-        const auto preview = [&rig] {
-            return findItem(rig.view->rootObject(), u"preview"_s)->property("text").toString();
+        rig.showTour(3);
+        const std::pair<QString, MenuBarItemSet> rows[] = {
+            {u"Pin All"_s, pins(PinPreset::All)},
+            {u"Reset"_s, pins(PinPreset::Standard)},
+            {title(cpuUsage), {socTemp, cpuUsage, serverStatus}},
+            {title(socTemp), {cpuUsage, serverStatus}},
         };
-        press(*rig.view, u"Pin All"_s);
-        QCOMPARE(rig.savedPins(), pins(PinPreset::All));
-        press(*rig.view, u"Reset"_s);
-        QCOMPARE(rig.savedPins(), pins(PinPreset::Standard));
-        press(*rig.view, title(cpuUsage));
-        QCOMPARE(rig.savedPins(), (MenuBarItemSet{socTemp, cpuUsage, serverStatus}));
-        QCOMPARE(preview(), u"36\u00b0C \u2022 CPU 12% \u2022 2 OK"_s);
-        for (const MenuBarItem item : {socTemp, cpuUsage, serverStatus})
-            press(*rig.view, title(item));
-        QCOMPARE(rig.savedPins(), MenuBarItemSet());
-        QCOMPARE(preview(), u"Tarnwick"_s);
+        for (const auto& [button, pinned] : rows) {
+            rig.click(button);
+            QCOMPARE(rig.savedPins(), pinned);
+        }
+        QCOMPARE(rig.text(u"preview"_s), u"CPU 12% \u2022 2 OK"_s);
 
         // The boxes follow the pins when something else changes them, too.
         rig.store->editSettings([](AppSettings& settings) { settings.pinnedMenuBarItems = {ssdTemp}; },
                                 ServerStore::Saving::later);
-        QVERIFY(findItem(rig.view->rootObject(), title(ssdTemp))->property("checked").toBool());
-        QVERIFY(!findItem(rig.view->rootObject(), title(cpuUsage))->property("checked").toBool());
+        QVERIFY(rig.item(title(ssdTemp))->property("checked").toBool());
+        QVERIFY(!rig.item(title(cpuUsage))->property("checked").toBool());
     }
 
-    void completes() {
+    void leadsToTheWebAndCompletes() {
         TourRig rig;
-        rig.ui.setOnboardingStep(4);
-        rig.showTour();
-        QSignalSpy completed(rig.view->rootObject(), SIGNAL(completed()));
-        QVERIFY(!rig.store->settings().hasCompletedOnboarding);
-        // It has the keyboard.
-        QTest::keyClick(rig.view.get(), Qt::Key_Return);
-        QCOMPARE(completed.count(), 1);
-        QVERIFY(rig.store->settings().hasCompletedOnboarding);
-        QVERIFY(rig.savedSettings().hasCompletedOnboarding);
-    }
-
-    void leadsToTheWeb() {
-        TourRig rig;
-        rig.ui.setOnboardingStep(4);
-        rig.showTour();
-        press(*rig.view, u"Ko-fi Page"_s);
-        press(*rig.view, u"Support Tarnwick on Ko-fi"_s);
-        press(*rig.view, u"Official Website: tarnwick.example"_s);
+        rig.showTour(4);
+        for (const QString& link :
+             {u"Ko-fi Page"_s, u"Support Tarnwick on Ko-fi"_s, u"Official Website: tarnwick.example"_s})
+            rig.click(link);
         QCOMPARE(rig.opened, (QStringList{u"https://ko-fi.com/tarnwick"_s, u"https://ko-fi.com/tarnwick"_s,
                                           u"https://tarnwick.example"_s}));
+        QVERIFY(!rig.store->settings().hasCompletedOnboarding);
+        rig.click(u"start"_s);
+        QCOMPARE(rig.closings(), 1);
+        QVERIFY(rig.store->settings().hasCompletedOnboarding);
+        QVERIFY(rig.savedSettings().hasCompletedOnboarding);
     }
 
     void standsInAWindow() {

@@ -1,4 +1,4 @@
-#include "SheetRig.h"
+#include "ViewRig.h"
 #include "settings/SettingsModel.h"
 
 using namespace Qt::StringLiterals;
@@ -6,18 +6,9 @@ using namespace tarnwick;
 
 namespace {
 
-struct SettingsRig : SheetRig {
-    QStringList opened;
-    const ViewCollaborators collaborators{.computer = sample.computer, .openAddress = [this](const QUrl& url) {
-                                              opened += url.toString();
-                                          }};
-    SettingsModel* model = nullptr; ///< of the sheet that is shown
-
-    void showSettings() {
-        auto made = std::make_unique<SettingsModel>(*store, ui, collaborators);
-        model = made.get();
-        showSheet(u"settings/SettingsView"_s, u"settings"_s, std::move(made));
-    }
+struct SettingsRig : ViewRig {
+    SettingsModel* showSettings() { return show<SettingsModel>(u"settings/SettingsView"_s, u"settings"_s); }
+    [[nodiscard]] QQuickItem* slider(const QString& name) const { return item(name)->childItems().constLast(); }
 };
 
 } // namespace
@@ -26,36 +17,24 @@ class SettingsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void writesValues_data() {
-        QTest::addColumn<qint64>("seconds");
-        QTest::addColumn<double>("percent");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("defaults") << qint64(30) << 90.0 << u"30 seconds, 90%"_s;
-        QTest::newRow("half to even, down") << qint64(1) << 84.5 << u"1 seconds, 84%"_s;
-        QTest::newRow("half to even, up") << qint64(-5) << 85.5 << u"-5 seconds, 86%"_s;
-        QTest::newRow("far out of range")
-            << qint64(9'007'199'254'740'993) << 1e15 << u"9007199254740993 seconds, 1000000000000000%"_s;
-    }
     void writesValues() {
-        QFETCH(qint64, seconds);
-        QFETCH(double, percent);
-        const SettingsContent content =
-            settingsContent({.refreshIntervalSeconds = seconds, .alertDiskThresholdPercent = percent});
-        QTEST(QString(content.refreshIntervalText + u", "_s + content.diskThresholdText), "expected");
+        const std::tuple<qint64, double, QString> rows[] = {
+            {30, 90, u"30 seconds, 90%"_s},
+            {1, 84.5, u"1 seconds, 84%"_s}, // halves go to the even digit
+            {-5, 85.5, u"-5 seconds, 86%"_s},
+            {9'007'199'254'740'993, 1e15, u"9007199254740993 seconds, 1000000000000000%"_s},
+        };
+        for (const auto& [seconds, percent, text] : rows) {
+            const SettingsContent content =
+                settingsContent({.refreshIntervalSeconds = seconds, .alertDiskThresholdPercent = percent});
+            QCOMPARE(content.refreshIntervalText + u", "_s + content.diskThresholdText, text);
+        }
     }
 
-    void keepsToTheStops_data() {
-        QTest::addColumn<double>("value");
-        QTest::addColumn<double>("expected");
-        QTest::newRow("a stop") << 35.0 << 35.0;
-        QTest::newRow("between, below") << 37.4 << 35.0;
-        QTest::newRow("between, above") << 38.0 << 40.0;
-        QTest::newRow("below all") << 1.0 << 10.0;
-        QTest::newRow("above all") << 1e12 << 120.0;
-    }
     void keepsToTheStops() {
-        QFETCH(double, value);
-        QTEST(refreshIntervalRange.nearestStop(value), "expected");
+        for (const auto& [value, stop] :
+             {std::pair(35.0, 35.0), {37.4, 35.0}, {38.0, 40.0}, {1.0, 10.0}, {1e12, 120.0}})
+            QCOMPARE(refreshIntervalRange.nearestStop(value), stop);
     }
 
     void savesPinsAtOnce() {
@@ -84,40 +63,39 @@ private Q_SLOTS:
 
     void savesTheRestWhenDone() {
         SettingsRig rig;
+        const auto figures = [](const AppSettings& settings) {
+            return std::tuple(settings.refreshIntervalSeconds, settings.alertDiskThresholdPercent,
+                              settings.soundAlerts);
+        };
         // as edited by hand
         rig.store->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 33; });
         rig.showSettings();
-        rig.item(u"interval"_s)->childItems().constLast()->forceActiveFocus();
-        rig.press(Qt::Key_Right);
-        QCOMPARE(rig.store->settings().refreshIntervalSeconds, 40);
-        rig.press(Qt::Key_Right, {}, 30);
-        QCOMPARE(rig.store->settings().refreshIntervalSeconds, 120);
-        rig.press(Qt::Key_Left);
-        rig.item(u"disk"_s)->childItems().constLast()->forceActiveFocus();
-        rig.press(Qt::Key_Left, {}, 30);
+        rig.slider(u"interval"_s)->forceActiveFocus();
+        for (const auto& [key, times, seconds] :
+             {std::tuple(Qt::Key_Right, 1, 40), {Qt::Key_Right, 30, 120}, {Qt::Key_Left, 1, 115}}) {
+            rig.press(key, times);
+            QCOMPARE(rig.store->settings().refreshIntervalSeconds, seconds);
+        }
+        QCOMPARE(rig.store->findChild<QTimer*>()->interval(), 115'000);
+        rig.slider(u"disk"_s)->forceActiveFocus();
+        rig.press(Qt::Key_Left, 30);
         rig.item(u"sound"_s)->forceActiveFocus();
         rig.press(Qt::Key_Space);
-        QCOMPARE(rig.store->settings().refreshIntervalSeconds, 115);
-        QCOMPARE(rig.store->findChild<QTimer*>()->interval(), 115'000);
-        QCOMPARE(rig.store->settings().alertDiskThresholdPercent, 70.0);
-        QVERIFY(!rig.store->settings().soundAlerts);
-        QCOMPARE(rig.savedSettings().refreshIntervalSeconds, 33);
-        QCOMPARE(rig.savedSettings().alertDiskThresholdPercent, 90.0);
-        QVERIFY(rig.savedSettings().soundAlerts);
+        QVERIFY(figures(rig.store->settings()) == std::tuple(115, 70.0, false));
 
         rig.press(Qt::Key_Escape);
-        QVERIFY(rig.isDismissed());
-        QCOMPARE(rig.savedSettings().refreshIntervalSeconds, 33);
+        QCOMPARE(rig.closings(), 1);
+        QVERIFY(figures(rig.savedSettings()) == std::tuple(33, 90.0, true));
         rig.showSettings();
         rig.click(u"done"_s);
-        QVERIFY(rig.isDismissed());
+        QCOMPARE(rig.closings(), 1);
         QCOMPARE(rig.savedSettings(), rig.store->settings());
     }
 
     void dragsTheSlider() {
         SettingsRig rig;
         rig.showSettings();
-        QQuickItem* const slider = rig.item(u"interval"_s)->childItems().constLast();
+        const QQuickItem* const slider = rig.slider(u"interval"_s);
         const auto at = [slider](double part) {
             return slider->mapToScene({part * slider->width(), slider->height() / 2}).toPoint();
         };
@@ -131,14 +109,14 @@ private Q_SLOTS:
 
     void quitsSaved() {
         SettingsRig rig;
-        rig.showSettings();
+        const auto* const model = rig.showSettings();
         rig.store->editSettings([](AppSettings& settings) { settings.soundAlerts = false; },
                                 ServerStore::Saving::later);
         bool isSaved = false;
-        connect(rig.model, &SettingsModel::quitRequested, this, [&] { isSaved = !rig.savedSettings().soundAlerts; });
+        connect(model, &SettingsModel::quitRequested, this, [&] { isSaved = !rig.savedSettings().soundAlerts; });
         rig.click(u"quit"_s);
         QVERIFY(isSaved);
-        QVERIFY(!rig.isDismissed());
+        QCOMPARE(rig.closings(), 0);
     }
 
     void goesElsewhereByTheKeyboard() {
