@@ -2,9 +2,11 @@
 
 #include "Files.h"
 
-#include <QDir>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QTest>
+
+#include <functional>
 
 namespace tarnwick {
 
@@ -21,23 +23,16 @@ public:
             qFatal("cannot write %s", qPrintable(full(path)));
     }
 
-    /// Folders with their files, one folder a line: "FOLDER|FILE CONTENT|FILE CONTENT". A FILE may have folders.
-    void install(const QString& lines) const {
-        for (const QString& line : lines.split(u'\n', Qt::SkipEmptyParts)) {
-            const QStringList parts = line.split(u'|');
-            for (const QString& file : parts.sliced(1))
-                write(parts.first() + u'/' + file.section(u' ', 0, 0), file.section(u' ', 1).toLatin1() + '\n');
-        }
-    }
-
-    /// A line of a file in fixtures/machines, in the form that README.md there describes.
-    void installLine(const QString& line) const {
+    /// A line of a file in fixtures/machines that is no question, in the form that README.md there describes.
+    void install(const QString& line) const {
         static const QRegularExpression range(u"\\[(\\d+)-(\\d+)\\]"_s);
         const bool isLink = line.contains(u" -> "_s);
         const QString path = line.section(isLink ? u" -> "_s : u" = "_s, 0, 0);
         QString content = line.section(isLink ? u" -> "_s : u" = "_s, 1);
         if (line.isEmpty() || line.startsWith(u'#'))
             return;
+        if (line.startsWith(u"remove "_s))
+            return remove(line.section(u' ', 1));
         if (isLink)
             return link(path, content);
         content.replace(u"\\n"_s, u"\n"_s).replace(u"\\t"_s, u"\t"_s).replace(u"\\0"_s, QString(QChar(0)));
@@ -48,6 +43,26 @@ public:
         }
     }
 
+    /// Installs the lines in their order, and asks their questions. Returns the lines with the answers that it got.
+    [[nodiscard]] QStringList play(QStringList lines, const std::function<QString(const QString&)>& answer) const {
+        static const QRegularExpression form(u"^(soon )?([^=>?#]+)\\? ?(.*)$"_s);
+        for (QString& line : lines) {
+            const QRegularExpressionMatch match = form.match(line);
+            if (!match.hasMatch()) {
+                install(line);
+                continue;
+            }
+            QString given = answer(match.captured(2));
+            if (match.hasCaptured(1) && given != match.captured(3))
+                (void)QTest::qWaitFor([&] { return (given = answer(match.captured(2))) == match.captured(3); });
+            line = (line.first(match.capturedEnd(2)) + u"? "_s + given).trimmed();
+        }
+        return lines;
+    }
+
+    [[nodiscard]] QString full(const QString& path) const { return folder_.filePath(path); }
+
+private:
     void link(const QString& path, const QString& target) const {
         QDir().mkpath(QFileInfo(full(path)).path());
         if (!QFile::link(target, full(path)))
@@ -63,10 +78,19 @@ public:
         folder.removeRecursively();
     }
 
-    [[nodiscard]] QString full(const QString& path) const { return folder_.filePath(path); }
-
-private:
     QTemporaryDir folder_;
 };
+
+/// The rows of a test: the cases of a file in tests/fixtures. "== NAME" begins each.
+inline void addCases(const QString& fixture) {
+    QTest::addColumn<QStringList>("lines");
+    const QString text = QString::fromUtf8(readFile(QStringLiteral(TARNWICK_FIXTURES "/") + fixture));
+    for (const QString& each : text.split(u"\n== "_s).sliced(1)) {
+        const QStringList lines = each.trimmed().split(u'\n');
+        QTest::newRow(qPrintable(lines.first())) << lines.sliced(1);
+    }
+    if (text.isEmpty())
+        qFatal("%s is missing", qPrintable(fixture));
+}
 
 } // namespace tarnwick
