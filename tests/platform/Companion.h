@@ -11,7 +11,7 @@ namespace tarnwick {
 
 /// The path of a program that the test needs.
 inline QString needed(const QString& program) {
-    const QString path = QStandardPaths::findExecutable(program);
+    QString path = QStandardPaths::findExecutable(program);
     if (path.isEmpty())
         qFatal("%s is missing: install the Debian package %s", qPrintable(program), qPrintable(program.toLower()));
     return path;
