@@ -77,7 +77,7 @@ private Q_SLOTS:
             return posted;
         };
         QList<double> posted;
-        for (double now = 1000; now <= 1690; now += 30)
+        for (int now = 1000; now <= 1690; now += 30)
             if (isPosted(key, now))
                 posted.append(now);
         QCOMPARE(posted, (QList<double>{1000, 1300, 1600}));
