@@ -182,7 +182,7 @@ private Q_SLOTS:
     }
 
     void updatedTime() {
-        const QDateTime reference(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
+        const QDateTime reference = QDateTime::fromString(u"2001-01-01T00:00:00Z"_s, Qt::ISODate);
         const QDateTime moment(QDate(2024, 5, 17), QTime(14, 5, 7));
         const std::pair<QString, QString> rows[] = {
             {u"C"_s, u"14:05:07"_s},       {u"de_DE"_s, u"14:05:07"_s}, {u"zh_CN"_s, u"14:05:07"_s},
