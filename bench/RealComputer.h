@@ -12,7 +12,8 @@
 struct RealComputer {
     explicit RealComputer(tarnwick::ThisComputer::Clock clock = tarnwick::ThisComputer::steadyTime,
                           const QString& sensorRoot = QStringLiteral("/"))
-        : sensors(sensorRoot, {.clock = clock, .readInput = readInput}), computer(kernel, sensors, std::move(clock)) {}
+        : sensors(sensorRoot, {.clock = clock, .readInput = readInput})
+        , computer(kernel, sensors, tarnwick::systemWords(), std::move(clock)) {}
 
     static constexpr const char* slowValue = "61234";
 

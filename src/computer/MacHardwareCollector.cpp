@@ -44,18 +44,18 @@ double SpaceUsage::percent() const {
 
 namespace MacHardwareCollector {
 
-MacHardwareInfo describe(KernelReadings& kernel) {
+MacHardwareInfo describe(KernelReadings& kernel, const SystemWords& words) {
     using namespace MacHardwareTexts;
     MacHardwareInfo info;
-    info.modelIdentifier = kernelText(kernel.value("hw.model")).value_or(u"Mac"_s);
+    info.modelIdentifier = kernelText(kernel.value("hw.model")).value_or(words.model.toString());
     info.modelName = kernel.makersModelName().value_or(friendlyModelName(info.modelIdentifier));
-    info.chip = kernelText(kernel.value("machdep.cpu.brand_string")).value_or(u"Apple Silicon"_s);
+    info.chip = kernelText(kernel.value("machdep.cpu.brand_string")).value_or(words.chip.toString());
     info.cpuCores = coreText(kernelInt(kernel.value("hw.perflevel0.physicalcpu")),
-                             kernelInt(kernel.value("hw.perflevel1.physicalcpu")));
-    info.gpuCores = u"Integrated GPU (Metal)"_s;
-    info.memoryString = memoryText(kernelInt64(kernel.value("hw.memsize")));
+                             kernelInt(kernel.value("hw.perflevel1.physicalcpu")), words);
+    info.gpuCores = words.gpuCores.toString();
+    info.memoryString = memoryText(kernelInt64(kernel.value("hw.memsize")), words);
     info.osVersion = systemText(kernel.operatingSystem());
-    info.kernelVersion = kernelText(kernel.value("kern.osrelease")).value_or(u"Darwin"_s);
+    info.kernelVersion = kernelText(kernel.value("kern.osrelease")).value_or(words.kernel.toString());
     return info;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KernelReadings.h"
+#include "SystemWords.h"
 #include "ThermalSurvey.h"
 
 #include <QList>
@@ -52,7 +53,7 @@ struct MacHardwareInfo {
 namespace MacHardwareCollector {
 
 /// The part of the record that never changes while the computer runs: names, cores, memory, system and kernel.
-[[nodiscard]] MacHardwareInfo describe(KernelReadings& kernel);
+[[nodiscard]] MacHardwareInfo describe(KernelReadings& kernel, const SystemWords& words);
 /// The full record: the description, the texts that change (uptime, thermal state, build), and the figures.
 [[nodiscard]] MacHardwareInfo collect(MacHardwareInfo description, KernelReadings& kernel,
                                       const ThermalSummary& thermals, double cpuPercent, double gpuPercent,

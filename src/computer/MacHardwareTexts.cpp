@@ -36,16 +36,18 @@ std::optional<qint64> kernelInt64(const std::optional<QByteArray>& value) {
     return integerOf<qint64>(value);
 }
 
-QString coreText(std::optional<qint64> performance, std::optional<qint64> efficiency) {
+QString coreText(std::optional<qint64> performance, std::optional<qint64> efficiency, const SystemWords& words) {
     const qint64 p = performance.value_or(4);
     const qint64 e = efficiency.value_or(6);
+    if ((p == 0 || e == 0) && !words.namesLoneCoreKind)
+        return u"%1 Cores"_s.arg(p + e);
     return u"%1 Cores (%2 Performance + %3 Efficiency)"_s.arg(p + e).arg(p).arg(e);
 }
 
-QString memoryText(std::optional<qint64> bytes) {
+QString memoryText(std::optional<qint64> bytes, const SystemWords& words) {
     constexpr double bytesPerGB = 1024.0 * 1024.0 * 1024.0;
     const qint64 gigabytes = bytes ? std::llround(static_cast<double>(*bytes) / bytesPerGB) : 16;
-    return u"%1 GB Unified Memory"_s.arg(gigabytes);
+    return u"%1 %2"_s.arg(gigabytes).arg(words.memoryUnit);
 }
 
 QString systemText(const OperatingSystem& system) {

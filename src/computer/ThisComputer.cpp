@@ -10,8 +10,8 @@ std::chrono::nanoseconds ThisComputer::steadyTime() {
     return std::chrono::steady_clock::now().time_since_epoch();
 }
 
-ThisComputer::ThisComputer(KernelReadings& kernel, TemperatureSensors& sensors, Clock clock)
-    : kernel_(kernel), sensors_(sensors), clock_(std::move(clock)) {}
+ThisComputer::ThisComputer(KernelReadings& kernel, TemperatureSensors& sensors, const SystemWords& words, Clock clock)
+    : kernel_(kernel), sensors_(sensors), words_(words), clock_(std::move(clock)) {}
 
 /// The value of the reading, which is taken again when it is too old.
 template <typename Value, typename Take>
@@ -67,7 +67,7 @@ std::optional<double> ThisComputer::socTemperature() {
 }
 
 MacHardwareInfo ThisComputer::description() {
-    std::call_once(described_, [this] { description_ = MacHardwareCollector::describe(kernel_); });
+    std::call_once(described_, [this] { description_ = MacHardwareCollector::describe(kernel_, words_); });
     return description_;
 }
 
@@ -75,8 +75,8 @@ MacHardwareInfo ThisComputer::info() {
     QList<TemperatureReading> readings;
     for (const SensorGroup group : {SensorGroup::others, SensorGroup::processor, SensorGroup::drives})
         readings += temperatures(group).value_or(QList<TemperatureReading>());
-    return MacHardwareCollector::collect(description(), kernel_, surveyThermals(readings), cpuPercent(),
-                                         gpuPercent().value_or(0), ram());
+    return MacHardwareCollector::collect(description(), kernel_, surveyThermals(readings), cpuPercent(), gpuPercent(),
+                                         ram());
 }
 
 } // namespace tarnwick

@@ -23,8 +23,12 @@ public:
     /// A little less than the second after which the status item's label asks again.
     static constexpr std::chrono::milliseconds maximumAge{900};
 
-    /// Both readings must outlive it.
-    ThisComputer(KernelReadings& kernel, TemperatureSensors& sensors, Clock clock = steadyTime);
+    /// All three must outlive it.
+    ThisComputer(KernelReadings& kernel, TemperatureSensors& sensors, const SystemWords& words,
+                 Clock clock = steadyTime);
+
+    /// What its system calls things.
+    [[nodiscard]] const SystemWords& words() const { return words_; }
 
     /// Percent of processor time busy since the previous measurement; the first one measures since boot.
     [[nodiscard]] double cpuPercent();
@@ -54,6 +58,7 @@ private:
 
     KernelReadings& kernel_;
     TemperatureSensors& sensors_;
+    const SystemWords& words_;
     const Clock clock_;
     std::optional<CpuTicks> previousTicks_; ///< guarded by the mutex of `cpu_`
     Reading<double> cpu_;

@@ -77,7 +77,7 @@ int main(int argc, char* argv[]) {
 
     SystemParts parts = makeSystemParts(hasDisplay);
     QObject::connect(parts.statusItem.get(), &StatusItem::outputClosed, app.get(), &QCoreApplication::quit);
-    ThisComputer computer(*parts.kernel, *parts.sensors);
+    ThisComputer computer(*parts.kernel, *parts.sensors, systemWords());
     AppDelegate delegate({
         .store = StoreCollaborators::real(computer),
         .computer = computer,

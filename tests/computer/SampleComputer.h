@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ThisComputer.h"
+#include "macos/MacWords.h"
 
 #include <QHash>
 
@@ -81,11 +82,10 @@ public:
     ScriptedKernel kernel;
     ScriptedSensors sensors;
     std::chrono::nanoseconds now = std::chrono::hours(1);
-    ThisComputer computer{kernel, sensors, [this] {
-                              return now;
-                          }};
+    ThisComputer computer;
 
-    SampleComputer() {
+    explicit SampleComputer(const SystemWords& words = macWords)
+        : computer(kernel, sensors, words, [this] { return now; }) {
         constexpr qint64 gibibyte = qint64{1} << 30;
         kernel.values = {{"hw.model", "Mac14,12"},
                          {"machdep.cpu.brand_string", "Apple M2 Pro"},

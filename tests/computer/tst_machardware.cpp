@@ -1,5 +1,6 @@
 #include "MacHardwareTexts.h"
 #include "SampleComputer.h"
+#include "linux/LinuxWords.h"
 
 #include <QTest>
 
@@ -96,14 +97,16 @@ private Q_SLOTS:
 
     void fixedTexts() {
         using namespace MacHardwareTexts;
-        QCOMPARE(coreText({}, {}), u"10 Cores (4 Performance + 6 Efficiency)"_s);
-        QCOMPARE(coreText(8, {}), u"14 Cores (8 Performance + 6 Efficiency)"_s);
-        QCOMPARE(coreText(2147483647, 2147483647),
+        QCOMPARE(coreText({}, {}, macWords), u"10 Cores (4 Performance + 6 Efficiency)"_s);
+        QCOMPARE(coreText(8, {}, macWords), u"14 Cores (8 Performance + 6 Efficiency)"_s);
+        QCOMPARE(coreText(2147483647, 2147483647, macWords),
                  u"4294967294 Cores (2147483647 Performance + 2147483647 Efficiency)"_s);
-        QCOMPARE(memoryText(17179869184), u"16 GB Unified Memory"_s);
-        QCOMPARE(memoryText(25769803776), u"24 GB Unified Memory"_s);
-        QCOMPARE(memoryText((qint64{1} << 30) * 5 / 2), u"3 GB Unified Memory"_s);
-        QCOMPARE(memoryText({}), u"16 GB Unified Memory"_s);
+        QCOMPARE(coreText(2, 0, macWords), u"2 Cores (2 Performance + 0 Efficiency)"_s);
+        QCOMPARE(coreText(0, 4, linuxWords), u"4 Cores"_s);
+        QCOMPARE(memoryText(17179869184, macWords), u"16 GB Unified Memory"_s);
+        QCOMPARE(memoryText(25769803776, macWords), u"24 GB Unified Memory"_s);
+        QCOMPARE(memoryText((qint64{1} << 30) * 5 / 2, linuxWords), u"3 GB"_s);
+        QCOMPARE(memoryText({}, macWords), u"16 GB Unified Memory"_s);
         QCOMPARE(thermalStateText(ThermalState::nominal), u"Nominal (Cool & Quiet)"_s);
         QCOMPARE(thermalStateText(ThermalState::serious), u"Serious (Thermal Throttling)"_s);
         QCOMPARE(thermalStateText(ThermalState::critical), u"Critical (Overheating)"_s);

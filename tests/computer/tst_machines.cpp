@@ -2,6 +2,7 @@
 #include "ThisComputer.h"
 #include "linux/LinuxKernelReadings.h"
 #include "linux/LinuxTemperatureSensors.h"
+#include "linux/LinuxWords.h"
 
 #include <QTest>
 
@@ -18,7 +19,7 @@ struct Machine {
     };
     LinuxKernelReadings kernel;
     LinuxTemperatureSensors sensors;
-    ThisComputer computer{kernel, sensors, clock};
+    ThisComputer computer{kernel, sensors, linuxWords, clock};
 
     explicit Machine(const FileTree& tree)
         : kernel(tree.root()), sensors(tree.root(), {.clock = clock, .patience = std::chrono::minutes(1)}) {}

@@ -111,7 +111,7 @@ private Q_SLOTS:
         CountingKernel kernel;
         ScriptedSensors sensors;
         std::atomic<qint64> now = 0;
-        ThisComputer computer(kernel, sensors,
+        ThisComputer computer(kernel, sensors, macWords,
                               [&now] { return std::chrono::seconds(++now); }); // every reading is too old
         (void)computer.cpuPercent();
         std::atomic<int> wrong = 0;
@@ -131,7 +131,7 @@ private Q_SLOTS:
         HangingKernel kernel;
         kernel.ticks = CpuTicks{.user = 1, .idle = 3};
         ScriptedSensors sensors;
-        ThisComputer computer(kernel, sensors);
+        ThisComputer computer(kernel, sensors, macWords);
         std::thread asking([&computer] { (void)computer.disk(); });
         kernel.isAsked.wait();
         QCOMPARE(computer.cpuPercent(), 25.0);
@@ -145,7 +145,7 @@ private Q_SLOTS:
         ScriptedKernel kernel;
         ScriptedSensors sensors;
         std::chrono::nanoseconds now = 1h;
-        ThisComputer computer(kernel, sensors, [&now] { return now; });
+        ThisComputer computer(kernel, sensors, macWords, [&now] { return now; });
         kernel.values["hw.model"] = "MacBookAir10,1";
         kernel.os = {.name = u"macOS"_s, .version = u"14.5"_s, .versionText = u"Version 14.5 (Build 23F79)"_s};
         MacHardwareInfo expected;

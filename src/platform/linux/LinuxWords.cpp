@@ -1,0 +1,9 @@
+#include "LinuxWords.h"
+
+namespace tarnwick {
+
+const SystemWords& systemWords() {
+    return linuxWords;
+}
+
+} // namespace tarnwick
