@@ -60,7 +60,7 @@ MacHardwareInfo describe(KernelReadings& kernel, const SystemWords& words) {
 }
 
 MacHardwareInfo collect(MacHardwareInfo description, KernelReadings& kernel, const ThermalSummary& thermals,
-                        double cpuPercent, double gpuPercent, const SpaceUsage& ram) {
+                        double cpuPercent, std::optional<double> gpuPercent, const SpaceUsage& ram) {
     MacHardwareInfo info = std::move(description);
     info.osBuild = kernel.operatingSystem().versionText;
     info.uptimeString = MacHardwareTexts::uptimeText(kernel.value("kern.boottime"), kernel.wallClockSeconds());
@@ -143,8 +143,7 @@ ThermalSummary queryQuickThermals(const std::optional<QList<TemperatureReading>>
 }
 
 std::optional<double> queryQuickSocTemp(const std::optional<QList<TemperatureReading>>& readings) {
-    const double average = surveyThermals(readings).avgSoc;
-    return average > 0 ? std::optional(average) : std::nullopt;
+    return presentReading(surveyThermals(readings).avgSoc);
 }
 
 } // namespace MacHardwareCollector

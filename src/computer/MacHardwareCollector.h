@@ -39,7 +39,7 @@ struct MacHardwareInfo {
     double peakSocTemp = 0; ///< 0 when there is no such reading
     std::optional<double> ssdTemp;
     double cpuUsagePercent = 0;
-    double gpuUsagePercent = 0;
+    std::optional<double> gpuUsagePercent; ///< absent when no graphics processor reports one
     double ramUsagePercent = 0;
     double ramUsedGB = 0;
     double ramTotalGB = 0;
@@ -56,8 +56,8 @@ namespace MacHardwareCollector {
 [[nodiscard]] MacHardwareInfo describe(KernelReadings& kernel, const SystemWords& words);
 /// The full record: the description, the texts that change (uptime, thermal state, build), and the figures.
 [[nodiscard]] MacHardwareInfo collect(MacHardwareInfo description, KernelReadings& kernel,
-                                      const ThermalSummary& thermals, double cpuPercent, double gpuPercent,
-                                      const SpaceUsage& ram);
+                                      const ThermalSummary& thermals, double cpuPercent,
+                                      std::optional<double> gpuPercent, const SpaceUsage& ram);
 
 /// The family name that a model identifier belongs to: "Mac mini" for "Mac14,12".
 [[nodiscard]] QString friendlyModelName(const QString& modelIdentifier);

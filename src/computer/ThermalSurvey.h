@@ -33,6 +33,11 @@ struct ThermalSummary {
     friend bool operator==(const ThermalSummary&, const ThermalSummary&) = default;
 };
 
+/// A mean or a peak of the summary; absent where it is 0.
+[[nodiscard]] constexpr std::optional<double> presentReading(double celsius) {
+    return celsius > 0 ? std::optional(celsius) : std::nullopt;
+}
+
 /// Filters, classifies and condenses readings. Absent readings (no sensor service) give the empty summary.
 [[nodiscard]] ThermalSummary surveyThermals(const std::optional<QList<TemperatureReading>>& readings);
 

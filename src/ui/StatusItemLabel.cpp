@@ -14,11 +14,6 @@ QString temperatureText(std::optional<double> celsius) {
     return (celsius ? fixedPoint(*celsius, 0) : u"--"_s) + u"\u00b0C"_s;
 }
 
-/// In the thermal summary 0 means that there is no such reading.
-std::optional<double> presentReading(double celsius) {
-    return celsius > 0 ? std::optional(celsius) : std::nullopt;
-}
-
 QString loadText(const QString& name, double percent) {
     return name + u' ' + fixedPoint(percent, 0) + u'%';
 }

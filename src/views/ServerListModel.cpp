@@ -51,8 +51,8 @@ CardState ServerListModel::stateOf(const Server& server) const {
         state.restartingContainerId = ui_.restartingContainerId();
     if (server.isLocal) {
         state.avgSoc = computer_.socTemperature().value_or(0);
-        const bool needsGpu = server.metrics && !server.metrics->gpuPercent;
-        state.gpuPercent = needsGpu ? computer_.gpuPercent().value_or(0) : 0;
+        if (server.metrics)
+            state.gpuPercent = computer_.gpuPercent();
     }
     return state;
 }

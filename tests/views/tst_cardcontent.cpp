@@ -110,6 +110,7 @@ private Q_SLOTS:
             {.name = u"disk full"_s, .metrics = healthy(118)},
             {.name = u"idle GPU"_s, .metrics = withGpu, .state = warm},
             {.name = u"local, idle GPU, no sensors"_s, .metrics = withGpu, .state = {.gpuPercent = 8}, .isLocal = true},
+            {.name = u"local, no GPU"_s, .metrics = withGpu, .isLocal = true},
             {.name = u"local, GPU not measured"_s, .metrics = healthy(), .state = warm, .isLocal = true},
             {.name = u"local, hot"_s, .metrics = healthy(), .state = {.avgSoc = 140}, .isLocal = true},
             {.name = u"halves"_s, .metrics = halves},

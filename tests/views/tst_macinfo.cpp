@@ -46,13 +46,14 @@ private Q_SLOTS:
     void coloursByScale() {
         using enum ColorRole::Role;
         const std::tuple<double, ColorRole::Role, ColorRole::Role> rows[] = {
-            {0.0, Green, Green},    {54.99, Green, Green},  {55.0, Green, Orange},
+            {0.01, Green, Green},   {54.99, Green, Green},  {55.0, Green, Orange},
             {64.99, Green, Orange}, {65.0, Orange, Orange}, {74.99, Orange, Orange},
             {75.0, Orange, Red},    {84.99, Orange, Red},   {85.0, Red, Red},
         };
         for (const auto& [value, load, heat] : rows) {
             MacHardwareInfo info;
-            info.cpuUsagePercent = info.gpuUsagePercent = info.ramUsagePercent = value;
+            info.cpuUsagePercent = info.ramUsagePercent = value;
+            info.gpuUsagePercent = value;
             info.avgSocTemp = info.peakSocTemp = value;
             info.ssdTemp = value;
             const MacInfoContent content = contentOf(info);
@@ -71,8 +72,12 @@ private Q_SLOTS:
             info.cpuCores = cpuCores;
             QCOMPARE(contentOf(info).loads.tile(0).subtitle, subtitle);
         }
-        QCOMPARE(contentOf(info).thermals.tile(2).value, u"--"_s);
-        QCOMPARE(contentOf(info).thermals.tile(2).role, ColorRole::Role::Gray);
+        const MacInfoContent unknown = contentOf(info);
+        QCOMPARE(unknown.thermalRole, ColorRole::Role::Gray);
+        for (const MacTile& tile : unknown.thermals.tiles + unknown.loads.tiles.mid(1, 1)) {
+            QCOMPARE(tile.value, u"--"_s);
+            QCOMPARE(tile.role, ColorRole::Role::Gray);
+        }
         QCOMPARE(contentOf(info).sensorsCaption, u"Individual Thermal Sensors (0)"_s);
     }
 

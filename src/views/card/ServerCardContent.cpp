@@ -36,8 +36,9 @@ QList<MetricBarContent> metricBars(const Server& server, const ServerMetrics& me
     constexpr double mebibytesPerGibibyte = 1024;
     QList<MetricBarContent> bars;
     bars += metricBarContent(u"CPU"_s, metrics.cpuPercent, fixedPoint(metrics.cpuPercent, 1) + u'%');
-    if (metrics.gpuPercent || server.isLocal) {
-        const double gpu = metrics.gpuPercent.value_or(state.gpuPercent);
+    // The local probe prints 0 for a computer that has no such figure.
+    if (server.isLocal ? state.gpuPercent : metrics.gpuPercent) {
+        const double gpu = metrics.gpuPercent.value_or(state.gpuPercent.value_or(0));
         bars += metricBarContent(u"GPU"_s, gpu, fixedPoint(gpu, 1) + u"% (Apple Silicon)"_s);
     }
     const double memory = metrics.memoryPercent();

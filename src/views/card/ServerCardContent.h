@@ -19,7 +19,7 @@ struct CardState {
     bool isDragged = false;
     std::optional<QString> restartingContainerId = {}; ///< of the one restart that runs anywhere
     double avgSoc = 0;                                 ///< °C, for the local server; 0: no reading
-    double gpuPercent = 0;                             ///< for the local server, when its metrics have none
+    std::optional<double> gpuPercent = {};             ///< of this computer, for the local server
 
     friend bool operator==(const CardState&, const CardState&) = default;
 };

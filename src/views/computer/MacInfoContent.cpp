@@ -88,7 +88,7 @@ MacInfoContent macInfoContent(const MacHardwareInfo& info, const MenuBarItemSet&
             .guide = u"Click any metric to pin/unpin it on your menu bar:"_s,
             .chip = info.chip,
             .thermalState = info.thermalState,
-            .thermalRole = MetricScale::temperatureRole(info.avgSocTemp),
+            .thermalRole = MetricScale::temperatureRole(presentReading(info.avgSocTemp)),
             .loads = pinnable(loadTiles(info, wording), pinned),
             .thermals = pinnable(thermalTiles(info, wording), pinned),
             .fleet = fleetRow(pinned),

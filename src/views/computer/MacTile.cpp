@@ -9,9 +9,13 @@ namespace tarnwick {
 
 namespace {
 
-MacTile loadTile(MenuBarItem item, const QString& title, double percent, int decimals, const QString& subtitle) {
+/// What takes the place of a figure that this computer cannot give.
+const auto noFigure = u"--"_s;
+
+MacTile loadTile(MenuBarItem item, const QString& title, std::optional<double> percent, int decimals,
+                 const QString& subtitle) {
     return {.title = title,
-            .value = fixedPoint(percent, decimals) + u'%',
+            .value = percent ? fixedPoint(*percent, decimals) + u'%' : noFigure,
             .subtitle = subtitle,
             .role = MetricScale::loadRole(percent),
             .item = item};
@@ -19,9 +23,9 @@ MacTile loadTile(MenuBarItem item, const QString& title, double percent, int dec
 
 MacTile thermalTile(MenuBarItem item, const QString& title, std::optional<double> celsius, const QString& subtitle) {
     return {.title = title,
-            .value = celsius ? fixedPoint(*celsius, 1) + u"\u00b0C"_s : u"--"_s,
+            .value = celsius ? fixedPoint(*celsius, 1) + u"\u00b0C"_s : noFigure,
             .subtitle = subtitle,
-            .role = celsius ? MetricScale::temperatureRole(*celsius) : ColorRole::Role::Gray,
+            .role = MetricScale::temperatureRole(celsius),
             .item = item};
 }
 
@@ -50,12 +54,13 @@ MacTileGroup loadTiles(const MacHardwareInfo& info, const MacTileWording& wordin
 
 MacTileGroup thermalTiles(const MacHardwareInfo& info, const MacTileWording& wording) {
     using enum MenuBarItem;
-    return {.symbol = u"thermometer.medium"_s,
-            .role = ColorRole::Role::Orange,
-            .heading = u"Live Thermals & Sensors"_s,
-            .tiles = {thermalTile(socTemp, u"SoC Average"_s, info.avgSocTemp, wording.processor.toString()),
-                      thermalTile(peakTemp, u"Peak Core"_s, info.peakSocTemp, wording.hotspot.toString()),
-                      thermalTile(ssdTemp, u"SSD Storage"_s, info.ssdTemp, u"NAND Flash"_s)}};
+    return {
+        .symbol = u"thermometer.medium"_s,
+        .role = ColorRole::Role::Orange,
+        .heading = u"Live Thermals & Sensors"_s,
+        .tiles = {thermalTile(socTemp, u"SoC Average"_s, presentReading(info.avgSocTemp), wording.processor.toString()),
+                  thermalTile(peakTemp, u"Peak Core"_s, presentReading(info.peakSocTemp), wording.hotspot.toString()),
+                  thermalTile(ssdTemp, u"SSD Storage"_s, info.ssdTemp, u"NAND Flash"_s)}};
 }
 
 } // namespace tarnwick
