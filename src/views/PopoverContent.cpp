@@ -1,6 +1,7 @@
 #include "PopoverContent.h"
 
 #include "ProductLinks.h"
+#include "SharedCaptions.h"
 
 #include <QRegularExpression>
 
@@ -35,7 +36,7 @@ QList<FooterLink> footerLinks() {
          .address = QUrl(ProductLinks::webSite.toString(), QUrl::StrictMode)},
         {.symbol = u"cup.and.saucer.fill"_s,
          .caption = u"Ko-fi"_s,
-         .help = u"Support Tarnwick on Ko-fi"_s,
+         .help = SharedCaptions::donate.toString(),
          .address = QUrl(ProductLinks::donationPage.toString(), QUrl::StrictMode),
          .isEmphasized = true},
     };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Instant.h"
+#include "SharedCaptions.h"
 #include "card/CardWords.h"
 
 #include <QList>
@@ -46,9 +47,9 @@ struct PopoverWords {
     Q_PROPERTY(QString addFirst MEMBER addFirst)
 
 public:
-    QString product = QStringLiteral("Tarnwick");
+    QString product = SharedCaptions::product.toString();
     QString refresh = QStringLiteral("Refresh All Servers");
-    QString add = QStringLiteral("Add New Server");
+    QString add = SharedCaptions::addServer.toString();
     QString hardware = CardWords().hardware;
     QString settings = QStringLiteral("Settings");
     QString servers = QStringLiteral("Servers");

@@ -38,12 +38,9 @@ bool FleetIndex::contains(const SSHConfigHost& host) const {
     return hosts_.contains(host.hostname) || names_.contains(host.alias);
 }
 
-QString nameCaption() {
-    return u"A display name shown in the menu bar list."_s;
-}
-
-QString keyCaption() {
-    return u"Tarnwick uses your Mac's SSH agent by default."_s;
+AddServerWords addServerWords(const SystemWords& words) {
+    return {.nameCaption = u"A display name shown in the %1 list."_s.arg(words.bar),
+            .keyCaption = u"Tarnwick uses your %1's SSH agent by default."_s.arg(words.computer)};
 }
 
 QString importCaption(qsizetype hostCount) {

@@ -2,6 +2,8 @@
 
 #include "SSHConfigParser.h"
 #include "Server.h"
+#include "SharedCaptions.h"
+#include "SystemWords.h"
 #include "UIState.h"
 
 #include <QList>
@@ -43,9 +45,64 @@ private:
     QSet<QString> names_;
 };
 
-/// The captions below the form's fields for the name and the key.
-[[nodiscard]] QString nameCaption();
-[[nodiscard]] QString keyCaption();
+/// The sheet's fixed texts. In the form, a field has a label, a prompt while it is empty and, below it, a caption.
+struct AddServerWords {
+    Q_GADGET
+    QML_VALUE_TYPE(addServerWords)
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString close MEMBER close)
+    Q_PROPERTY(QString manualTab MEMBER manualTab)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QString namePrompt MEMBER namePrompt)
+    Q_PROPERTY(QString nameCaption MEMBER nameCaption)
+    Q_PROPERTY(QString host MEMBER host)
+    Q_PROPERTY(QString hostPrompt MEMBER hostPrompt)
+    Q_PROPERTY(QString port MEMBER port)
+    Q_PROPERTY(QString portPrompt MEMBER portPrompt)
+    Q_PROPERTY(QString user MEMBER user)
+    Q_PROPERTY(QString userPrompt MEMBER userPrompt)
+    Q_PROPERTY(QString userCaption MEMBER userCaption)
+    Q_PROPERTY(QString key MEMBER key)
+    Q_PROPERTY(QString keyPrompt MEMBER keyPrompt)
+    Q_PROPERTY(QString keyCaption MEMBER keyCaption)
+    Q_PROPERTY(QString docker MEMBER docker)
+    Q_PROPERTY(QString dockerGuide MEMBER dockerGuide)
+    Q_PROPERTY(QString cancel MEMBER cancel)
+    Q_PROPERTY(QString save MEMBER save)
+    Q_PROPERTY(QString importGuide MEMBER importGuide)
+    Q_PROPERTY(QString noHosts MEMBER noHosts)
+    Q_PROPERTY(QString added MEMBER added)
+    Q_PROPERTY(QString importHost MEMBER importHost)
+
+public:
+    QString title = SharedCaptions::addServer.toString();
+    QString close = QStringLiteral("Close");
+    QString manualTab = QStringLiteral("Manual Entry");
+    QString name = QStringLiteral("Server Name");
+    QString namePrompt = QStringLiteral("e.g. Production VPS, Hetzner Web, Home Server");
+    QString nameCaption;
+    QString host = QStringLiteral("Hostname or IP Address");
+    QString hostPrompt = QStringLiteral("e.g. 192.0.2.10 or server.example.com");
+    QString port = QStringLiteral("SSH Port");
+    QString portPrompt = QStringLiteral("22");
+    QString user = QStringLiteral("SSH User");
+    QString userPrompt = QStringLiteral("root");
+    QString userCaption = QStringLiteral("Default: root");
+    QString key = QStringLiteral("SSH Key Path (Optional)");
+    QString keyPrompt = QStringLiteral("~/.ssh/id_ed25519 (leave blank for ssh-agent)");
+    QString keyCaption;
+    QString docker = QStringLiteral("Monitor Docker Containers");
+    QString dockerGuide =
+        QStringLiteral("Discovers running/stopped Docker containers and enables 1-click remote container restarts.");
+    QString cancel = QStringLiteral("Cancel");
+    QString save = QStringLiteral("Save Server");
+    QString importGuide = QStringLiteral("Select a host from your local ~/.ssh/config to import automatically:");
+    QString noHosts = QStringLiteral("No configured hosts found in ~/.ssh/config");
+    QString added = QStringLiteral("Added");
+    QString importHost = QStringLiteral("Import");
+};
+
+[[nodiscard]] AddServerWords addServerWords(const SystemWords& words);
 /// "Import from ~/.ssh/config (3)".
 [[nodiscard]] QString importCaption(qsizetype hostCount);
 

@@ -6,6 +6,7 @@ AddServerModel::AddServerModel(ServerStore& store, UIState& ui, const ViewCollab
     : QObject(parent)
     , store_(store)
     , ui_(ui)
+    , words_(addServerWords(collaborators.computer.words()))
     , hosts_(collaborators.sshHosts())
     , markAddedSoon_(this, [this] { markAdded(); })
     , canSave_(canSaveForm(ui)) {

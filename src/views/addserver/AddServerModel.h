@@ -20,8 +20,7 @@ class AddServerModel : public QObject {
     QML_UNCREATABLE("Comes with its view")
     Q_PROPERTY(tarnwick::UIState* ui READ ui CONSTANT)
     Q_PROPERTY(bool canSave READ canSave NOTIFY canSaveChanged)
-    Q_PROPERTY(QString nameCaption READ nameCaption CONSTANT)
-    Q_PROPERTY(QString keyCaption READ keyCaption CONSTANT)
+    Q_PROPERTY(tarnwick::AddServerWords words READ words CONSTANT)
     Q_PROPERTY(QString importCaption READ importCaption CONSTANT)
     /// The hosts of the ssh configuration, in the file's order; the fleet has some of them already.
     Q_PROPERTY(QAbstractItemModel* hosts READ hosts CONSTANT)
@@ -32,8 +31,7 @@ public:
 
     [[nodiscard]] UIState* ui() const { return &ui_; }
     [[nodiscard]] bool canSave() const { return canSave_; }
-    [[nodiscard]] QString nameCaption() const { return tarnwick::nameCaption(); }
-    [[nodiscard]] QString keyCaption() const { return tarnwick::keyCaption(); }
+    [[nodiscard]] const AddServerWords& words() const { return words_; }
     [[nodiscard]] QString importCaption() const { return tarnwick::importCaption(hosts_.size()); }
     [[nodiscard]] QAbstractItemModel* hosts() { return &rows_; }
 
@@ -54,6 +52,7 @@ private:
 
     ServerStore& store_;
     UIState& ui_;
+    const AddServerWords words_;
     const QList<SSHConfigHost> hosts_;
     RowListModel<DetectedHost> rows_;
     OncePerTurn markAddedSoon_;

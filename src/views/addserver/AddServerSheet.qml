@@ -39,14 +39,14 @@ FocusScope {
             anchors.left: mark.right
             anchors.leftMargin: 8
             anchors.verticalCenter: parent.verticalCenter
-            text: "Add New Server"
+            text: root.server.words.title
             size: 14
             font.weight: Font.Bold
         }
         PushButton {
             objectName: "close"
             anchors.right: parent.right
-            text: "Close"
+            text: root.server.words.close
             onClicked: root.dismissed()
         }
     }
@@ -58,7 +58,7 @@ FocusScope {
         anchors.top: header.bottom
         anchors.topMargin: 16
         width: header.width
-        captions: ["Manual Entry", root.server.importCaption]
+        captions: [root.server.words.manualTab, root.server.importCaption]
         current: root.ui.addServerTab
         onChosen: index => root.ui.addServerTab = index
     }

@@ -15,7 +15,7 @@ FocusScope {
         id: guide
 
         width: parent.width
-        text: "Select a host from your local ~/.ssh/config to import automatically:"
+        text: root.server.words.importGuide
         color: Theme.secondary
     }
     Rectangle {
@@ -43,7 +43,7 @@ FocusScope {
             PlainText {
                 width: parent.width
                 horizontalAlignment: Text.AlignHCenter
-                text: "No configured hosts found in ~/.ssh/config"
+                text: root.server.words.noHosts
                 size: 12
                 color: Theme.secondary
             }
@@ -73,6 +73,7 @@ FocusScope {
 
             delegate: DetectedHostRow {
                 width: list.width - 8
+                words: root.server.words
                 isCurrent: list.activeFocus && ListView.isCurrentItem
                 onImportRequested: index => root.server.importHost(index)
             }

@@ -7,6 +7,7 @@ Item {
 
     required property int index
     required property detectedHost content
+    required property addServerWords words
     property bool isCurrent: false
     signal importRequested(int index)
 
@@ -62,7 +63,7 @@ Item {
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
             visible: root.content.isAdded
-            text: "Added"
+            text: root.words.added
             Accessible.role: Accessible.StaticText
             Accessible.name: text
             textWeight: Font.Medium
@@ -78,7 +79,7 @@ Item {
             implicitHeight: 24
             horizontalPadding: 12
             textSize: 11
-            text: "Import"
+            text: root.words.importHost
             focusPolicy: Qt.NoFocus
             activeFocusOnTab: false
             Accessible.description: root.content.alias

@@ -30,10 +30,10 @@ FocusScope {
             objectName: "name"
             width: root.width
             focus: true
-            label: "Server Name"
+            label: root.server.words.name
             isRequired: true
-            prompt: "e.g. Production VPS, Hetzner Web, Home Server"
-            caption: root.server.nameCaption
+            prompt: root.server.words.namePrompt
+            caption: root.server.words.nameCaption
             text: root.ui.newServerName
             onEdited: text => root.ui.newServerName = text
             onAccepted: root.save()
@@ -41,9 +41,9 @@ FocusScope {
         LabeledField {
             objectName: "host"
             width: root.width
-            label: "Hostname or IP Address"
+            label: root.server.words.host
             isRequired: true
-            prompt: "e.g. 192.0.2.10 or server.example.com"
+            prompt: root.server.words.hostPrompt
             text: root.ui.newServerHost
             onEdited: text => root.ui.newServerHost = text
             onAccepted: root.save()
@@ -59,8 +59,8 @@ FocusScope {
 
                 objectName: "port"
                 width: 70
-                label: "SSH Port"
-                prompt: "22"
+                label: root.server.words.port
+                prompt: root.server.words.portPrompt
                 text: root.ui.newServerPort
                 onEdited: text => root.ui.newServerPort = text
                 onAccepted: root.save()
@@ -68,9 +68,9 @@ FocusScope {
             LabeledField {
                 objectName: "user"
                 width: login.width - port.width - login.spacing
-                label: "SSH User"
-                prompt: "root"
-                caption: "Default: root"
+                label: root.server.words.user
+                prompt: root.server.words.userPrompt
+                caption: root.server.words.userCaption
                 text: root.ui.newServerUser
                 onEdited: text => root.ui.newServerUser = text
                 onAccepted: root.save()
@@ -79,9 +79,9 @@ FocusScope {
         LabeledField {
             objectName: "key"
             width: root.width
-            label: "SSH Key Path (Optional)"
-            prompt: "~/.ssh/id_ed25519 (leave blank for ssh-agent)"
-            caption: root.server.keyCaption
+            label: root.server.words.key
+            prompt: root.server.words.keyPrompt
+            caption: root.server.words.keyCaption
             text: root.ui.newServerKey
             onEdited: text => root.ui.newServerKey = text
             onAccepted: root.save()
@@ -106,7 +106,7 @@ FocusScope {
                     implicitHeight: 16
                     symbol: "shippingbox.fill"
                     symbolTint: Theme.blue
-                    text: "Monitor Docker Containers"
+                    text: root.server.words.docker
                     textWeight: Font.DemiBold
                     Accessible.description: description.text
                     checked: root.ui.newServerDocker
@@ -119,7 +119,7 @@ FocusScope {
                     width: parent.width - x
                     wrapMode: Text.Wrap
                     maximumLineCount: 2
-                    text: "Discovers running/stopped Docker containers and enables 1-click remote container restarts."
+                    text: root.server.words.dockerGuide
                     size: 10
                     color: Theme.secondary
                 }
@@ -140,7 +140,7 @@ FocusScope {
             implicitHeight: 28
             horizontalPadding: 14
             textSize: 12
-            text: "Cancel"
+            text: root.server.words.cancel
             onClicked: {
                 root.server.resetForm();
                 root.dismissed();
@@ -151,7 +151,7 @@ FocusScope {
 
             objectName: "save"
             anchors.right: parent.right
-            text: "Save Server"
+            text: root.server.words.save
             enabled: root.server.canSave
             onClicked: root.save()
         }
