@@ -57,8 +57,8 @@ constexpr std::array pictures{
     Picture{u"settings-end", Scene::same, Hand::scrolls, u"Refresh Interval:"},
     Picture{.name = u"tour-1", .scene = Scene::firstLaunch, .shows = u"Welcome to Tarnwick"},
     Picture{u"tour-2", Scene::same, Hand::presses, u"Explore Features", u"Server Fleets & Docker Containers"},
-    Picture{u"tour-3", Scene::same, Hand::presses, u"Next", u"Apple Silicon Hardware & Thermals"},
-    Picture{u"tour-4", Scene::same, Hand::presses, u"Next", u"Custom Menu Bar Multi-Pinning"},
+    Picture{u"tour-3", Scene::same, Hand::presses, u"Next", u"Hardware & Thermals"},
+    Picture{u"tour-4", Scene::same, Hand::presses, u"Next", u"Custom Panel Multi-Pinning"},
     Picture{u"tour-5", Scene::same, Hand::presses, u"Next", u"You're All Set!"},
 };
 

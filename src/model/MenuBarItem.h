@@ -23,10 +23,15 @@ inline constexpr std::array allMenuBarItems{MenuBarItem::socTemp,     MenuBarIte
 [[nodiscard]] QString rawValue(MenuBarItem item);
 /// Absent for any other string.
 [[nodiscard]] std::optional<MenuBarItem> menuBarItemFromRawValue(QStringView text);
+/// What the captions call this computer and its processor, which differs by operating system.
+struct PinWords {
+    QStringView ownFigure; ///< before the name of a load: "Mac "; may be empty
+    QStringView processor; ///< "SoC"
+};
 /// The human label used in toggles.
-[[nodiscard]] QString title(MenuBarItem item);
+[[nodiscard]] QString title(MenuBarItem item, const PinWords& words);
 /// The human label used in a card's menu.
-[[nodiscard]] QString menuCaption(MenuBarItem item);
+[[nodiscard]] QString menuCaption(MenuBarItem item, const PinWords& words);
 /// The symbol beside the item in a list.
 [[nodiscard]] QString symbolName(MenuBarItem item);
 /// The symbol of the status item while this is the first item pinned.
@@ -50,9 +55,9 @@ inline constexpr std::array allPinPresets{PinPreset::All, PinPreset::Resources, 
 [[nodiscard]] MenuBarItemSet pins(PinPreset preset);
 [[nodiscard]] QString symbolName(PinPreset preset);
 /// Each view has a caption of its own for a preset; it is empty where the view does not offer the preset.
-[[nodiscard]] QString menuCaption(PinPreset preset);     ///< a card's menu
-[[nodiscard]] QString sheetCaption(PinPreset preset);    ///< the computer's sheet
-[[nodiscard]] QString settingsCaption(PinPreset preset); ///< the settings sheet
-[[nodiscard]] QString tourCaption(PinPreset preset);     ///< the welcome tour
+[[nodiscard]] QString menuCaption(PinPreset preset, const PinWords& words); ///< a card's menu
+[[nodiscard]] QString sheetCaption(PinPreset preset);                       ///< the computer's sheet
+[[nodiscard]] QString settingsCaption(PinPreset preset);                    ///< the settings sheet
+[[nodiscard]] QString tourCaption(PinPreset preset);                        ///< the welcome tour
 
 } // namespace tarnwick

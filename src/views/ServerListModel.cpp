@@ -18,7 +18,7 @@ QVariant ServerListModel::data(const QModelIndex& index, int role) const {
     if (role != ContentRole || !checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const Row& row = rows_[index.row()];
-    return QVariant::fromValue(serverCardContent(row.server, row.state));
+    return QVariant::fromValue(serverCardContent(row.server, row.state, computer_.words()));
 }
 
 QHash<int, QByteArray> ServerListModel::roleNames() const {

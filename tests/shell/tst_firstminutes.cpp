@@ -67,7 +67,7 @@ private:
         for (const auto& [step, button] : {std::pair{u"Step 1 of 5 • Introduction"_s, u"Explore Features"_s},
                                            {u"Step 2 of 5 • Server & Docker Fleets"_s, u"Next"_s},
                                            {u"Step 3 of 5 • Telemetry"_s, u"Next"_s},
-                                           {u"Step 4 of 5 • Menu Bar Customization"_s, u"Next"_s},
+                                           {u"Step 4 of 5 • Panel Customization"_s, u"Next"_s},
                                            {u"Step 5 of 5 • You're All Set!"_s, u"Start Using Tarnwick"_s}}) {
             DESKTOP_COMPARE(rig_.reader->description(u"Tarnwick Tour"_s), step);
             DESKTOP_PRESS(rig_, button);

@@ -2,6 +2,7 @@
 
 #include "../computer/SampleComputer.h"
 #include "../store/StoreRig.h"
+#include "PinCaptions.h"
 #include "PopoverView.h"
 #include "UIState.h"
 
@@ -18,6 +19,11 @@ namespace tarnwick {
 /// In the window's coordinates.
 [[nodiscard]] inline QPoint middle(const QQuickItem* item) {
     return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+}
+
+/// The title of a pin on the sample computer.
+[[nodiscard]] inline QString titleOf(MenuBarItem item) {
+    return title(item, pinWords(macWords));
 }
 
 /// One view of the module in a window, on a store in a folder of its own, which is also the user's home. It is used as
@@ -46,7 +52,7 @@ public:
     };
     std::unique_ptr<QQuickView> view;
 
-    explicit ViewRig(const QList<Server>& servers = {}) {
+    explicit ViewRig(const QList<Server>& servers = {}, const SystemWords& words = macWords) : sample(words) {
         static const bool configured = (configureQuick(), true);
         Q_UNUSED(configured)
         QTest::failOnWarning(QRegularExpression(QStringLiteral("qrc:")));

@@ -3,6 +3,7 @@
 #include "card/CardMenu.h"
 #include "card/ServerCardContent.h"
 #include "controls/DisplayText.h"
+#include "macos/MacWords.h"
 
 #include <QTest>
 
@@ -56,7 +57,7 @@ QString shown(const CardCase& example) {
     server.metrics = example.metrics;
     server.isLocal = example.isLocal;
     server.isEnabled = example.isEnabled;
-    const ServerCardContent card = serverCardContent(server, example.state);
+    const ServerCardContent card = serverCardContent(server, example.state, macWords);
     QStringList texts{nameOf(card.dotRole),   card.statusWord,      card.address,     card.pauseHelp, card.pauseSymbol,
                       nameOf(card.pauseRole), card.temperatureText, card.latencyText, card.notice,    card.errorText,
                       card.containersText,    card.expandText,      card.expandSymbol};
@@ -165,9 +166,10 @@ private Q_SLOTS:
         Server local = remote();
         local.isEnabled = false;
         local.isLocal = true;
-        const QList<CardMenuEntry> pinLines = pinMenu({MenuBarItem::peakTemp});
-        QCOMPARE(lines(cardMenu(remote(), {}) + cardMenu(local, {}) + pinLines), fixtureLines(u"views/menus.txt"_s));
-        QVERIFY(cardMenu(local, {}).last().isDestructive);
+        const QList<CardMenuEntry> pinLines = pinMenu({MenuBarItem::peakTemp}, macWords);
+        QCOMPARE(lines(cardMenu(remote(), {}, macWords) + cardMenu(local, {}, macWords) + pinLines),
+                 fixtureLines(u"views/menus.txt"_s));
+        QVERIFY(cardMenu(local, {}, macWords).last().isDestructive);
         QCOMPARE(pinLines.last().pins, pins(PinPreset::Standard));
         QCOMPARE(pinLines[9].pins, pins(PinPreset::Resources));
     }
@@ -177,7 +179,7 @@ private Q_SLOTS:
         const std::tuple<int, QList<Server>, bool, bool> rows[] = {
             {0, fleet, false, true}, {1, fleet, true, true}, {2, fleet, true, false}, {0, {fleet[0]}, false, false}};
         for (const auto& [index, all, up, down] : rows) {
-            const QList<CardMenuEntry> menu = cardMenu(fleet[index], all);
+            const QList<CardMenuEntry> menu = cardMenu(fleet[index], all, macWords);
             QVERIFY(menu[0].isEnabled == up && menu[1].isEnabled == down);
         }
     }

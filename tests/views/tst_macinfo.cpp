@@ -19,7 +19,7 @@ struct MacInfoRig : ViewRig {
 };
 
 MacInfoContent contentOf(const MacHardwareInfo& info, const MenuBarItemSet& pinned = {}) {
-    return macInfoContent(info, pinned, false);
+    return macInfoContent(info, pinned, false, macWords);
 }
 
 } // namespace

@@ -37,12 +37,13 @@ private Q_SLOTS:
     void describesTheSteps() {
         QStringList lines;
         for (int step = -1; step <= 5; ++step) {
-            const OnboardingContent content = onboardingContent(step, {}, {});
+            const OnboardingContent content = onboardingContent(step, {}, {}, macWords);
             lines += QStringList{QString::number(content.page), QString::number(content.dot), content.stepSubtitle,
                                  content.showsBack ? u"back"_s : u""_s, content.nextCaption}
                          .join(u'|');
         }
-        const OnboardingContent content = onboardingContent(2, SampleComputer::macMini(), pins(PinPreset::All));
+        const OnboardingContent content =
+            onboardingContent(2, SampleComputer::macMini(), pins(PinPreset::All), macWords);
         lines += {content.machineHeading, content.machineIdentity, content.menuBarPreview};
         for (const MacTile& tile : content.loads.tiles + content.thermals.tiles)
             lines += QStringList{tile.title, tile.value, tile.subtitle}.join(u'|');
@@ -115,8 +116,8 @@ private Q_SLOTS:
         const std::pair<QString, MenuBarItemSet> rows[] = {
             {u"Pin All"_s, pins(PinPreset::All)},
             {u"Reset"_s, pins(PinPreset::Standard)},
-            {title(cpuUsage), {socTemp, cpuUsage, serverStatus}},
-            {title(socTemp), {cpuUsage, serverStatus}},
+            {titleOf(cpuUsage), {socTemp, cpuUsage, serverStatus}},
+            {titleOf(socTemp), {cpuUsage, serverStatus}},
         };
         for (const auto& [button, pinned] : rows) {
             rig.click(button);
@@ -127,8 +128,8 @@ private Q_SLOTS:
         // The boxes follow the pins when something else changes them, too.
         rig.store->editSettings([](AppSettings& settings) { settings.pinnedMenuBarItems = {ssdTemp}; },
                                 ServerStore::Saving::later);
-        QVERIFY(rig.item(title(ssdTemp))->property("checked").toBool());
-        QVERIFY(!rig.item(title(cpuUsage))->property("checked").toBool());
+        QVERIFY(rig.item(titleOf(ssdTemp))->property("checked").toBool());
+        QVERIFY(!rig.item(titleOf(cpuUsage))->property("checked").toBool());
     }
 
     void leadsToTheWebAndCompletes() {

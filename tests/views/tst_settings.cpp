@@ -40,17 +40,17 @@ private Q_SLOTS:
     void savesPinsAtOnce() {
         SettingsRig rig;
         rig.showSettings();
-        rig.click(title(MenuBarItem::peakTemp));
+        rig.click(titleOf(MenuBarItem::peakTemp));
         QCOMPARE(rig.savedPins(),
                  (MenuBarItemSet{MenuBarItem::socTemp, MenuBarItem::peakTemp, MenuBarItem::serverStatus}));
         for (const PinPreset preset : {PinPreset::All, PinPreset::Resources, PinPreset::Standard}) {
             rig.click(settingsCaption(preset));
             QCOMPARE(rig.savedPins(), pins(preset));
             for (const MenuBarItem item : allMenuBarItems)
-                QCOMPARE(rig.item(title(item))->property("checked").toBool(), pins(preset).contains(item));
+                QCOMPARE(rig.item(titleOf(item))->property("checked").toBool(), pins(preset).contains(item));
         }
-        rig.click(title(MenuBarItem::socTemp));
-        QQuickItem* const status = rig.item(title(MenuBarItem::serverStatus));
+        rig.click(titleOf(MenuBarItem::socTemp));
+        QQuickItem* const status = rig.item(titleOf(MenuBarItem::serverStatus));
         status->forceActiveFocus();
         rig.press(Qt::Key_Space);
         QVERIFY(rig.savedPins().empty());
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QQuickItem* const scroll = rig.item(u"scroll"_s);
         QStringList expected{u"done"_s, u"All"_s, u"Resources"_s, u"Reset"_s};
         for (const MenuBarItem item : allMenuBarItems)
-            expected += title(item);
+            expected += titleOf(item);
         expected += {u"label"_s, {}, {}, u"sound"_s, u"tour"_s, u"donate"_s, u"web"_s, u"quit"_s};
         QStringList visited;
         while (visited.size() < expected.size()) {

@@ -99,11 +99,11 @@ void CardActions::restart(const QUuid& serverId, const QString& containerId) {
 
 QList<CardMenuEntry> CardActions::menu(const QUuid& serverId) const {
     const auto shown = server(serverId);
-    return shown ? cardMenu(*shown, store_.servers()) : QList<CardMenuEntry>();
+    return shown ? cardMenu(*shown, store_.servers(), collaborators_.computer.words()) : QList<CardMenuEntry>();
 }
 
 QList<CardMenuEntry> CardActions::pinMenu() const {
-    return tarnwick::pinMenu(store_.settings().pinnedMenuBarItems);
+    return tarnwick::pinMenu(store_.settings().pinnedMenuBarItems, collaborators_.computer.words());
 }
 
 void CardActions::choose(const QUuid& serverId, const CardMenuEntry& entry) {

@@ -28,7 +28,7 @@ public:
     CardActions(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators,
                 std::optional<Server> unlisted = std::nullopt, QObject* parent = nullptr);
 
-    [[nodiscard]] CardWords words() const { return {}; }
+    [[nodiscard]] CardWords words() const { return cardWords(collaborators_.computer.words()); }
 
     Q_INVOKABLE void togglePause(const QUuid& serverId);
     Q_INVOKABLE void remove(const QUuid& serverId);

@@ -1,6 +1,7 @@
 #include "CardMenu.h"
 
 #include "CardWords.h"
+#include "PinCaptions.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,13 +15,13 @@ bool isEnd(const QList<Server>& fleet, const Server& server, bool first) {
 
 } // namespace
 
-QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet) {
-    const CardWords words;
+QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet, const SystemWords& words) {
+    const CardWords captions = cardWords(words);
     const CardMenuEntry divider;
     QList<CardMenuEntry> menu;
     if (server.isLocal) {
-        menu += {.text = words.hardware + u"..."_s, .symbol = u"cpu"_s, .command = CardCommand::showHardware};
-        menu += {.text = words.pinMenu, .symbol = u"pin.fill"_s, .command = CardCommand::showPinMenu};
+        menu += {.text = captions.hardware + u"..."_s, .symbol = u"cpu"_s, .command = CardCommand::showHardware};
+        menu += {.text = captions.pinMenu, .symbol = u"pin.fill"_s, .command = CardCommand::showPinMenu};
         menu += divider;
     }
     menu += {.text = u"Move Up"_s,
@@ -32,7 +33,7 @@ QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet) 
              .command = CardCommand::moveDown,
              .isEnabled = !isEnd(fleet, server, false)};
     menu += divider;
-    menu += {.text = words.openSSH, .symbol = u"terminal"_s, .command = CardCommand::openSSH};
+    menu += {.text = captions.openSSH, .symbol = u"terminal"_s, .command = CardCommand::openSSH};
     menu += {.text = u"Refresh"_s, .symbol = u"arrow.clockwise"_s, .command = CardCommand::refresh};
     menu += {.text = server.isEnabled ? u"Pause Monitoring"_s : u"Resume Monitoring"_s,
              .symbol = server.isEnabled ? u"pause.circle"_s : u"play.circle"_s,
@@ -42,18 +43,18 @@ QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet) 
     return menu;
 }
 
-QList<CardMenuEntry> pinMenu(const MenuBarItemSet& pinned) {
+QList<CardMenuEntry> pinMenu(const MenuBarItemSet& pinned, const SystemWords& words) {
     QList<CardMenuEntry> menu;
     for (const MenuBarItem item : allMenuBarItems) {
         const bool isPinned = pinned.contains(item);
-        menu += {.text = (isPinned ? u"\u2713 "_s : QString()) + menuCaption(item),
+        menu += {.text = (isPinned ? u"\u2713 "_s : QString()) + menuCaption(item, pinWords(words)),
                  .symbol = isPinned ? u"checkmark"_s : symbolName(item),
                  .command = CardCommand::togglePin,
                  .pin = item};
     }
     menu += CardMenuEntry();
     for (const PinPreset preset : allPinPresets)
-        menu += {.text = menuCaption(preset),
+        menu += {.text = menuCaption(preset, pinWords(words)),
                  .symbol = symbolName(preset),
                  .command = CardCommand::assignPins,
                  .pins = pins(preset)};

@@ -2,6 +2,7 @@
 
 #include "MenuBarItem.h"
 #include "Server.h"
+#include "SystemWords.h"
 
 #include <QList>
 #include <QString>
@@ -50,8 +51,8 @@ public:
 };
 
 /// The context menu of a server's card. The first and the last id of `fleet` decide which moves are disabled.
-[[nodiscard]] QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet);
+[[nodiscard]] QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet, const SystemWords& words);
 /// The pin submenu of the local card: a line to toggle each item, then the presets.
-[[nodiscard]] QList<CardMenuEntry> pinMenu(const MenuBarItemSet& pinned);
+[[nodiscard]] QList<CardMenuEntry> pinMenu(const MenuBarItemSet& pinned, const SystemWords& words);
 
 } // namespace tarnwick

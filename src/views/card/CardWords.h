@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SystemWords.h"
+
 #include <QString>
 #include <QtQmlIntegration>
 
@@ -28,7 +30,11 @@ public:
     QString refresh = QStringLiteral("Refresh this server");
     QString remove = QStringLiteral("Remove server from Tarnwick");
     QString restart = QStringLiteral("Restart container");
-    QString pinMenu = QStringLiteral("Pin to Menu Bar...");
+    QString pinMenu;
 };
+
+[[nodiscard]] inline CardWords cardWords(const SystemWords& words) {
+    return {.pinMenu = QStringLiteral("Pin to %1...").arg(words.barTitle)};
+}
 
 } // namespace tarnwick

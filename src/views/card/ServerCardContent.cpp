@@ -32,14 +32,15 @@ QString usedOfTotal(double used, double total, double percent) {
     return fixedPoint(used, 1) + u" / "_s + fixedPoint(total, 1) + u" GB ("_s + fixedPoint(percent, 0) + u"%)"_s;
 }
 
-QList<MetricBarContent> metricBars(const Server& server, const ServerMetrics& metrics, const CardState& state) {
+QList<MetricBarContent> metricBars(const Server& server, const ServerMetrics& metrics, const CardState& state,
+                                   const SystemWords& words) {
     constexpr double mebibytesPerGibibyte = 1024;
     QList<MetricBarContent> bars;
     bars += metricBarContent(u"CPU"_s, metrics.cpuPercent, fixedPoint(metrics.cpuPercent, 1) + u'%');
     // The local probe prints 0 for a computer that has no such figure.
     if (server.isLocal ? state.gpuPercent : metrics.gpuPercent) {
         const double gpu = metrics.gpuPercent.value_or(state.gpuPercent.value_or(0));
-        bars += metricBarContent(u"GPU"_s, gpu, fixedPoint(gpu, 1) + u"% (Apple Silicon)"_s);
+        bars += metricBarContent(u"GPU"_s, gpu, fixedPoint(gpu, 1) + u'%' + words.figureOrigin.toString());
     }
     const double memory = metrics.memoryPercent();
     bars += metricBarContent(
@@ -49,7 +50,7 @@ QList<MetricBarContent> metricBars(const Server& server, const ServerMetrics& me
     bars += metricBarContent(u"DISK"_s, disk, usedOfTotal(metrics.diskUsedGB, metrics.diskTotalGB, disk));
     if (server.isLocal && state.avgSoc > 0) {
         bars += metricBarContent(u"TEMP"_s, std::min(state.avgSoc, 100.0),
-                                 fixedPoint(state.avgSoc, 1) + u"\u00b0C (Apple Silicon)"_s);
+                                 fixedPoint(state.avgSoc, 1) + u"\u00b0C"_s + words.figureOrigin.toString());
     }
     return bars;
 }
@@ -84,7 +85,7 @@ void fillContainers(ServerCardContent& card, const QList<ContainerInfo>& contain
 
 } // namespace
 
-ServerCardContent serverCardContent(const Server& server, const CardState& state) {
+ServerCardContent serverCardContent(const Server& server, const CardState& state, const SystemWords& words) {
     ServerCardContent card;
     fillHeader(card, server, state);
     if (!server.isEnabled) {
@@ -107,7 +108,7 @@ ServerCardContent serverCardContent(const Server& server, const CardState& state
         return card;
     }
     card.latencyText = QString::number(metrics.latencyMs) + u" ms"_s;
-    card.bars = metricBars(server, metrics, state);
+    card.bars = metricBars(server, metrics, state, words);
     fillContainers(card, metrics.containers, state);
     card.hasHardwareRow = server.isLocal;
     return card;

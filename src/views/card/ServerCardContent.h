@@ -3,6 +3,7 @@
 #include "ContainerRowContent.h"
 #include "MetricBarContent.h"
 #include "Server.h"
+#include "SystemWords.h"
 #include "controls/ColorRole.h"
 
 #include <QList>
@@ -84,6 +85,7 @@ public:
     Q_INVOKABLE [[nodiscard]] tarnwick::MetricBarContent bar(int index) const { return bars.value(index); }
 };
 
-[[nodiscard]] ServerCardContent serverCardContent(const Server& server, const CardState& state);
+[[nodiscard]] ServerCardContent serverCardContent(const Server& server, const CardState& state,
+                                                  const SystemWords& words);
 
 } // namespace tarnwick

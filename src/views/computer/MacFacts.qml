@@ -22,7 +22,7 @@ Rectangle {
 
         PlainText {
             height: 22
-            text: "Hardware Specifications"
+            text: root.content.factsHeading
             size: 12
             font.weight: Font.DemiBold
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MacTile.h"
+#include "SharedCaptions.h"
 
 #include <QList>
 #include <QString>
@@ -69,6 +70,8 @@ struct MacInfoContent {
     QML_VALUE_TYPE(macInfoContent)
     Q_PROPERTY(QString heading MEMBER heading)
     Q_PROPERTY(QString identity MEMBER identity)
+    Q_PROPERTY(QString refresh MEMBER refresh)
+    Q_PROPERTY(QString done MEMBER done)
     Q_PROPERTY(QString guide MEMBER guide)
     Q_PROPERTY(QString chip MEMBER chip)
     Q_PROPERTY(QString thermalState MEMBER thermalState)
@@ -76,6 +79,7 @@ struct MacInfoContent {
     Q_PROPERTY(tarnwick::MacTileGroup loads MEMBER loads)
     Q_PROPERTY(tarnwick::MacTileGroup thermals MEMBER thermals)
     Q_PROPERTY(tarnwick::FleetPinRow fleet MEMBER fleet)
+    Q_PROPERTY(QString factsHeading MEMBER factsHeading)
     Q_PROPERTY(int factCount READ factCount)
     Q_PROPERTY(QString sensorsCaption MEMBER sensorsCaption)
     Q_PROPERTY(QString sensorsSymbol MEMBER sensorsSymbol)
@@ -84,6 +88,8 @@ struct MacInfoContent {
 public:
     QString heading;
     QString identity;
+    QString refresh = QStringLiteral("Refresh Sensors");
+    QString done = SharedCaptions::done.toString();
     QString guide; ///< says what pressing a tile does
     QString chip;
     QString thermalState;
@@ -91,7 +97,8 @@ public:
     MacTileGroup loads;
     MacTileGroup thermals;
     FleetPinRow fleet;
-    QList<MacFact> facts;
+    QString factsHeading = QStringLiteral("Hardware Specifications");
+    QList<MacFact> facts;   ///< those that are known
     QString sensorsCaption; ///< with their number
     QString sensorsSymbol;
     bool showsSensors = false;
@@ -105,7 +112,7 @@ public:
 };
 
 [[nodiscard]] MacInfoContent macInfoContent(const MacHardwareInfo& info, const MenuBarItemSet& pinned,
-                                            bool showingAllSensors);
+                                            bool showingAllSensors, const SystemWords& words);
 
 /// "Mac mini (Apple M2 Pro)"
 [[nodiscard]] QString machineHeading(const MacHardwareInfo& info);

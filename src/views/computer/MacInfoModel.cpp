@@ -3,7 +3,7 @@
 namespace tarnwick {
 
 MacInfoModel::MacInfoModel(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators, QObject* parent)
-    : QObject(parent), store_(store), ui_(ui), computer_(collaborators.computer), pins_(store) {
+    : QObject(parent), store_(store), ui_(ui), computer_(collaborators.computer), pins_(store, computer_.words()) {
     refresh();
     update();
     connect(&ui, &UIState::macInfoChanged, this, &MacInfoModel::update);
@@ -23,7 +23,8 @@ void MacInfoModel::toggleSensors() {
 
 void MacInfoModel::update() {
     const MacHardwareInfo info = ui_.macInfo() ? *ui_.macInfo() : computer_.info();
-    MacInfoContent content = macInfoContent(info, store_.settings().pinnedMenuBarItems, ui_.showingAllSensors());
+    MacInfoContent content =
+        macInfoContent(info, store_.settings().pinnedMenuBarItems, ui_.showingAllSensors(), computer_.words());
     if (content == content_)
         return;
     content_ = std::move(content);

@@ -64,7 +64,7 @@ FocusScope {
             anchors.right: done.left
             anchors.rightMargin: 8
             anchors.verticalCenter: parent.verticalCenter
-            text: "Refresh Sensors"
+            text: root.mac.content.refresh
             symbol: "arrow.clockwise"
             onClicked: root.mac.refresh()
         }
@@ -75,7 +75,7 @@ FocusScope {
             anchors.right: parent.right
             anchors.rightMargin: 14
             anchors.verticalCenter: parent.verticalCenter
-            text: "Done"
+            text: root.mac.content.done
             onClicked: root.dismissed()
         }
     }

@@ -41,26 +41,27 @@ QString ramAmountText(const MacHardwareInfo& info) {
 
 } // namespace
 
-MacTileGroup loadTiles(const MacHardwareInfo& info, const MacTileWording& wording) {
+MacTileGroup loadTiles(const MacHardwareInfo& info, const MacTileWording& wording, const SystemWords& words) {
     using enum MenuBarItem;
     return {.symbol = u"cpu"_s,
             .role = ColorRole::Role::Blue,
             .heading = u"Live System Utilization"_s,
             .tiles = {loadTile(cpuUsage, u"CPU Usage"_s, info.cpuUsagePercent, wording.cpuDecimals,
                                coreCountText(info.cpuCores)),
-                      loadTile(gpuUsage, u"GPU Usage"_s, info.gpuUsagePercent, 0, wording.gpu.toString()),
-                      loadTile(ramUsage, u"Unified RAM"_s, info.ramUsagePercent, 0, ramAmountText(info))}};
+                      loadTile(gpuUsage, u"GPU Usage"_s, info.gpuUsagePercent, 0, (words.*wording.gpu).toString()),
+                      loadTile(ramUsage, words.ramTitle.toString(), info.ramUsagePercent, 0, ramAmountText(info))}};
 }
 
-MacTileGroup thermalTiles(const MacHardwareInfo& info, const MacTileWording& wording) {
+MacTileGroup thermalTiles(const MacHardwareInfo& info, const MacTileWording& wording, const SystemWords& words) {
     using enum MenuBarItem;
     return {
         .symbol = u"thermometer.medium"_s,
         .role = ColorRole::Role::Orange,
         .heading = u"Live Thermals & Sensors"_s,
-        .tiles = {thermalTile(socTemp, u"SoC Average"_s, presentReading(info.avgSocTemp), wording.processor.toString()),
+        .tiles = {thermalTile(socTemp, u"%1 Average"_s.arg(words.processor), presentReading(info.avgSocTemp),
+                              wording.processor.toString()),
                   thermalTile(peakTemp, u"Peak Core"_s, presentReading(info.peakSocTemp), wording.hotspot.toString()),
-                  thermalTile(ssdTemp, u"SSD Storage"_s, info.ssdTemp, u"NAND Flash"_s)}};
+                  thermalTile(ssdTemp, u"SSD Storage"_s, info.ssdTemp, words.storage.toString())}};
 }
 
 } // namespace tarnwick

@@ -2,6 +2,7 @@
 
 #include "MacHardwareCollector.h"
 #include "MenuBarItem.h"
+#include "SystemWords.h"
 #include "controls/ColorRole.h"
 
 #include <QList>
@@ -67,14 +68,16 @@ public:
 /// The words and digits that differ between the sheet's tiles and the tour's.
 struct MacTileWording {
     int cpuDecimals;
-    QStringView gpu;
+    QStringView SystemWords::*gpu;
     QStringView processor;
     QStringView hotspot;
 };
 
 /// The loads of processor, graphics and memory.
-[[nodiscard]] MacTileGroup loadTiles(const MacHardwareInfo& info, const MacTileWording& wording);
+[[nodiscard]] MacTileGroup loadTiles(const MacHardwareInfo& info, const MacTileWording& wording,
+                                     const SystemWords& words);
 /// The temperatures of the processor, its hottest core and the storage.
-[[nodiscard]] MacTileGroup thermalTiles(const MacHardwareInfo& info, const MacTileWording& wording);
+[[nodiscard]] MacTileGroup thermalTiles(const MacHardwareInfo& info, const MacTileWording& wording,
+                                        const SystemWords& words);
 
 } // namespace tarnwick

@@ -1,8 +1,11 @@
 #include "PinListModel.h"
 
+#include "PinCaptions.h"
+
 namespace tarnwick {
 
-PinListModel::PinListModel(ServerStore& store, QObject* parent) : RowListModel(parent), store_(store) {
+PinListModel::PinListModel(ServerStore& store, const SystemWords& words, QObject* parent)
+    : RowListModel(parent), store_(store), words_(words) {
     connect(&store, &ServerStore::settingsChanged, this, &PinListModel::update);
     update();
 }
@@ -18,7 +21,8 @@ void PinListModel::choose(PinPreset preset) {
 void PinListModel::update() {
     QList<PinRow> rows;
     for (const MenuBarItem item : allMenuBarItems)
-        rows += {item, title(item), previewExample(item), store_.settings().pinnedMenuBarItems.contains(item)};
+        rows += {item, title(item, pinWords(words_)), previewExample(item),
+                 store_.settings().pinnedMenuBarItems.contains(item)};
     setRows(rows);
 }
 

@@ -2,6 +2,7 @@
 
 #include "MenuBarItem.h"
 #include "ServerStore.h"
+#include "SystemWords.h"
 #include "controls/RowListModel.h"
 
 #include <QString>
@@ -34,8 +35,8 @@ class PinListModel : public RowListModel<PinRow> {
     QML_UNCREATABLE("Comes with its view's model")
 
 public:
-    /// The store must outlive the model.
-    explicit PinListModel(ServerStore& store, QObject* parent = nullptr);
+    /// Store and words must outlive the model.
+    PinListModel(ServerStore& store, const SystemWords& words, QObject* parent = nullptr);
 
     /// Pins the item, or unpins it.
     Q_INVOKABLE void toggle(tarnwick::MenuBarItem item);
@@ -46,6 +47,7 @@ private:
     void update();
 
     ServerStore& store_;
+    const SystemWords& words_;
 };
 
 } // namespace tarnwick

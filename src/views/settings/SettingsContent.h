@@ -3,6 +3,8 @@
 #include "AppSettings.h"
 #include "ProductLinks.h"
 #include "ProductVersion.h"
+#include "SharedCaptions.h"
+#include "SystemWords.h"
 #include "controls/SliderRange.h"
 
 #include <QString>
@@ -37,24 +39,25 @@ struct SettingsWords {
 
 public:
     QString title = QStringLiteral("Tarnwick Settings");
-    QString done = QStringLiteral("Done");
-    QString pins = QStringLiteral("Menu Bar Display");
-    QString pinsGuide = QStringLiteral("Select any items to pin simultaneously to the macOS menu bar:");
-    QString label = QStringLiteral("Show text label next to menu bar icon");
+    QString done = SharedCaptions::done.toString();
+    QString pins;
+    QString pinsGuide;
+    QString label;
     QString monitoring = QStringLiteral("Monitoring Preferences");
     QString refreshInterval = QStringLiteral("Refresh Interval:");
     QString diskThreshold = QStringLiteral("Disk Full Alert Threshold:");
     QString sound = QStringLiteral("Sound effects on critical alert");
     QString tour = QStringLiteral("Replay Welcome Tour & Demo...");
     QString support = QStringLiteral("Support Tarnwick");
-    QString price = QStringLiteral("100% Free");
-    QString plea = QStringLiteral("Tarnwick is free to use without restrictions. If you enjoy monitoring your servers "
-                                  "from the menu bar, consider supporting development on Ko-fi!");
+    QString price = SharedCaptions::price.toString();
+    QString plea;
     QString donate = QStringLiteral("Support on Ko-fi");
     QString webSite = QStringLiteral("Website: ") + ProductLinks::webSiteDomain.toString();
-    QString version = QStringLiteral("Tarnwick %1 \u2022 Native macOS Monitor").arg(productVersion);
+    QString version;
     QString quit = QStringLiteral("Quit Tarnwick");
 };
+
+[[nodiscard]] SettingsWords settingsWords(const SystemWords& words);
 
 /// What the settings sheet shows of the settings, but for the pins. A value outside its slider's range is shown as it
 /// is.

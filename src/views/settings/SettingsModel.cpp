@@ -14,7 +14,7 @@ SettingsModel::SettingsModel(ServerStore& store, UIState& ui, const ViewCollabor
     , store_(store)
     , ui_(ui)
     , collaborators_(collaborators)
-    , pins_(store)
+    , pins_(store, collaborators.computer.words())
     , content_(settingsContent(store.settings())) {
     connect(&store, &ServerStore::settingsChanged, this, &SettingsModel::update);
     // Queued, so that the view that asked for it has finished its event by then.

@@ -34,7 +34,7 @@ public:
     [[nodiscard]] QList<PinPresetButton> presets() const { return pinPresetButtons(settingsCaption); }
     [[nodiscard]] SliderRange refreshIntervalRange() const { return tarnwick::refreshIntervalRange; }
     [[nodiscard]] SliderRange diskThresholdRange() const { return tarnwick::diskThresholdRange; }
-    [[nodiscard]] SettingsWords words() const { return {}; }
+    [[nodiscard]] SettingsWords words() const { return settingsWords(collaborators_.computer.words()); }
 
     Q_INVOKABLE void setShowMenuBarLabel(bool show);
     /// Sets the slider's stop nearest to the value, which restarts the store's timer.

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tarnwick
 
-/// A menu bar as it could look, with a status item that reads `preview`.
+/// The bar of the desktop as it could look, with a status item that reads `preview`.
 Rectangle {
     id: root
 

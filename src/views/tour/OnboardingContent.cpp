@@ -11,7 +11,8 @@ namespace {
 
 constexpr int lastPage = 4;
 
-constexpr MacTileWording wording{.cpuDecimals = 1, .gpu = u"Metal", .processor = u"CPU/GPU Die", .hotspot = u"Hotspot"};
+constexpr MacTileWording wording{
+    .cpuDecimals = 1, .gpu = &SystemWords::gpuInShort, .processor = u"CPU/GPU Die", .hotspot = u"Hotspot"};
 
 QString nextCaption(int step) {
     if (step >= lastPage)
@@ -44,41 +45,42 @@ QString liveMenuBarPreview(const MenuBarItemSet& pinned) {
     QStringList parts;
     for (const MenuBarItem item : pinned)
         parts += tourExample(item);
-    return parts.isEmpty() ? u"Tarnwick"_s : parts.join(u" \u2022 ");
+    return parts.isEmpty() ? SharedCaptions::product.toString() : parts.join(u" \u2022 ");
 }
 
-QList<TourStep> tourSteps() {
-    return {{u"Step 1 of 5 \u2022 Introduction"_s, u"Welcome to Tarnwick"_s,
-             u"Native macOS menu bar monitoring for your servers, Docker containers, and Apple Silicon hardware."_s},
-            {u"Step 2 of 5 \u2022 Server & Docker Fleets"_s, u"Server Fleets & Docker Containers"_s,
-             u"This is exactly how server cards appear in your Tarnwick menu bar:"_s},
-            {u"Step 3 of 5 \u2022 Telemetry"_s, u"Apple Silicon Hardware & Thermals"_s,
-             u"Real live telemetry queried directly from your Mac:"_s},
-            {u"Step 4 of 5 \u2022 Menu Bar Customization"_s, u"Custom Menu Bar Multi-Pinning"_s,
-             u"Interactive demo: Toggle any checkbox below to see your menu bar update live:"_s},
-            {u"Step 5 of 5 \u2022 You're All Set!"_s, u"You're All Set!"_s,
-             u"Tarnwick is 100% free and ready to monitor your infrastructure."_s}};
+QList<TourStep> tourSteps(const SystemWords& words) {
+    return {
+        {u"Step 1 of 5 \u2022 Introduction"_s, SharedCaptions::welcome.toString(),
+         u"Native %1 monitoring for your servers, Docker containers, and %2."_s.arg(words.systemBar, words.hardware)},
+        {u"Step 2 of 5 \u2022 Server & Docker Fleets"_s, u"Server Fleets & Docker Containers"_s,
+         u"This is exactly how server cards appear in your Tarnwick %1:"_s.arg(words.bar)},
+        {u"Step 3 of 5 \u2022 Telemetry"_s, u"%1 & Thermals"_s.arg(words.hardwareTitle),
+         u"Real live telemetry queried directly from your %1:"_s.arg(words.computer)},
+        {u"Step 4 of 5 \u2022 %1 Customization"_s.arg(words.barTitle), u"Custom %1 Multi-Pinning"_s.arg(words.barTitle),
+         u"Interactive demo: Toggle any checkbox below to see your %1 update live:"_s.arg(words.bar)},
+        {u"Step 5 of 5 \u2022 You're All Set!"_s, u"You're All Set!"_s,
+         u"Tarnwick is 100% free and ready to monitor your infrastructure."_s}};
 }
 
-QList<FeatureBullet> featureBullets() {
+QList<FeatureBullet> featureBullets(const SystemWords& words) {
     return {{u"network"_s, ColorRole::Role::Blue, u"Zero-Agent Architecture"_s,
              u"Connects via native SSH. No daemons, Python scripts, or dockers needed on target hosts."_s},
-            {u"cpu"_s, ColorRole::Role::Orange, u"Apple Silicon Telemetry"_s,
-             u"37+ IOHID thermal sensors, CPU, GPU utilization, and unified RAM metrics."_s},
-            {u"pin.fill"_s, ColorRole::Role::Purple, u"Multi-Metric Menu Bar Pinning"_s,
-             u"Pin any combination of temperatures, server health, and resource loads directly to your macOS bar."_s}};
+            {u"cpu"_s, ColorRole::Role::Orange, words.telemetryTitle.toString(), words.telemetryGuide.toString()},
+            {u"pin.fill"_s, ColorRole::Role::Purple, u"Multi-Metric %1 Pinning"_s.arg(words.barTitle),
+             u"Pin any combination of temperatures, server health, and resource loads directly to your %1."_s.arg(
+                 words.systemBarInShort)}};
 }
 
-TourWords tourWords() {
-    return {.barSymbol = u"apple.logo"_s,
-            .barMenus = {u"Tarnwick"_s, u"File"_s, u"Edit"_s},
-            .pinsHeading = u"PIN TO MENU BAR"_s,
-            .unlockedFeatures = u"Unlimited remote SSH servers, Docker container controls, native Apple Silicon "
-                                "telemetry, and customizable menu bar pinning are completely free."_s};
+TourWords tourWords(const SystemWords& words) {
+    return {.barSymbol = words.barSymbol.toString(),
+            .barMenus = words.barMenus.toString().split(u' '),
+            .pinsHeading = u"PIN TO %1"_s.arg(words.bar.toString().toUpper()),
+            .unlockedFeatures = u"Unlimited remote SSH servers, Docker container controls, native %1, and customizable "
+                                "%2 pinning are completely free."_s.arg(words.telemetry, words.bar)};
 }
 
 QList<TourLink> tourLinks() {
-    return {{u"cup.and.saucer.fill"_s, u"Support Tarnwick on Ko-fi"_s, QUrl(ProductLinks::donationPage.toString())},
+    return {{u"cup.and.saucer.fill"_s, SharedCaptions::donate.toString(), QUrl(ProductLinks::donationPage.toString())},
             {u"globe"_s, u"Official Website: "_s + ProductLinks::webSiteDomain.toString(),
              QUrl(ProductLinks::webSite.toString())}};
 }
@@ -93,17 +95,18 @@ Server demoServer() {
     return server;
 }
 
-OnboardingContent onboardingContent(int step, const MacHardwareInfo& info, const MenuBarItemSet& pinned) {
+OnboardingContent onboardingContent(int step, const MacHardwareInfo& info, const MenuBarItemSet& pinned,
+                                    const SystemWords& words) {
     const int page = step >= 0 && step < lastPage ? step : lastPage;
     return {.page = page,
             .dot = step,
-            .stepSubtitle = tourSteps().at(page).subtitle,
+            .stepSubtitle = tourSteps(words).at(page).subtitle,
             .showsBack = step > 0,
             .nextCaption = nextCaption(step),
             .machineHeading = machineHeading(info),
             .machineIdentity = machineIdentity(info),
-            .loads = loadTiles(info, wording),
-            .thermals = thermalTiles(info, wording),
+            .loads = loadTiles(info, wording, words),
+            .thermals = thermalTiles(info, wording, words),
             .menuBarPreview = liveMenuBarPreview(pinned)};
 }
 

@@ -3,6 +3,8 @@
 #include "MacHardwareCollector.h"
 #include "MenuBarItem.h"
 #include "Server.h"
+#include "SharedCaptions.h"
+#include "SystemWords.h"
 #include "computer/MacTile.h"
 #include "controls/ColorRole.h"
 
@@ -43,17 +45,37 @@ public:
     QString subtitle;
 };
 
-/// Texts inside the steps that name the system.
+/// The tour's fixed texts, but for those at the head of a step.
 struct TourWords {
     Q_GADGET
     QML_VALUE_TYPE(tourWords)
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString back MEMBER back)
+    Q_PROPERTY(QString serversNote MEMBER serversNote)
+    Q_PROPERTY(QString unlocked MEMBER unlocked)
+    Q_PROPERTY(QString price MEMBER price)
+    Q_PROPERTY(QString start MEMBER start)
+    Q_PROPERTY(QString support MEMBER support)
+    Q_PROPERTY(QString plea MEMBER plea)
+    Q_PROPERTY(QString donationPage MEMBER donationPage)
     Q_PROPERTY(QString barSymbol MEMBER barSymbol)
     Q_PROPERTY(QStringList barMenus MEMBER barMenus)
     Q_PROPERTY(QString pinsHeading MEMBER pinsHeading)
     Q_PROPERTY(QString unlockedFeatures MEMBER unlockedFeatures)
 
 public:
-    QString barSymbol; ///< at the start of the mock menu bar
+    QString title = QStringLiteral("Tarnwick Tour");
+    QString back = QStringLiteral("Back");
+    QString serversNote = QStringLiteral("Tarnwick auto-discovers your ~/.ssh/config and parses Docker containers with "
+                                         "1-click shell access.");
+    QString unlocked = QStringLiteral("All Features Unlocked");
+    QString price = SharedCaptions::price.toString();
+    QString start = QStringLiteral("Start Using Tarnwick");
+    QString support = QStringLiteral("Support Development");
+    QString plea = QStringLiteral("If you find Tarnwick helpful for your daily workflow, consider buying a coffee on "
+                                  "Ko-fi to support ongoing development.");
+    QString donationPage = QStringLiteral("Ko-fi Page");
+    QString barSymbol; ///< at the start of the mock bar
     QStringList barMenus;
     QString pinsHeading;
     QString unlockedFeatures;
@@ -103,13 +125,14 @@ public:
     friend bool operator==(const OnboardingContent&, const OnboardingContent&) = default;
 };
 
-[[nodiscard]] OnboardingContent onboardingContent(int step, const MacHardwareInfo& info, const MenuBarItemSet& pinned);
+[[nodiscard]] OnboardingContent onboardingContent(int step, const MacHardwareInfo& info, const MenuBarItemSet& pinned,
+                                                  const SystemWords& words);
 
 /// The tour's own samples of the pinned metrics, as the status item would join them; the product's name for none.
 [[nodiscard]] QString liveMenuBarPreview(const MenuBarItemSet& pinned);
-[[nodiscard]] QList<TourStep> tourSteps();
-[[nodiscard]] QList<FeatureBullet> featureBullets();
-[[nodiscard]] TourWords tourWords();
+[[nodiscard]] QList<TourStep> tourSteps(const SystemWords& words);
+[[nodiscard]] QList<FeatureBullet> featureBullets(const SystemWords& words);
+[[nodiscard]] TourWords tourWords(const SystemWords& words);
 /// The donation page, then the web site.
 [[nodiscard]] QList<TourLink> tourLinks();
 /// The entry that the tour shows as a card: a healthy server with three containers, checked just now.

@@ -9,7 +9,7 @@ OnboardingModel::OnboardingModel(ServerStore& store, UIState& ui, const ViewColl
     , ui_(ui)
     , collaborators_(collaborators)
     , cardActions_(store, ui, collaborators, demoServer_)
-    , pins_(store) {
+    , pins_(store, collaborators_.computer.words()) {
     ui.setExpandedServers(QSet(ui.expandedServers()) << demoServer_.id);
     if (!ui.macInfo())
         ui.setMacInfo(collaborators_.computer.info());
@@ -25,7 +25,7 @@ OnboardingModel::OnboardingModel(ServerStore& store, UIState& ui, const ViewColl
 
 OnboardingContent OnboardingModel::publishedContent() const {
     return onboardingContent(ui_.onboardingStep(), ui_.macInfo() ? *ui_.macInfo() : collaborators_.computer.info(),
-                             store_.settings().pinnedMenuBarItems);
+                             store_.settings().pinnedMenuBarItems, collaborators_.computer.words());
 }
 
 void OnboardingModel::update() {
@@ -37,9 +37,11 @@ void OnboardingModel::update() {
 }
 
 ServerCardContent OnboardingModel::demoCard() const {
-    return serverCardContent(demoServer_, {.isExpanded = ui_.isExpanded(demoServer_.id),
-                                           .isDragged = ui_.draggedServerId() == demoServer_.id,
-                                           .restartingContainerId = ui_.restartingContainerId()});
+    return serverCardContent(demoServer_,
+                             {.isExpanded = ui_.isExpanded(demoServer_.id),
+                              .isDragged = ui_.draggedServerId() == demoServer_.id,
+                              .restartingContainerId = ui_.restartingContainerId()},
+                             collaborators_.computer.words());
 }
 
 void OnboardingModel::back() {

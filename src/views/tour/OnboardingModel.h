@@ -40,9 +40,9 @@ public:
     [[nodiscard]] CardActions* cardActions() { return &cardActions_; }
     [[nodiscard]] PinListModel* pins() { return &pins_; }
     [[nodiscard]] QList<PinPresetButton> presets() const { return pinPresetButtons(tourCaption); }
-    [[nodiscard]] QList<TourStep> steps() const { return tourSteps(); }
-    [[nodiscard]] QList<FeatureBullet> bullets() const { return featureBullets(); }
-    [[nodiscard]] TourWords words() const { return tourWords(); }
+    [[nodiscard]] QList<TourStep> steps() const { return tourSteps(collaborators_.computer.words()); }
+    [[nodiscard]] QList<FeatureBullet> bullets() const { return featureBullets(collaborators_.computer.words()); }
+    [[nodiscard]] TourWords words() const { return tourWords(collaborators_.computer.words()); }
     [[nodiscard]] QList<TourLink> links() const { return tourLinks(); }
 
     Q_INVOKABLE void back();

@@ -54,7 +54,7 @@ FocusScope {
 
             x: 56
             y: 11
-            text: "Tarnwick Tour"
+            text: root.tour.words.title
             size: 14
             font.weight: Font.Bold
         }
@@ -137,7 +137,7 @@ FocusScope {
             implicitHeight: 28
             horizontalPadding: 14
             textSize: 12
-            text: "Back"
+            text: root.tour.words.back
             onClicked: root.tour.back()
         }
         PrimaryButton {

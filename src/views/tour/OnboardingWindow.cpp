@@ -12,7 +12,7 @@ OnboardingWindow::OnboardingWindow(ServerStore& store, UIState& ui, ViewCollabor
     : collaborators_(std::move(collaborators)), model_(store, ui, collaborators_) {
     setFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
              Qt::WindowCloseButtonHint);
-    setTitle(u"Welcome to Tarnwick"_s);
+    setTitle(SharedCaptions::welcome.toString());
     engine()->addImportPath(u"qrc:/qt/qml"_s);
     setInitialProperties({{u"tour"_s, QVariant::fromValue(&model_)}});
     setSource(QUrl(u"qrc:/qt/qml/Tarnwick/tour/OnboardingView.qml"_s));

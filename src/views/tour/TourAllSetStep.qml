@@ -49,7 +49,7 @@ Item {
                     anchors.left: seal.right
                     anchors.leftMargin: 8
                     anchors.verticalCenter: parent.verticalCenter
-                    text: "All Features Unlocked"
+                    text: root.tour.words.unlocked
                     size: 13
                     font.weight: Font.DemiBold
                 }
@@ -57,7 +57,7 @@ Item {
                     anchors.right: parent.right
                     anchors.verticalCenter: parent.verticalCenter
                     implicitHeight: 18
-                    text: "100% Free"
+                    text: root.tour.words.price
                     textWeight: Font.DemiBold
                     tint: Theme.textColor(ColorRole.Green)
                     color: Theme.translucent(Theme.green, 0.06)
@@ -74,7 +74,7 @@ Item {
             implicitHeight: 34
             horizontalPadding: 20
             symbol: "arrow.right.circle.fill"
-            text: "Start Using Tarnwick"
+            text: root.tour.words.start
             textSize: 13
             onClicked: root.tour.complete()
             Component.onCompleted: forceActiveFocus(Qt.OtherFocusReason)
@@ -99,7 +99,7 @@ Item {
                     anchors.left: heart.right
                     anchors.leftMargin: 8
                     anchors.verticalCenter: parent.verticalCenter
-                    text: "Support Development"
+                    text: root.tour.words.support
                     size: 12
                     font.weight: Font.DemiBold
                 }
@@ -107,13 +107,13 @@ Item {
                     objectName: text
                     anchors.right: parent.right
                     anchors.verticalCenter: parent.verticalCenter
-                    text: "Ko-fi Page"
+                    text: root.tour.words.donationPage
                     onClicked: root.tour.open(root.tour.links[0])
                 }
             }
             Paragraph {
                 width: parent.width
-                text: "If you find Tarnwick helpful for your daily workflow, consider buying a coffee on Ko-fi to support ongoing development."
+                text: root.tour.words.plea
             }
             Row {
                 id: links

@@ -51,7 +51,7 @@ Item {
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
                 lineHeight: 1.2
-                text: "Tarnwick auto-discovers your ~/.ssh/config and parses Docker containers with 1-click shell access."
+                text: root.tour.words.serversNote
                 size: 10
                 color: Theme.secondary
             }
