@@ -19,7 +19,7 @@ struct SystemWords {
     QStringView systemBar;        ///< "macOS menu bar"
     QStringView systemBarInShort; ///< "macOS bar"
     QStringView barSymbol;        ///< at the start of the tour's sample of a bar
-    QStringView barMenus;         ///< what follows there, separated by spaces
+    QStringView barMenus;         ///< what follows there, separated by spaces; may be empty
 
     // This computer.
     QStringView computer;       ///< "Mac", in "your …"

@@ -15,7 +15,7 @@ inline constexpr SystemWords linuxWords{
     .systemBar = u"panel",
     .systemBarInShort = u"panel",
     .barSymbol = u"square.grid.2x2",
-    .barMenus = u"Tarnwick", // no menus: seven figures fit beside it
+    .barMenus = u"", // a panel has none, so seven figures fit
 
     .computer = u"computer",
     .model = u"Computer",

@@ -73,7 +73,7 @@ QList<FeatureBullet> featureBullets(const SystemWords& words) {
 
 TourWords tourWords(const SystemWords& words) {
     return {.barSymbol = words.barSymbol.toString(),
-            .barMenus = words.barMenus.toString().split(u' '),
+            .barMenus = words.barMenus.toString().split(u' ', Qt::SkipEmptyParts),
             .pinsHeading = u"PIN TO %1"_s.arg(words.bar.toString().toUpper()),
             .unlockedFeatures = u"Unlimited remote SSH servers, Docker container controls, native %1, and customizable "
                                 "%2 pinning are completely free."_s.arg(words.telemetry, words.bar)};
