@@ -26,16 +26,13 @@ void collect(const QQuickItem* item, QSet<QString>& texts) {
 struct AllViews : ViewRig {
     QSet<QString> texts;
 
-    explicit AllViews(const SystemWords& words) : ViewRig(fleet(), words) {
-        store->editSettings([](AppSettings& settings) { settings.pinnedMenuBarItems = pins(PinPreset::All); });
-        sshHosts = {{u"new"_s, u"192.0.2.9"_s, u"me"_s, 22, {}}};
-    }
-    static QList<Server> fleet() {
+    explicit AllViews(const SystemWords& words) : ViewRig({}, words) {
         QList<Server> servers = StoreRig::fleet(u"lr");
         servers[0].isLocal = true;
-        servers[0].metrics = ServerMetrics();
-        servers[1].metrics = ServerMetrics();
-        return servers;
+        servers[0].metrics = servers[1].metrics = ServerMetrics();
+        store->setServers(servers);
+        store->editSettings([](AppSettings& settings) { settings.pinnedMenuBarItems = pins(PinPreset::All); });
+        sshHosts = {{u"new"_s, u"192.0.2.9"_s, u"me"_s, 22, {}}};
     }
     void look() {
         QSignalSpy frames(view.get(), &QQuickWindow::frameSwapped);
@@ -71,11 +68,10 @@ struct AllViews : ViewRig {
         lookElsewhere();
     }
     void lookElsewhere() {
-        Server server = StoreRig::server(u"r"_s);
         ServerMetrics full;
         full.diskUsedGB = full.diskTotalGB = full.memoryUsedMB = full.memoryTotalMB = 1;
         for (const ServerMetrics& metrics : {full, ServerMetrics::offline(u"refused"_s)})
-            for (const Alert& alert : alertsFor(server, metrics, {})) {
+            for (const Alert& alert : alertsFor(StoreRig::server(u"r"_s), metrics, {})) {
                 const auto posted = NotificationService::notification(alert.title, alert.message, true);
                 texts += {posted.title, posted.subtitle, posted.body};
             }
