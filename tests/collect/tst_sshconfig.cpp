@@ -5,8 +5,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <ctime>
-
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -68,16 +66,6 @@ private Q_SLOTS:
         QVERIFY(QDir().rmdir(path));
         QCOMPARE(::mkfifo(path.toLocal8Bit().constData(), 0600), 0);
         QCOMPARE(SSHConfigParser::parseUserConfig(), QList<SSHConfigHost>()); // and does not wait for a writer
-    }
-
-    void isQuick() {
-        QString text = u"# "_s + QString(1 << 20, u'x') + u'\n';
-        for (int i = 0; i < 5000; ++i)
-            text += u"Host h%1\n  HostName 10.0.0.1\n  User u\n  Port 22\n  IdentityFile ~/.ssh/k\n\n"_s.arg(i);
-        const std::clock_t start = std::clock(); // of the processor: other programs do not count
-        QCOMPARE(SSHConfigParser::parse(text, u"/home/me"_s).size(), 5000);
-        const auto milliseconds = (std::clock() - start) * 1000 / CLOCKS_PER_SEC;
-        QVERIFY2(milliseconds < 500, qPrintable(QString::number(milliseconds))); // a few, but for sanitizers
     }
 };
 
