@@ -12,10 +12,11 @@ Rectangle {
     property bool rounded: true
 
     readonly property bool showsCards: !popover.content.isEmpty
+    /// The topmost sheet. The page keeps its own size while it is hidden by one.
+    readonly property Item sheet: tour.shown ?? macInfo.shown ?? settings.shown ?? addServer.shown
 
-    implicitWidth: Math.max(400, addServer.room.width, settings.room.width, macInfo.room.width, tour.room.width)
-    implicitHeight: Math.max(page.implicitHeight, addServer.room.height, settings.room.height, macInfo.room.height,
-                             tour.room.height)
+    implicitWidth: sheet?.implicitWidth ?? page.width
+    implicitHeight: sheet?.implicitHeight ?? page.implicitHeight
     width: implicitWidth
     height: implicitHeight
     radius: rounded ? Theme.radiusWindow : 0
@@ -26,7 +27,8 @@ Rectangle {
     Column {
         id: page
 
-        width: parent.width
+        width: 400
+        visible: !root.sheet
 
         PopoverHeader {
             width: parent.width
@@ -63,7 +65,7 @@ Rectangle {
         anchors.fill: parent
         radius: root.radius
         color: "transparent"
-        border.color: Theme.layer(0.16)
+        border.color: Theme.windowEdge
     }
 
     SheetHost {

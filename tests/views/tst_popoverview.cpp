@@ -65,11 +65,13 @@ private Q_SLOTS:
                 desk.click(button);
                 QVERIFY(desk.ui.property(flag).toBool());
                 QTRY_COMPARE(desk.view->size(), size);
+                // The page is out of sight, and as it was.
+                QVERIFY(!desk.item(u"serverList"_s));
+                QCOMPARE(desk.view->rootObject()->findChild<QQuickItem*>(u"serverList"_s)->width(), 400 - 2 * 12);
                 // The keyboard stays on the sheet.
                 for (int tab = 0; tab < 30; ++tab) {
                     desk.press(Qt::Key_Tab);
-                    QVERIFY(!desk.item(u"Refresh All Servers"_s)->hasActiveFocus());
-                    QVERIFY(!desk.item(u"Web"_s)->hasActiveFocus());
+                    QVERIFY(desk.view->activeFocusItem()->isVisible());
                 }
                 desk.press(Qt::Key_Escape);
                 QTRY_VERIFY(!desk.ui.property(flag).toBool());
@@ -81,7 +83,7 @@ private Q_SLOTS:
             // The popover may be closed with its sheets open.
             desk.click(button);
             desk.ui.setShowingOnboarding(true);
-            QTRY_COMPARE(desk.view->size(), QSize(540, std::max(size.height(), 510)));
+            QTRY_COMPARE(desk.view->size(), QSize(540, 510));
         }
     }
 

@@ -4,8 +4,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick
 
-/// Shows one sheet over the window. It dims what is below, keeps the keyboard focus inside, and asks to be dismissed
-/// when Escape is pressed. Later sheets lie over earlier ones. The sheet is built each time it is presented.
+/// Shows one sheet over the window, which takes the sheet's size. It keeps the keyboard focus inside, and asks to be
+/// dismissed when Escape is pressed. Later sheets lie over earlier ones. The sheet is built each time it is presented.
 T.Popup {
     id: root
 
@@ -13,7 +13,6 @@ T.Popup {
     property Component sheet
     property bool presented: false
     property real radius: 0
-    readonly property size room: visible ? Qt.size(implicitWidth, implicitHeight) : Qt.size(0, 0)
     /// The sheet while it is presented.
     property Item shown: null
     /// Gets the keyboard focus back when the sheet closes.
@@ -21,8 +20,8 @@ T.Popup {
     signal dismissed
 
     visible: presented && sheet !== null
-    x: Math.round(((parent?.width ?? 0) - implicitWidth) / 2)
     modal: true
+    dim: false
     focus: true
     closePolicy: T.Popup.CloseOnEscape
     implicitWidth: implicitContentWidth
@@ -32,7 +31,9 @@ T.Popup {
         shown = sheet.createObject(contentItem) as Item;
     }
     onClosed: {
-        shown?.destroy();
+        const leaving = shown;
+        shown = null;
+        leaving?.destroy();
         focusedBefore?.forceActiveFocus(Qt.PopupFocusReason);
         dismissed();
     }
@@ -42,13 +43,9 @@ T.Popup {
         implicitWidth: root.shown?.implicitWidth ?? 0
         implicitHeight: root.shown?.implicitHeight ?? 0
     }
-    T.Overlay.modal: Rectangle {
-        radius: root.radius
-        color: Theme.shade
-    }
     background: Rectangle {
         radius: root.radius
         color: Theme.window
-        border.color: Theme.layer(0.14)
+        border.color: Theme.windowEdge
     }
 }

@@ -21,7 +21,7 @@ QtObject {
     readonly property color knobPressed: dark ? "#D6D6D8" : "#ECECEE"
     readonly property color menu: dark ? "#323337" : "#FCFCFD"
     readonly property color hairline: layer(0.1)
-    readonly property color shade: dark ? Qt.rgba(0, 0, 0, 0.45) : Qt.rgba(0, 0, 0, 0.25)
+    readonly property color windowEdge: layer(0.16)
 
     readonly property color primary: layer(dark ? 0.92 : 0.88)
     readonly property color secondary: layer(dark ? 0.6 : 0.56)
