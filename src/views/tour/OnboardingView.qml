@@ -38,7 +38,7 @@ FocusScope {
         id: header
 
         width: root.width
-        height: 56
+        height: 48
         radius: root.radius
 
         ApplicationIcon {
@@ -53,7 +53,7 @@ FocusScope {
             id: title
 
             x: 56
-            y: 11
+            y: 8
             text: root.tour.words.title
             size: 14
             font.weight: Font.Bold
@@ -61,7 +61,7 @@ FocusScope {
         PlainText {
             objectName: "stepSubtitle"
             x: 56
-            y: 29
+            y: 25
             text: root.tour.content.stepSubtitle
             color: Theme.secondary
         }
@@ -125,7 +125,7 @@ FocusScope {
 
         y: root.height - height
         width: root.width
-        height: 50
+        height: 46
         radius: root.radius
         isFoot: true
 

@@ -2,59 +2,47 @@ import QtQuick
 import Tarnwick
 
 /// This computer's own figures.
-Item {
+TourPage {
     id: root
 
-    required property OnboardingModel tour
-    required property tourStep step
+    spacing: 10
 
-    Column {
-        anchors.centerIn: parent
-        width: parent.width - 48
-        spacing: 10
+    Rectangle {
+        width: parent.width
+        height: 50
+        radius: Theme.radiusCard
+        color: Theme.layer(0.04)
 
-        TourTitle {
-            width: parent.width
-            bottomPadding: 2
-            step: root.step
+        Symbol {
+            x: 14
+            anchors.verticalCenter: parent.verticalCenter
+            name: "macmini.fill"
+            side: 22
+            color: Theme.blue
         }
-        Rectangle {
-            width: parent.width
-            height: 50
-            radius: Theme.radiusCard
-            color: Theme.layer(0.04)
-
-            Symbol {
-                x: 14
-                anchors.verticalCenter: parent.verticalCenter
-                name: "macmini.fill"
-                side: 22
-                color: Theme.blue
-            }
-            PlainText {
-                x: 50
-                y: 9
-                width: parent.width - x - 14
-                text: root.tour.content.machineHeading
-                size: 13
-                font.weight: Font.Bold
-            }
-            PlainText {
-                x: 50
-                y: 27
-                width: parent.width - x - 14
-                text: root.tour.content.machineIdentity
-                size: 10
-                color: Theme.secondary
-            }
+        PlainText {
+            x: 50
+            y: 9
+            width: parent.width - x - 14
+            text: root.tour.content.machineHeading
+            size: 13
+            font.weight: Font.Bold
         }
-        TourMetrics {
-            width: parent.width
-            group: root.tour.content.loads
+        PlainText {
+            x: 50
+            y: 27
+            width: parent.width - x - 14
+            text: root.tour.content.machineIdentity
+            size: 10
+            color: Theme.secondary
         }
-        TourMetrics {
-            width: parent.width
-            group: root.tour.content.thermals
-        }
+    }
+    TourMetrics {
+        width: parent.width
+        group: root.tour.content.loads
+    }
+    TourMetrics {
+        width: parent.width
+        group: root.tour.content.thermals
     }
 }

@@ -4,54 +4,43 @@ import QtQuick
 import Tarnwick
 
 /// Lets the user try pinning. It changes the real pins.
-Item {
+TourPage {
     id: root
 
-    required property OnboardingModel tour
-    required property tourStep step
+    spacing: 12
 
-    Column {
-        anchors.centerIn: parent
-        width: parent.width - 48
-        spacing: 12
+    MockMenuBar {
+        width: parent.width
+        words: root.tour.words
+        preview: root.tour.content.menuBarPreview
+    }
+    Block {
+        width: parent.width
+        spacing: 6
 
-        TourTitle {
+        Item {
             width: parent.width
-            step: root.step
-        }
-        MockMenuBar {
-            width: parent.width
-            words: root.tour.words
-            preview: root.tour.content.menuBarPreview
-        }
-        Block {
-            width: parent.width
-            spacing: 2
+            height: 26
 
-            Item {
-                width: parent.width
-                height: 26
-
-                PlainText {
-                    anchors.verticalCenter: parent.verticalCenter
-                    anchors.verticalCenterOffset: -2
-                    text: root.tour.words.pinsHeading
-                    size: 10
-                    font.weight: Font.DemiBold
-                    color: Theme.secondary
-                }
-                PinPresetButtons {
-                    anchors.right: parent.right
-                    presets: root.tour.presets
-                    pins: root.tour.pins
-                }
+            PlainText {
+                anchors.verticalCenter: parent.verticalCenter
+                anchors.verticalCenterOffset: -2
+                text: root.tour.words.pinsHeading
+                size: 10
+                font.weight: Font.DemiBold
+                color: Theme.secondary
             }
-            Repeater {
-                model: root.tour.pins
-                delegate: PinCheckRow {
-                    width: parent?.width ?? 0
-                    pins: root.tour.pins
-                }
+            PinPresetButtons {
+                anchors.right: parent.right
+                presets: root.tour.presets
+                pins: root.tour.pins
+            }
+        }
+        Repeater {
+            model: root.tour.pins
+            delegate: PinCheckRow {
+                width: parent?.width ?? 0
+                pins: root.tour.pins
             }
         }
     }
