@@ -17,7 +17,7 @@ struct Ground {
     QColor label;
 };
 
-constexpr std::array sizes{14, 24, 48};
+constexpr std::array sizes{16, 24, 48};
 constexpr int columns = 3;
 constexpr int rowHeight = 60;
 constexpr int columnWidth = 310;

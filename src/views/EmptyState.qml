@@ -14,7 +14,7 @@ Column {
     Symbol {
         anchors.horizontalCenter: parent.horizontalCenter
         name: "server.rack"
-        side: 28
+        side: 32
         color: Theme.secondary
     }
     PlainText {

@@ -22,7 +22,7 @@ Band {
     }
     Row {
         anchors.right: parent.right
-        anchors.rightMargin: 14
+        anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         spacing: 4
 
@@ -41,7 +41,6 @@ Band {
         IconButton {
             text: root.popover.words.hardware
             symbol: "macmini"
-            symbolSize: 15
             onClicked: root.ui.showingMacInfoSheet = true
         }
         IconButton {

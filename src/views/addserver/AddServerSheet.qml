@@ -30,7 +30,6 @@ FocusScope {
 
             anchors.verticalCenter: parent.verticalCenter
             name: "server.rack"
-            side: 18
             color: Theme.blue
         }
         PlainText {

@@ -37,7 +37,7 @@ FocusScope {
             Symbol {
                 anchors.horizontalCenter: parent.horizontalCenter
                 name: "doc.text.magnifyingglass"
-                side: 28
+                side: 32
                 color: Theme.secondary
             }
             PlainText {

@@ -28,15 +28,15 @@ Column {
     Rectangle {
         visible: root.content.hasFailed
         width: parent.width
-        height: Math.max(errorText.height, warning.height) + 14
+        height: Math.max(errorText.height, 14) + 14
         radius: Theme.radiusControl
         color: Theme.translucent(Theme.red, 0.1)
 
         Symbol {
             id: warning
 
-            x: 9
-            y: 7
+            x: 8
+            y: 6
             name: "exclamationmark.triangle.fill"
             color: Theme.textColor(ColorRole.Red)
         }
@@ -44,7 +44,7 @@ Column {
             id: errorText
 
             anchors.left: warning.right
-            anchors.leftMargin: 7
+            anchors.leftMargin: 6
             anchors.right: parent.right
             anchors.rightMargin: 9
             anchors.verticalCenter: parent.verticalCenter

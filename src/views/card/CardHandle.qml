@@ -29,6 +29,7 @@ Item {
     Symbol {
         id: grip
 
+        x: -2 // its lines begin below the bars' left end
         anchors.verticalCenter: parent.verticalCenter
         name: "line.3.horizontal"
         color: Theme.translucent(Theme.secondary, Theme.secondary.a * 0.5)

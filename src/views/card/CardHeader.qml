@@ -60,26 +60,31 @@ Item {
         IconButton {
             text: root.content.pauseHelp
             symbol: root.content.pauseSymbol
-            symbolSize: 16
             tint: Theme.color(root.content.pauseRole)
+            activeTint: root.content.isEnabled ? Theme.primary : tint
             onClicked: root.actions.togglePause(root.content.id)
         }
         IconButton {
             visible: root.content.isEnabled
             text: root.actions.words.openSSH
-            symbol: "terminal.fill"
+            symbol: "terminal"
+            tint: Theme.secondary
+            activeTint: Theme.primary
             onClicked: root.actions.openSSH(root.content.id)
         }
         IconButton {
             visible: root.content.isEnabled
             text: root.actions.words.refresh
             symbol: "arrow.clockwise"
+            tint: Theme.secondary
+            activeTint: Theme.primary
             onClicked: root.actions.refresh(root.content.id)
         }
         IconButton {
             text: root.actions.words.remove
             symbol: "trash"
-            tint: Theme.translucent(Theme.secondary, Theme.secondary.a * 0.7)
+            tint: Theme.secondary
+            activeTint: Theme.textColor(ColorRole.Red)
             onClicked: root.actions.remove(root.content.id)
         }
     }

@@ -65,7 +65,6 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.entry.opensSubmenu
             name: "chevron.right"
-            side: 12
             color: Theme.secondary
         }
     }

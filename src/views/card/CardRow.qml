@@ -15,7 +15,7 @@ Pressable {
     Symbol {
         id: start
 
-        x: 6
+        x: 4
         anchors.verticalCenter: parent.verticalCenter
         name: root.symbol
         color: Theme.blue
@@ -42,7 +42,7 @@ Pressable {
         id: end
 
         anchors.right: parent.right
-        anchors.rightMargin: 6
+        anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
         name: root.endSymbol
         color: root.endTint

@@ -76,7 +76,7 @@ Rectangle {
 
                 text: root.content.shellHelp
                 symbol: "terminal"
-                tint: root.content.shellEnabled ? Theme.blue : Theme.translucent(Theme.secondary, 0.3)
+                tint: root.content.shellEnabled ? Theme.blue : Theme.translucent(Theme.secondary, Theme.secondary.a * 0.3)
                 enabled: root.content.shellEnabled
                 pales: false
                 onClicked: root.shellRequested()
@@ -93,7 +93,8 @@ Rectangle {
         IconButton {
             text: root.restartHelp
             symbol: "arrow.clockwise"
-            symbolSize: 13
+            tint: Theme.secondary
+            activeTint: Theme.primary
             enabled: root.content.restartEnabled
             busy: root.content.restarting
             onClicked: root.restartRequested()

@@ -22,7 +22,6 @@ Pressable {
             x: 10
             anchors.verticalCenter: parent.verticalCenter
             name: root.fleet.symbol
-            side: 15
             color: root.fleet.isPinned ? Theme.blue : Theme.translucent(Theme.secondary, Theme.secondary.a / 2)
         }
         PlainText {

@@ -40,13 +40,12 @@ Rectangle {
                 Symbol {
                     anchors.verticalCenter: parent.verticalCenter
                     name: line.fact.symbol
-                    side: 13
                     color: Theme.secondary
                 }
                 PlainText {
                     id: label
 
-                    x: 20
+                    x: 22
                     anchors.verticalCenter: parent.verticalCenter
                     text: line.fact.label
                     color: Theme.secondary

@@ -35,7 +35,7 @@ FocusScope {
             Symbol {
                 anchors.centerIn: parent
                 name: "macmini.fill"
-                side: 20
+                side: 24
                 color: Theme.blue
             }
         }

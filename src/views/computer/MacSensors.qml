@@ -31,7 +31,6 @@ Rectangle {
                 x: 12
                 anchors.verticalCenter: parent.verticalCenter
                 name: "sensor.tag.radiowaves.forward"
-                side: 14
                 color: Theme.secondary
             }
             PlainText {
@@ -47,7 +46,6 @@ Rectangle {
                 x: parent.width - width - 12
                 anchors.verticalCenter: parent.verticalCenter
                 name: root.content.sensorsSymbol
-                side: 12
                 color: Theme.secondary
             }
         }

@@ -27,6 +27,6 @@ Rectangle {
         tint: root.tint
         textSize: root.textSize
         textWeight: root.textWeight
-        symbolSize: root.textSize + 1
+        symbolSize: 12
     }
 }

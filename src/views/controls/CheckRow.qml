@@ -52,13 +52,12 @@ Pressable {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.symbol !== ""
             name: root.symbol
-            side: 14
             color: root.symbolTint
         }
         PlainText {
             id: label
 
-            x: root.symbol !== "" ? 20 : 0
+            x: root.symbol !== "" ? 22 : 0
             anchors.verticalCenter: parent.verticalCenter
             width: detail.x - 8 - x
             text: root.text

@@ -8,7 +8,8 @@ Pressable {
 
     property string symbol
     property color tint: Theme.primary
-    property real symbolSize: 14
+    /// The symbol's colour under the pointer and with the keyboard.
+    property color activeTint: tint
     property bool busy: false
     /// Whether it is drawn paler while it is disabled.
     property bool pales: true
@@ -25,8 +26,7 @@ Pressable {
             visible: !root.busy
             opacity: root.enabled || !root.pales ? 1 : 0.4
             name: root.symbol
-            color: root.tint
-            side: root.symbolSize
+            color: root.enabled && (root.hovered || root.visualFocus) ? root.activeTint : root.tint
         }
         Spinner {
             anchors.centerIn: parent

@@ -16,13 +16,12 @@ Item {
     Symbol {
         anchors.verticalCenter: parent.verticalCenter
         name: root.symbol
-        side: 14
         color: root.tint
     }
     PlainText {
         id: title
 
-        x: 19
+        x: 20
         anchors.verticalCenter: parent.verticalCenter
         text: root.text
         size: 12

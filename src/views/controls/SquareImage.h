@@ -10,7 +10,7 @@ namespace tarnwick {
 class SquareImage : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS
-    /// Side of the drawing; also the implicit size.
+    /// Side of the drawing; also the implicit size. At 16 and its multiples the symbols' lines are whole pixels.
     Q_PROPERTY(qreal side READ side WRITE setSide NOTIFY sideChanged)
 
 public:
@@ -31,7 +31,7 @@ protected:
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
-    qreal side_ = 14;
+    qreal side_ = 16;
     QImage image_;
     bool imageChanged_ = false;
 };

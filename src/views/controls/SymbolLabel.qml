@@ -11,7 +11,7 @@ Item {
     property color symbolTint: tint
     property real textSize: 11
     property int textWeight: Font.Normal
-    property real symbolSize: textSize + 2
+    property real symbolSize: 16
     property bool symbolLast: false
     property alias spacing: row.spacing
 

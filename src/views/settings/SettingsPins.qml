@@ -20,7 +20,6 @@ Block {
 
             anchors.verticalCenter: parent.verticalCenter
             name: "menubar.rectangle"
-            side: 15
             color: Theme.primary
         }
         PlainText {

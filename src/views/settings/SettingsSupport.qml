@@ -16,7 +16,6 @@ Block {
 
             anchors.verticalCenter: parent.verticalCenter
             name: "heart.circle.fill"
-            side: 16
             color: Theme.pink
         }
         PlainText {

@@ -16,7 +16,6 @@ Pressable {
             x: 12
             anchors.verticalCenter: parent.verticalCenter
             name: "sparkles"
-            side: 16
             color: Theme.purple
         }
         PlainText {
@@ -33,7 +32,6 @@ Pressable {
             anchors.rightMargin: 12
             anchors.verticalCenter: parent.verticalCenter
             name: "chevron.right"
-            side: 12
             color: Theme.secondary
         }
     }

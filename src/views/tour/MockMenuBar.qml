@@ -27,7 +27,6 @@ Rectangle {
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
             name: root.words.barSymbol
-            side: 14
             color: Theme.primary
         }
         Repeater {
@@ -48,7 +47,6 @@ Rectangle {
         anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
         name: "thermometer.medium"
-        side: 14
         color: Theme.primary
     }
     PlainText {

@@ -83,7 +83,6 @@ TourPage {
 
                 anchors.verticalCenter: parent.verticalCenter
                 name: "heart.fill"
-                side: 16
                 color: Theme.pink
             }
             PlainText {

@@ -17,7 +17,7 @@ TourPage {
             x: 14
             anchors.verticalCenter: parent.verticalCenter
             name: "macmini.fill"
-            side: 22
+            side: 24
             color: Theme.blue
         }
         PlainText {

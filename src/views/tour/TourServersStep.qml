@@ -18,14 +18,14 @@ TourPage {
         height: note.height
 
         Symbol {
+            anchors.verticalCenter: parent.verticalCenter
             name: "info.circle"
-            side: 13
             color: Theme.blue
         }
         PlainText {
             id: note
 
-            x: 20
+            x: 22
             width: parent.width - x
             wrapMode: Text.Wrap
             maximumLineCount: 2

@@ -45,13 +45,13 @@ Item {
                     Symbol {
                         y: 1
                         name: bullet.modelData.symbol
-                        side: 21
+                        side: 24
                         color: Theme.color(bullet.modelData.role)
                     }
                     Column {
                         id: text
 
-                        x: 34
+                        x: 36
                         width: parent.width - x
                         spacing: 2
 
