@@ -100,6 +100,11 @@ Item {
         }
     }
 
+    ScrollFade {
+        width: root.width - 8
+        height: root.height
+        area: list
+    }
     Timer {
         id: scroller
 

@@ -87,13 +87,13 @@ FocusScope {
         id: scroll
 
         objectName: "scroll"
+        x: 14
         y: header.height + 1
-        width: root.width
-        height: root.height - y
+        width: root.width - 2 * x + 10
+        height: root.height - y - 1
 
         Column {
-            x: 14
-            width: scroll.width - 28
+            width: scroll.width - 10
             topPadding: 12
             bottomPadding: 14
             spacing: 12

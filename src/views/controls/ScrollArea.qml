@@ -4,7 +4,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick
 
-/// A column that scrolls when it is higher than its room. It scrolls to the control that gets the keyboard focus.
+/// A column that scrolls when it is higher than its room. It scrolls to the control that gets the keyboard focus. Its
+/// right 10 pixels are for the scroll bar.
 Flickable {
     id: root
 
@@ -32,6 +33,13 @@ Flickable {
             contentY = Math.max(0, top - margin);
         else if (top + extent + margin > contentY + height)
             contentY = Math.min(highest, top + extent + margin - height);
+    }
+
+    readonly property ScrollFade fade: ScrollFade {
+        parent: root
+        width: root.width - 10
+        height: root.height
+        area: root
     }
 
     T.ScrollBar.vertical: ListScrollBar {}
