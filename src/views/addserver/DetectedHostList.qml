@@ -69,14 +69,25 @@ FocusScope {
             Keys.onEnterPressed: root.server.importHost(currentIndex)
             Keys.onSpacePressed: root.server.importHost(currentIndex)
 
-            T.ScrollBar.vertical: ListScrollBar {}
+            T.ScrollBar.vertical: ListScrollBar {
+                id: bar
+            }
 
             delegate: DetectedHostRow {
-                width: list.width - 8
+                width: list.width - (bar.visible ? bar.width : 0)
                 words: root.server.words
+                isLast: index === list.count - 1
                 isCurrent: list.activeFocus && ListView.isCurrentItem
                 onImportRequested: index => root.server.importHost(index)
             }
+        }
+        ScrollFade {
+            x: list.x
+            y: list.y
+            width: list.width - 8
+            height: list.height
+            area: list
+            ground: Qt.tint(Theme.window, frame.color)
         }
     }
 }

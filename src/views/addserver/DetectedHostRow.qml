@@ -9,9 +9,10 @@ Item {
     required property detectedHost content
     required property addServerWords words
     property bool isCurrent: false
+    property bool isLast: false
     signal importRequested(int index)
 
-    implicitHeight: 52
+    implicitHeight: Math.max(52, texts.height + 20)
     Accessible.role: Accessible.ListItem
     Accessible.name: content.alias
     Accessible.description: content.address
@@ -25,10 +26,12 @@ Item {
         border.color: Theme.blue
     }
     Column {
+        id: texts
+
         x: 10
         anchors.verticalCenter: parent.verticalCenter
         width: action.x - x - 10
-        spacing: 1
+        spacing: 2
 
         PlainText {
             width: parent.width
@@ -89,6 +92,7 @@ Item {
 
     Divider {
         anchors.bottom: parent.bottom
+        visible: !root.isLast
         x: 10
         width: parent.width - 20
         color: Theme.layer(0.06)
