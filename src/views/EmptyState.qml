@@ -38,6 +38,7 @@ Column {
     }
     PrimaryButton {
         anchors.horizontalCenter: parent.horizontalCenter
+        isLarge: true
         text: root.words.addFirst
         onClicked: root.addRequested()
     }

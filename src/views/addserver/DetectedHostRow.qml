@@ -79,9 +79,6 @@ Item {
             objectName: "import"
             anchors.right: parent.right
             visible: !root.content.isAdded
-            implicitHeight: 24
-            horizontalPadding: 12
-            textSize: 11
             text: root.words.importHost
             focusPolicy: Qt.NoFocus
             activeFocusOnTab: false

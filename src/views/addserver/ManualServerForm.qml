@@ -23,7 +23,7 @@ FocusScope {
         width: parent.width + 10
         anchors.top: parent.top
         anchors.bottom: buttons.top
-        anchors.bottomMargin: 8
+        anchors.bottomMargin: 12
         spacing: 6
 
         LabeledField {
@@ -131,15 +131,12 @@ FocusScope {
 
         anchors.bottom: parent.bottom
         width: parent.width
-        height: 28
+        height: 24
 
         PushButton {
             objectName: "cancel"
             anchors.right: save.left
             anchors.rightMargin: 8
-            implicitHeight: 28
-            horizontalPadding: 14
-            textSize: 12
             text: root.server.words.cancel
             onClicked: {
                 root.server.resetForm();

@@ -15,7 +15,8 @@ Pressable {
     Accessible.checkable: true
     Accessible.checked: fleet.isPinned
     radius: Theme.radiusRow
-    fill: Theme.layer(0.03)
+    fill: fleet.isPinned ? Theme.pinned : Theme.layer(0.03)
+    edge: fleet.isPinned ? Theme.pinnedEdge : "transparent"
 
     contentItem: Item {
         Symbol {

@@ -10,8 +10,8 @@ Pressable {
     text: tile.title
     implicitHeight: 80
     radius: Theme.radiusCard
-    fill: tile.isPinned ? Theme.translucent(Theme.blue, 0.08) : Theme.layer(0.03)
-    edge: tile.isPinned ? Theme.translucent(Theme.blue, 0.4) : "transparent"
+    fill: tile.isPinned ? Theme.pinned : Theme.layer(0.03)
+    edge: tile.isPinned ? Theme.pinnedEdge : "transparent"
     help: tile.help
     Accessible.role: Accessible.CheckBox
     Accessible.name: tile.title

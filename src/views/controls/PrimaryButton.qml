@@ -6,12 +6,12 @@ Pressable {
     id: root
 
     property string symbol
-    property real textSize: 12
+    property bool isLarge: false
     /// The symbol follows the text.
     property bool symbolLast: false
 
-    implicitHeight: 28
-    horizontalPadding: 14
+    implicitHeight: isLarge ? 28 : 24
+    horizontalPadding: isLarge ? 14 : 10
     opacity: enabled ? 1 : 0.45
 
     background: Rectangle {
@@ -26,7 +26,7 @@ Pressable {
     contentItem: SymbolLabel {
         symbol: root.symbol
         text: root.text
-        textSize: root.textSize
+        textSize: root.isLarge ? 12 : 11
         textWeight: Font.DemiBold
         tint: Theme.prominentText
         symbolLast: root.symbolLast

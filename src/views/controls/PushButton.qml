@@ -6,11 +6,12 @@ Pressable {
     id: root
 
     property string symbol
-    property real textSize: 11
+    property bool isLarge: false
+    property real textSize: isLarge ? 12 : 11
     property color tint: Theme.primary
 
-    implicitHeight: 24
-    horizontalPadding: 10
+    implicitHeight: isLarge ? 28 : 24
+    horizontalPadding: isLarge ? 14 : 10
     opacity: enabled ? 1 : 0.45
     fill: Theme.button
     edge: Theme.buttonEdge

@@ -17,7 +17,7 @@ FocusScope {
             chosen(index);
     }
 
-    implicitHeight: 26
+    implicitHeight: 24
     activeFocusOnTab: true
     Keys.onLeftPressed: choose(current - 1)
     Keys.onRightPressed: choose(current + 1)

@@ -33,6 +33,9 @@ QtObject {
     readonly property color green: dark ? "#34C759" : "#2AA84A"
     readonly property color orange: dark ? "#FF9F2E" : "#E8830C"
     readonly property color red: dark ? "#FF5D52" : "#D92D20"
+    /// Behind a metric that is pinned, and around it.
+    readonly property color pinned: translucent(blue, 0.08)
+    readonly property color pinnedEdge: translucent(blue, 0.4)
     readonly property color purple: dark ? "#BF6BFF" : "#8F4BD8"
     readonly property color pink: dark ? "#FF5C93" : "#E0407B"
     /// Under white text, and the same in both modes: 4.6 : 1.

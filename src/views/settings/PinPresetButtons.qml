@@ -18,7 +18,6 @@ Row {
             required property pinPresetButton modelData
 
             objectName: text
-            implicitHeight: 22
             horizontalPadding: 8
             text: modelData.caption
             onClicked: root.pins.choose(modelData.preset)

@@ -134,9 +134,7 @@ FocusScope {
             x: 18
             anchors.verticalCenter: parent.verticalCenter
             visible: root.tour.content.showsBack
-            implicitHeight: 28
-            horizontalPadding: 14
-            textSize: 12
+            isLarge: true
             text: root.tour.words.back
             onClicked: root.tour.back()
         }
@@ -147,6 +145,7 @@ FocusScope {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.tour.content.nextCaption !== ""
             focus: true
+            isLarge: true
             text: root.tour.content.nextCaption
             symbol: "chevron.right"
             symbolLast: true

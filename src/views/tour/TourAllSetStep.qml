@@ -62,11 +62,10 @@ TourPage {
     PrimaryButton {
         objectName: "start"
         anchors.horizontalCenter: parent.horizontalCenter
-        implicitHeight: 34
+        isLarge: true
         horizontalPadding: 20
         symbol: "arrow.right.circle.fill"
         text: root.tour.words.start
-        textSize: 13
         onClicked: root.tour.complete()
         Component.onCompleted: forceActiveFocus(Qt.OtherFocusReason)
     }

@@ -20,11 +20,10 @@ TourPage {
 
         Item {
             width: parent.width
-            height: 26
+            height: 24
 
             PlainText {
                 anchors.verticalCenter: parent.verticalCenter
-                anchors.verticalCenterOffset: -2
                 text: root.tour.words.pinsHeading
                 size: 10
                 font.weight: Font.DemiBold
