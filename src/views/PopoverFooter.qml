@@ -13,13 +13,15 @@ Band {
     isFoot: true
     color: Theme.layer(0.02)
 
-    PlainText {
+    FigureText {
         x: 14
         anchors.verticalCenter: parent.verticalCenter
         width: Math.min(implicitWidth, links.x - x - 8)
         text: root.popover.content.updatedText
         size: 10
         color: Theme.secondary
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
     Row {
         id: links

@@ -1,7 +1,9 @@
 #include "ViewRig.h"
+#include "controls/TabularText.h"
 
 #include <QAccessible>
 #include <QElapsedTimer>
+#include <QFontMetricsF>
 #include <QPointer>
 
 using namespace Qt::StringLiterals;
@@ -227,6 +229,24 @@ private Q_SLOTS:
             QTRY_VERIFY(!desk.item(line));
             QCOMPARE(desk.savedPins(), pins);
         }
+    }
+
+    void figuresKeepTheirWidth() {
+        TabularText figure;
+        figure.setFont(QFont(u"Inter"_s));
+        const QFontMetricsF metrics(figure.font());
+        QVERIFY(metrics.horizontalAdvance(u"1111"_s) < 0.9 * metrics.horizontalAdvance(u"8888"_s));
+        figure.setText(u"1111 ms"_s);
+        const double width = figure.implicitWidth();
+        figure.setText(u"8888 ms"_s);
+        QCOMPARE(figure.implicitWidth(), width);
+
+        QList<Server> servers = StoreRig::fleet(u"a");
+        servers[0].metrics = metricsWith();
+        PopoverRig desk(servers);
+        QVERIFY(qobject_cast<TabularText*>(desk.item(u"0.0%"_s)));
+        desk.ui.setShowingMacInfoSheet(true);
+        QVERIFY(qobject_cast<TabularText*>(desk.item(u"57.8\u00b0C"_s)));
     }
 
     void drawsNothingUntouched() {

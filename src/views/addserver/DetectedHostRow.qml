@@ -67,8 +67,6 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.content.isAdded
             text: root.words.added
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
             textWeight: Font.Medium
             padding: 8
             implicitHeight: 18

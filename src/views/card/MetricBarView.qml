@@ -29,11 +29,10 @@ Item {
         font.weight: Font.Medium
         color: Theme.secondary
     }
-    PlainText {
+    FigureText {
         anchors.right: parent.right
-        width: parent.width - label.width - 8
+        width: Math.min(implicitWidth, parent.width - label.width - 8)
         height: 14
-        horizontalAlignment: Text.AlignRight
         text: root.content.detail
         size: 10
     }

@@ -24,21 +24,19 @@ Item {
         side: 12
         color: Theme.blue
     }
-    PlainText {
+    FigureText {
         y: 14
         width: root.width
         text: root.tile.value
         size: 19
         font.weight: Font.Bold
         color: Theme.figureColor(root.tile.role)
-        Accessible.ignored: true
     }
-    PlainText {
+    FigureText {
         y: root.subtitleTop
         width: root.width
         text: root.tile.subtitle
         size: 9
         color: Theme.secondary
-        Accessible.ignored: true
     }
 }

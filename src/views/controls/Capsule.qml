@@ -16,6 +16,8 @@ Rectangle {
     implicitHeight: 16
     radius: 5
     color: Theme.layer(0.08)
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
 
     SymbolLabel {
         id: label

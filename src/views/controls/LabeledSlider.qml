@@ -24,14 +24,13 @@ Column {
             size: 12
             Accessible.ignored: true
         }
-        PlainText {
+        FigureText {
             id: valueText
 
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
             size: 12
             color: Theme.secondary
-            Accessible.ignored: true
         }
     }
     ValueSlider {

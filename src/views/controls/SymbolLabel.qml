@@ -35,7 +35,7 @@ Item {
             color: root.symbolTint
             side: root.symbolSize
         }
-        PlainText {
+        FigureText {
             id: label
 
             anchors.verticalCenter: parent.verticalCenter

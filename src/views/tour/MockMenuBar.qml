@@ -20,9 +20,9 @@ Rectangle {
     Row {
         id: menus
 
-        x: 12
+        x: 10
         height: parent.height
-        spacing: 12
+        spacing: 10
 
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
@@ -49,17 +49,15 @@ Rectangle {
         name: "thermometer.medium"
         color: Theme.primary
     }
-    PlainText {
+    FigureText {
         id: item
 
         objectName: "preview"
         anchors.right: parent.right
-        anchors.rightMargin: 12
+        anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, root.width - menus.x - menus.width - 44)
+        width: Math.min(implicitWidth, root.width - menus.x - menus.width - 40)
         text: root.preview
-        size: 10
         font.weight: Font.Medium
-        Accessible.ignored: true
     }
 }
