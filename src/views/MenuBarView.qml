@@ -24,6 +24,11 @@ Rectangle {
     focus: true
     Keys.onEscapePressed: popover.close()
 
+    Binding {
+        target: Theme
+        property: "roundsWindows"
+        value: root.rounded
+    }
     Column {
         id: page
 

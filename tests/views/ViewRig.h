@@ -80,9 +80,20 @@ public:
     /// How often the view has asked to be closed.
     [[nodiscard]] qsizetype closings() const { return closings_->count(); }
 
-    /// The visible items that are named so or say so, from top to bottom; not those inside of another.
+    /// The content of the view's window, and of each of its open menus.
+    [[nodiscard]] QList<const QQuickItem*> roots() const {
+        QList<const QQuickItem*> roots{view->contentItem()};
+        for (const QWindow* window : QGuiApplication::topLevelWindows())
+            if (window->isVisible() && window->transientParent() == view.get())
+                roots += qobject_cast<const QQuickWindow*>(window)->contentItem();
+        return roots;
+    }
+    /// The visible items that are named so or say so, from top to bottom; not those inside of another. Those of the
+    /// view's menus, too.
     [[nodiscard]] QList<QQuickItem*> items(const QString& name) const {
-        QList<QQuickItem*> found = itemsBelow(view->contentItem(), name);
+        QList<QQuickItem*> found;
+        for (const QQuickItem* root : roots())
+            found += itemsBelow(root, name);
         std::ranges::stable_sort(found, {}, [](const QQuickItem* item) { return item->mapToScene({}).y(); });
         return found;
     }
@@ -93,8 +104,9 @@ public:
     /// Clicks the item once it is there and has come to rest; scrolls to it when it is out of sight.
     void click(const QString& name, qsizetype which = 0, Qt::MouseButton button = Qt::LeftButton) const {
         QPoint last;
+        QQuickItem* item = nullptr;
         const auto isAtRest = [&] {
-            QQuickItem* const item = items(name).value(which);
+            item = items(name).value(which);
             if (!item)
                 return false;
             if (isOutOfSight(item))
@@ -103,7 +115,7 @@ public:
             return before == last;
         };
         QTRY_VERIFY2(isAtRest(), qPrintable(QStringLiteral("nothing at rest says ") + name));
-        QTest::mouseClick(view.get(), button, {}, last);
+        QTest::mouseClick(item->window(), button, {}, last);
     }
     void press(Qt::Key key, int times = 1, Qt::KeyboardModifiers modifiers = {}) const {
         for (int time = 0; time < times; ++time)

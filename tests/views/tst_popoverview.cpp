@@ -229,6 +229,22 @@ private Q_SLOTS:
             QTRY_VERIFY(!desk.item(line));
             QCOMPARE(desk.savedPins(), pins);
         }
+        // The pointer on another line closes the submenu, and not the menu.
+        const auto pointAt = [&desk](const QString& line) {
+            for (const int x : {0, 1})
+                QTest::mouseMove(desk.item(line)->window(), middle(desk.item(line)) + QPoint(x, 0));
+        };
+        desk.store->setServers({servers[0]});
+        QTRY_VERIFY(!desk.item(u"c"_s));
+        desk.click(u"h"_s, 0, Qt::RightButton);
+        const QString opener = u"Pin to Menu Bar..."_s;
+        QTRY_VERIFY(desk.item(opener));
+        QTRY_VERIFY(desk.item(opener)->window()->height() > desk.view->height()); // whole, beyond the popover's end
+        pointAt(opener);
+        QTRY_VERIFY(desk.item(rows[2].first));
+        pointAt(u"Move Down"_s);
+        QTRY_VERIFY(!desk.item(rows[2].first));
+        QVERIFY(desk.item(opener));
     }
 
     void figuresKeepTheirWidth() {

@@ -38,7 +38,8 @@ struct AllViews : ViewRig {
         QSignalSpy frames(view.get(), &QQuickWindow::frameSwapped);
         view->requestUpdate();
         QTRY_VERIFY(frames.count() > 0); // lists have their rows by then
-        collect(view->contentItem(), texts);
+        for (const QQuickItem* root : roots())
+            collect(root, texts);
     }
     void walk() {
         showPopover();
@@ -46,6 +47,7 @@ struct AllViews : ViewRig {
         click(u"l"_s, 0, Qt::RightButton);
         look();
         click(cardWords(sample.computer.words()).pinMenu);
+        QTRY_COMPARE(roots().size(), 3);
         look();
         press(Qt::Key_Escape);
 

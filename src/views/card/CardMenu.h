@@ -36,6 +36,7 @@ struct CardMenuEntry {
     Q_PROPERTY(bool isDestructive MEMBER isDestructive)
     Q_PROPERTY(bool isDivider READ isDivider)
     Q_PROPERTY(bool opensSubmenu READ opensSubmenu)
+    Q_PROPERTY(bool canBeChosen READ canBeChosen)
 
 public:
     QString text;
@@ -47,6 +48,7 @@ public:
     MenuBarItemSet pins = {};            ///< for assignPins
 
     [[nodiscard]] bool isDivider() const { return text.isEmpty(); }
+    [[nodiscard]] bool canBeChosen() const { return isEnabled && !isDivider(); }
     [[nodiscard]] bool opensSubmenu() const { return command == CardCommand::showPinMenu; }
 };
 

@@ -1,92 +1,107 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Templates as T
 import Tarnwick
 
-/// The context menu of a card; the pin submenu opens in its place. Arrows move, Return chooses, Left goes back from
-/// the submenu, Escape closes.
+/// The context menu of a card, and beside it the submenu of the pins. It has the keyboard while its windows show the
+/// entries: arrows move, Return chooses, Right opens the submenu, Left closes it, Escape closes all.
 T.Popup {
     id: root
 
     required property serverCardContent card
     required property CardActions actions
     property bool showsPins: false
+    /// The entry that opened the submenu.
+    property int opener: -1
+    /// Whether the keys act on the submenu.
+    property bool isInPins: false
+    readonly property CardMenuWindow keyed: isInPins ? pins : main
     /// The item that gets the keyboard back when the menu closes.
     property Item focusedBefore: null
+    readonly property rect area: Qt.rect(parent.Screen.virtualX, parent.Screen.virtualY, parent.Screen.width,
+                                         parent.Screen.height)
 
     function choose(entry: cardMenuEntry) {
         if (entry.opensSubmenu) {
             showsPins = true;
+            isInPins = true;
             return;
         }
         close();
         actions.choose(card.id, entry);
     }
 
-    function rowAt(index: int): CardMenuRow {
-        return list.itemAtIndex(index) as CardMenuRow;
-    }
-
-    /// Moves to the next entry that can be chosen, and past the last one to the first.
-    function step(by: int) {
-        let index = list.currentIndex < 0 && by < 0 ? list.count : list.currentIndex;
-        for (let passed = 0; passed < list.count; ++passed) {
-            index = (index + by + list.count) % list.count;
-            if (rowAt(index)?.canBeChosen) {
-                list.currentIndex = index;
-                return;
-            }
-        }
-    }
-
-    margins: 8
-    padding: 5
+    modal: true
+    dim: false
+    focus: true
     onAboutToShow: focusedBefore = parent.Window.activeFocusItem
     onClosed: focusedBefore?.forceActiveFocus(Qt.PopupFocusReason)
-    onShowsPinsChanged: list.currentIndex = -1
-    modal: true
-    focus: true
-    implicitWidth: 304
-    implicitHeight: Math.min(list.contentHeight + topPadding + bottomPadding, (parent?.Window.height ?? 0) - 2 * margins)
-
-    background: Rectangle {
-        radius: 8
-        color: Theme.menu
-        border.color: Theme.layer(0.16)
+    onShowsPinsChanged: {
+        opener = showsPins ? main.currentIndex : -1;
+        pins.currentIndex = -1;
     }
-    ListView {
-        id: list
 
-        anchors.fill: parent
-        clip: true
+    contentItem: Item {
         focus: true
-        boundsBehavior: Flickable.StopAtBounds
-        currentIndex: -1
-        highlightMoveDuration: 0
-        keyNavigationEnabled: false
-        // Rows out of sight exist, too, so that the arrow keys can skip them.
-        cacheBuffer: 1000
-        model: root.showsPins ? root.actions.pinMenu() : root.actions.menu(root.card.id)
-        delegate: CardMenuRow {
-            required property int index
-            required property cardMenuEntry modelData
-
-            width: list.width
-            entry: modelData
-            isCurrent: index === list.currentIndex
-            onChosen: root.choose(entry)
-            onPointed: list.currentIndex = index
+        Keys.onDownPressed: root.keyed.step(1)
+        Keys.onUpPressed: root.keyed.step(-1)
+        Keys.onLeftPressed: {
+            root.isInPins = false;
+            root.showsPins = false;
         }
-        T.ScrollBar.vertical: ListScrollBar {}
-        Accessible.role: Accessible.PopupMenu
-        Accessible.name: root.showsPins ? root.actions.words.pinMenu : root.card.name
-        Keys.onDownPressed: root.step(1)
-        Keys.onUpPressed: root.step(-1)
-        Keys.onLeftPressed: root.showsPins = false
-        Keys.onRightPressed: if (root.rowAt(currentIndex)?.entry.opensSubmenu) root.showsPins = true
-        Keys.onReturnPressed: root.rowAt(currentIndex)?.choose()
-        Keys.onEnterPressed: root.rowAt(currentIndex)?.choose()
-        Keys.onSpacePressed: root.rowAt(currentIndex)?.choose()
+        Keys.onRightPressed: {
+            if (main.opensSubmenu && !root.isInPins) {
+                main.chooseCurrent();
+                pins.step(1);
+            }
+        }
+        Keys.onReturnPressed: root.keyed.chooseCurrent()
+        Keys.onEnterPressed: root.keyed.chooseCurrent()
+        Keys.onSpacePressed: root.keyed.chooseCurrent()
+    }
+
+    CardMenuWindow {
+        id: main
+
+        readonly property bool opensSubmenu: entries[currentIndex]?.opensSubmenu ?? false
+
+        transientParent: root.parent.Window.window
+        visible: root.visible
+        entries: root.visible ? root.actions.menu(root.card.id) : []
+        name: root.card.name
+        area: root.area
+        corner: root.parent.mapToGlobal(root.x, root.y)
+        onChosen: entry => root.choose(entry)
+        onPointed: {
+            root.isInPins = false;
+            // The way to the submenu may lead across other entries.
+            if (opensSubmenu !== root.showsPins)
+                turn.restart();
+            else
+                turn.stop();
+        }
+    }
+    CardMenuWindow {
+        id: pins
+
+        transientParent: root.parent.Window.window
+        visible: root.visible && root.showsPins
+        entries: root.showsPins ? root.actions.pinMenu() : []
+        name: root.actions.words.pinMenu
+        area: root.area
+        corner: Qt.point(main.x + main.width - 4, main.y + main.topOf(root.opener))
+        leftOf: main.x + 4
+        above: root.area.bottom
+        onChosen: entry => root.choose(entry)
+        onPointed: {
+            turn.stop();
+            main.currentIndex = root.opener;
+            root.isInPins = true;
+        }
+    }
+    Timer {
+        id: turn
+
+        interval: 200
+        onTriggered: root.showsPins = main.opensSubmenu
     }
 }

@@ -8,12 +8,11 @@ Item {
     required property cardMenuEntry entry
     property bool isCurrent: false
     readonly property color tint: entry.isDestructive ? Theme.textColor(ColorRole.Red) : Theme.primary
-    readonly property bool canBeChosen: entry.isEnabled && !entry.isDivider
     signal chosen
     signal pointed
 
     function choose() {
-        if (canBeChosen)
+        if (entry.canBeChosen)
             chosen();
     }
 
@@ -30,7 +29,7 @@ Item {
     }
     Rectangle {
         anchors.fill: parent
-        visible: root.isCurrent && root.canBeChosen
+        visible: root.isCurrent && root.entry.canBeChosen
         radius: 5
         color: Theme.layer(0.08)
     }

@@ -20,6 +20,8 @@ QtObject {
     readonly property color knob: dark ? "#F2F2F3" : "#FFFFFF"
     readonly property color knobPressed: dark ? "#D6D6D8" : "#ECECEE"
     readonly property color menu: dark ? "#323337" : "#FCFCFD"
+    /// Whether windows can have round corners. Their own window says so.
+    property bool roundsWindows: false
     readonly property color hairline: layer(0.1)
     readonly property color windowEdge: layer(0.16)
 
