@@ -26,12 +26,14 @@ Band {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 4
 
-        IconButton {
-            text: root.popover.words.refresh
-            symbol: "arrow.clockwise"
-            busy: root.popover.content.isRefreshing
-            enabled: !busy
-            onClicked: root.popover.refreshAll()
+        DisabledHelp {
+            IconButton {
+                text: root.popover.words.refresh
+                symbol: "arrow.clockwise"
+                busy: root.popover.content.isRefreshing
+                enabled: !busy
+                onClicked: root.popover.refreshAll()
+            }
         }
         IconButton {
             text: root.popover.words.add

@@ -67,13 +67,8 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
 
-        Item {
-            width: shell.width
-            height: shell.height
-
+        DisabledHelp {
             IconButton {
-                id: shell
-
                 text: root.content.shellHelp
                 symbol: "terminal"
                 tint: root.content.shellEnabled ? Theme.blue : Theme.translucent(Theme.secondary, Theme.secondary.a * 0.3)
@@ -81,23 +76,17 @@ Rectangle {
                 pales: false
                 onClicked: root.shellRequested()
             }
-            // A disabled button gets no hover events, but this one has to explain why it is disabled.
-            HoverHandler {
-                id: pointer
-            }
-            HelpTip {
-                text: shell.text
-                wanted: pointer.hovered && !shell.enabled
-            }
         }
-        IconButton {
-            text: root.restartHelp
-            symbol: "arrow.clockwise"
-            tint: Theme.secondary
-            activeTint: Theme.primary
-            enabled: root.content.restartEnabled
-            busy: root.content.restarting
-            onClicked: root.restartRequested()
+        DisabledHelp {
+            IconButton {
+                text: root.restartHelp
+                symbol: "arrow.clockwise"
+                tint: Theme.secondary
+                activeTint: Theme.primary
+                enabled: root.content.restartEnabled
+                busy: root.content.restarting
+                onClicked: root.restartRequested()
+            }
         }
     }
 }
