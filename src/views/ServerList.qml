@@ -47,6 +47,26 @@ Item {
     implicitHeight: Math.min(list.contentHeight + list.topMargin + list.bottomMargin, longest)
     clip: true
 
+    // A list that becomes shorter by a card takes as long as the cards that move up.
+    Behavior on implicitHeight {
+        enabled: removal.running
+        NumberAnimation {
+            duration: Theme.listDuration
+            easing.type: Easing.InOutQuad
+        }
+    }
+    Timer {
+        id: removal
+
+        interval: Theme.listDuration
+    }
+    Connections {
+        target: root.servers
+        function onRowsRemoved() {
+            removal.restart();
+        }
+    }
+
     ListView {
         id: list
 
@@ -75,6 +95,7 @@ Item {
             onDragEnded: root.endDrag()
             Keys.onUpPressed: list.itemAtIndex(index - 1)?.forceActiveFocus(Qt.TabFocusReason)
             Keys.onDownPressed: list.itemAtIndex(index + 1)?.forceActiveFocus(Qt.TabFocusReason)
+            Component.onCompleted: followsSlowly = true
         }
 
         T.ScrollBar.vertical: ListScrollBar {
@@ -96,6 +117,13 @@ Item {
                 to: 1
                 duration: Theme.listDuration
                 easing.type: Easing.InOutQuad
+            }
+        }
+        remove: Transition {
+            NumberAnimation {
+                property: "opacity"
+                to: 0
+                duration: Theme.listDuration / 2 // gone before others move over it
             }
         }
     }

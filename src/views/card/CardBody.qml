@@ -11,6 +11,9 @@ Column {
     required property CardActions actions
     /// Space below the body; none below rows to press, which reach down to the card's edge.
     readonly property real bottomRoom: below.visible ? 0 : 12
+    /// While the list of containers opens or closes, this changes its height by itself.
+    readonly property bool isFolding: (containers.count > 0 ? containers.itemAt(0) as CardContainers : null)?.isFolding
+                                      ?? false
 
     Row {
         visible: root.content.notice !== ""
@@ -76,6 +79,8 @@ Column {
         width: parent.width
 
         Repeater {
+            id: containers
+
             model: root.content.containersText !== "" ? 1 : 0
             delegate: CardContainers {
                 width: root.width

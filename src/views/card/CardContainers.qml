@@ -11,6 +11,7 @@ Column {
     required property CardActions actions
     /// 0 folded, 1 open.
     property real opened: content.isExpanded ? 1 : 0
+    readonly property bool isFolding: opened > 0 && opened < 1
 
     Behavior on opened {
         NumberAnimation {

@@ -9,6 +9,8 @@ Item {
 
     required property serverCardContent content
     required property CardActions actions
+    /// Whether a change of its height is animated.
+    property bool followsSlowly: false
     /// The pointer, in scene coordinates, while the card is dragged by its head.
     signal dragMoved(point position)
     signal dragEnded
@@ -18,7 +20,18 @@ Item {
         popup.open();
     }
 
-    implicitHeight: body.y + body.height + body.bottomRoom
+    readonly property real naturalHeight: body.y + body.height + body.bottomRoom
+    property real shownHeight: naturalHeight
+
+    Behavior on shownHeight {
+        enabled: root.followsSlowly && !body.isFolding
+        NumberAnimation {
+            duration: Theme.listDuration
+            easing.type: Easing.InOutQuad
+        }
+    }
+
+    implicitHeight: shownHeight
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.name: content.name
@@ -33,6 +46,7 @@ Item {
 
     Rectangle {
         anchors.fill: parent
+        clip: root.height < root.naturalHeight
         radius: Theme.radiusCard
         opacity: root.content.isDragged ? 0.6 : 1
         scale: root.content.isDragged ? 0.98 : 1
