@@ -185,7 +185,7 @@ private Q_SLOTS:
         QCOMPARE(rig.items(u"import"_s).size(), 2);
     }
 
-    void readsTheConfigurationWithEachSheet() {
+    void readsTheConfigurationWithEachSheetAndChange() {
         AddServerRig rig;
         rig.ui.setAddServerTab(1);
         for (const int count : {0, 5'000, 1}) {
@@ -193,6 +193,21 @@ private Q_SLOTS:
             QCOMPARE(rig.showAddServer()->importCaption(), u"Import from ~/.ssh/config (%1)"_s.arg(count));
             QVERIFY(rig.items(u"import"_s).size() < 20); // rows out of sight are not built
             QCOMPARE(rig.item(u"hosts"_s) == nullptr, count == 0);
+        }
+        const std::function<void()> rebuilds[] = {
+            [&] { rig.store->addServer(StoreRig::server(u"new"_s)); },
+            [&] {
+                QTRY_VERIFY(rig.probes.contains(u"new"_s));
+                rig.probes[u"new"_s].answer(ServerMetrics());
+            },
+            [&] { rig.ui.setAddServerTab(0); },
+            [&] { rig.ui.setAddServerTab(1); },
+        };
+        for (int count = 2; const auto& rebuild : rebuilds) {
+            rig.sshHosts = QList<SSHConfigHost>(count, host(u"h"_s, u"x"_s));
+            rebuild();
+            QTRY_VERIFY(rig.item(u"Import from ~/.ssh/config (%1)"_s.arg(count)));
+            ++count;
         }
     }
 };

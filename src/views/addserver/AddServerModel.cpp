@@ -6,16 +6,17 @@ AddServerModel::AddServerModel(ServerStore& store, UIState& ui, const ViewCollab
     : QObject(parent)
     , store_(store)
     , ui_(ui)
+    , collaborators_(collaborators)
     , words_(addServerWords(collaborators.computer.words()))
-    , hosts_(collaborators.sshHosts())
-    , markAddedSoon_(this, [this] { markAdded(); })
+    , readHostsSoon_(this, [this] { readHosts(); })
     , canSave_(canSaveForm(ui)) {
     connect(&ui, &UIState::newServerNameChanged, this, &AddServerModel::updateCanSave);
     connect(&ui, &UIState::newServerHostChanged, this, &AddServerModel::updateCanSave);
-    markAdded();
-    connect(&store, &ServerStore::serversChanged, this, &AddServerModel::markAdded);
+    readHosts();
+    connect(&store, &ServerStore::serversChanged, this, &AddServerModel::readHosts);
+    connect(&ui, &UIState::addServerTabChanged, this, &AddServerModel::readHosts);
     // Probe results arrive in bursts.
-    connect(&store, &ServerStore::serverChanged, this, [this] { markAddedSoon_.request(); });
+    connect(&store, &ServerStore::serverChanged, this, [this] { readHostsSoon_.request(); });
 }
 
 void AddServerModel::updateCanSave() {
@@ -26,13 +27,17 @@ void AddServerModel::updateCanSave() {
     Q_EMIT canSaveChanged();
 }
 
-void AddServerModel::markAdded() {
+void AddServerModel::readHosts() {
+    hosts_ = collaborators_.sshHosts();
     const FleetIndex fleet(store_.servers());
     QList<DetectedHost> rows;
     rows.reserve(hosts_.size());
     for (const SSHConfigHost& host : hosts_)
         rows += detectedHost(host, fleet.contains(host));
+    const bool countChanges = rows.size() != rows_.rows().size();
     rows_.setRows(rows);
+    if (countChanges)
+        Q_EMIT importCaptionChanged();
 }
 
 void AddServerModel::saveManual() {

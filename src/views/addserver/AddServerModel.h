@@ -12,8 +12,8 @@
 
 namespace tarnwick {
 
-/// What the add-server sheet shows and can do. It reads the user's ssh configuration when it is made, so each sheet has
-/// a model of its own. The form's fields are in the UI state.
+/// What the add-server sheet shows and can do. It reads the user's ssh configuration when it is made, and again when
+/// the fleet changes or the other tab is chosen. The form's fields are in the UI state.
 class AddServerModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -21,12 +21,12 @@ class AddServerModel : public QObject {
     Q_PROPERTY(tarnwick::UIState* ui READ ui CONSTANT)
     Q_PROPERTY(bool canSave READ canSave NOTIFY canSaveChanged)
     Q_PROPERTY(tarnwick::AddServerWords words READ words CONSTANT)
-    Q_PROPERTY(QString importCaption READ importCaption CONSTANT)
+    Q_PROPERTY(QString importCaption READ importCaption NOTIFY importCaptionChanged)
     /// The hosts of the ssh configuration, in the file's order; the fleet has some of them already.
     Q_PROPERTY(QAbstractItemModel* hosts READ hosts CONSTANT)
 
 public:
-    /// Store and state must outlive the model.
+    /// All three must outlive the model.
     AddServerModel(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators, QObject* parent = nullptr);
 
     [[nodiscard]] UIState* ui() const { return &ui_; }
@@ -45,17 +45,19 @@ public:
 
 Q_SIGNALS:
     void canSaveChanged();
+    void importCaptionChanged();
 
 private:
     void updateCanSave();
-    void markAdded();
+    void readHosts();
 
     ServerStore& store_;
     UIState& ui_;
+    const ViewCollaborators& collaborators_;
     const AddServerWords words_;
-    const QList<SSHConfigHost> hosts_;
+    QList<SSHConfigHost> hosts_;
     RowListModel<DetectedHost> rows_;
-    OncePerTurn markAddedSoon_;
+    OncePerTurn readHostsSoon_;
     bool canSave_;
 };
 
