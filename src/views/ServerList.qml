@@ -128,6 +128,19 @@ Item {
         }
     }
 
+    /// A drag that has left the window and comes back.
+    DropArea {
+        anchors.fill: parent
+        keys: ["text/plain"]
+        onEntered: drag => drag.accepted = root.actions.accepts(drag.text)
+        onPositionChanged: drag => root.followDrag(mapToItem(null, drag.x, drag.y))
+        onExited: root.endDrag()
+        onDropped: drop => {
+            drop.accept(Qt.MoveAction);
+            root.endDrag();
+            root.actions.endDrag();
+        }
+    }
     ScrollFade {
         width: root.width - 8
         height: root.height

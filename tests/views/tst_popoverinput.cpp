@@ -1,6 +1,8 @@
 #include "ViewRig.h"
 #include "card/ServerDropDelegate.h"
 
+#include <QMimeData>
+
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
@@ -32,6 +34,45 @@ private Q_SLOTS:
             QVERIFY(!desk.ui.draggedServerId());
             QCOMPARE(desk.names().join(u' '), order);
         }
+    }
+
+    /// Beyond the popover it is a drag of the desktop: of the card's id as plain text, which the cards accept.
+    void draggingOutAndBack() {
+        const QList<Server> servers = StoreRig::numbered(3);
+        PopoverRig desk(servers);
+        QTRY_VERIFY(desk.item(u"3"_s));
+        const auto idOf = [&servers](int which) {
+            return servers[which].id.toString(QUuid::WithoutBraces).toUpper();
+        };
+        const auto drop = [&desk](const QString& text) {
+            QMimeData data;
+            data.setText(text);
+            const QPoint place = middle(desk.item(u"1"_s));
+            QDragEnterEvent enter(place, Qt::MoveAction, &data, Qt::LeftButton, {});
+            QDragMoveEvent move(place + QPoint(1, 0), Qt::MoveAction, &data, Qt::LeftButton, {});
+            QDropEvent end(place, Qt::MoveAction, &data, Qt::LeftButton, {});
+            for (QEvent* event :
+                 {static_cast<QEvent*>(&enter), static_cast<QEvent*>(&move), static_cast<QEvent*>(&end)})
+                QCoreApplication::sendEvent(desk.view.get(), event);
+            return enter.isAccepted();
+        };
+        QVERIFY(!drop(idOf(2))); // nothing is dragged
+        const auto drag = [&desk](const QString& name, QPoint way) {
+            const QPoint start = middle(desk.item(name));
+            QTest::mousePress(desk.view.get(), Qt::LeftButton, {}, start);
+            QTest::mouseMove(desk.view.get(), start + QPoint(12, 0));
+            QTest::mouseMove(desk.view.get(), start + way);
+        };
+        drag(u"3"_s, {20, 0});
+        QVERIFY(!drop(idOf(1)));
+        QVERIFY(desk.saves([&] { QVERIFY(drop(idOf(2))); }));
+        QCOMPARE(desk.names().join(u' '), u"3 1 2"_s);
+        QVERIFY(!desk.ui.draggedServerId());
+        QTest::mouseRelease(desk.view.get(), Qt::LeftButton, {}, {});
+        // This platform's own drags end at once, although the button is down.
+        drag(u"2"_s, {-200, 0});
+        QTRY_VERIFY(!desk.ui.draggedServerId());
+        QTest::mouseRelease(desk.view.get(), Qt::LeftButton, {}, {});
     }
 
     void dropDelegatePassingOverSeveral() {

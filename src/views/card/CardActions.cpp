@@ -2,7 +2,10 @@
 
 #include "ServerDropDelegate.h"
 
+#include <QDrag>
 #include <QFutureWatcher>
+#include <QGuiApplication>
+#include <QMimeData>
 #include <QPointer>
 
 #include <algorithm>
@@ -36,6 +39,20 @@ void followRestart(const QFuture<bool>& restarted, QPointer<ServerStore> store, 
         else
             finish();
     });
+}
+
+/// What a dragged card offers.
+QString idText(const QUuid& serverId) {
+    return serverId.toString(QUuid::WithoutBraces).toUpper();
+}
+
+/// Returns after the drop.
+void dragText(const QString& text) {
+    auto* const drag = new QDrag(qGuiApp); // not of the window, which may be closed meanwhile
+    auto* const data = new QMimeData;
+    data->setText(text);
+    drag->setMimeData(data);
+    drag->exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
 }
 
 } // namespace
@@ -139,6 +156,23 @@ void CardActions::beginDrag(const QUuid& serverId) {
 void CardActions::dragEntered(const QUuid& targetId) {
     if (const auto target = server(targetId))
         ServerDropDelegate{*target, store_, ui_}.dropEntered();
+}
+
+void CardActions::dragOut() {
+    const auto dragged = ui_.draggedServerId();
+    if (!dragged)
+        return;
+    // Not within the handling of the mouse's move, which belongs to a window that may be gone after the drag.
+    const auto carry = [self = QPointer(this), text = idText(*dragged)] {
+        dragText(text);
+        if (self)
+            self->endDrag();
+    };
+    QMetaObject::invokeMethod(qGuiApp, carry, Qt::QueuedConnection);
+}
+
+bool CardActions::accepts(const QString& text) const {
+    return ui_.draggedServerId() && text == idText(*ui_.draggedServerId());
 }
 
 void CardActions::endDrag() {

@@ -47,6 +47,11 @@ public:
 
     Q_INVOKABLE void beginDrag(const QUuid& serverId);
     Q_INVOKABLE void dragEntered(const QUuid& targetId);
+    /// Continues the drag of a card beyond the window: its id is offered as plain text to whatever accepts a drop,
+    /// until the drag ends. To be called while the mouse button is down.
+    Q_INVOKABLE void dragOut();
+    /// Whether a text that is dragged over the cards is the id of the card that is dragged.
+    Q_INVOKABLE [[nodiscard]] bool accepts(const QString& text) const;
     /// Clears the drag mark and saves the order, whether the drag ended over a card or not.
     Q_INVOKABLE void endDrag();
 

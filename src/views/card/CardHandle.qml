@@ -8,15 +8,19 @@ Item {
     required property serverCardContent content
     required property cardWords words
     property bool isDragging: false
+    /// Whether the drag has left the window. From then on it is one of the desktop's.
+    property bool isOutside: false
     signal dragBegan
     /// The pointer, in scene coordinates.
     signal dragMoved(point position)
+    signal dragLeft
     signal dragEnded
 
     function endDrag() {
         if (!isDragging)
             return;
         isDragging = false;
+        isOutside = false;
         dragEnded();
     }
 
@@ -96,7 +100,12 @@ Item {
                 root.isDragging = true;
                 root.dragBegan();
             }
-            root.dragMoved(mapToItem(null, mouse.x, mouse.y));
+            const position = mapToItem(null, mouse.x, mouse.y);
+            root.dragMoved(position);
+            if (!root.isOutside && !Window.contentItem.contains(position)) {
+                root.isOutside = true;
+                root.dragLeft();
+            }
         }
         onReleased: root.endDrag()
         onCanceled: root.endDrag()

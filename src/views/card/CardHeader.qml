@@ -22,6 +22,7 @@ Item {
         words: root.actions.words
         onDragBegan: root.actions.beginDrag(root.content.id)
         onDragMoved: position => root.dragMoved(position)
+        onDragLeft: root.actions.dragOut()
         onDragEnded: {
             root.actions.endDrag();
             root.dragEnded();
