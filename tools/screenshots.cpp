@@ -1,7 +1,8 @@
-// Takes the documentation's pictures of the running program, on a desktop and with servers of its own:
+// Takes the documentation's pictures of the running program, on a composited desktop and with servers of its own:
 // screenshots FOLDER
 #include "Coding.h"
 #include "DesktopSession.h"
+#include "Files.h"
 #include "PictureFleet.h"
 #include "ScreenReader.h"
 #include "UserHome.h"
@@ -13,6 +14,7 @@
 #include <QThread>
 
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <functional>
 #include <stdexcept>
@@ -31,6 +33,23 @@ struct Look {
     bool isDark;
 };
 constexpr std::array looks{Look{u"-2x", 2, false}, Look{u"", 1, false}, Look{u"-dark", 1, true}};
+
+/// Around the window in a picture, for its shadow; times the scale.
+constexpr int margin = 32;
+constexpr QStringView ground = u"#d3d9e0";
+/// Where windows are moved for their picture: on the plain ground, away from the panel.
+constexpr QPoint placeOnStage{160, 160};
+
+/// The compositing manager, with the shadow of a usual desktop.
+constexpr QStringView compositorSettings = uR"(
+backend = "xrender";
+shadow = true;
+shadow-radius = %1;
+shadow-opacity = 0.35;
+shadow-offset-x = -%1;
+shadow-offset-y = -%2;
+wintypes: { utility = { full-shadow = true; }; };
+)";
 
 /// The mouse action before the picture.
 enum class Hand { rests, presses, scrolls };
@@ -98,11 +117,36 @@ void write(const QString& path, QByteArrayView contents) {
         fail(u"Cannot write "_s + path);
 }
 
+/// A plain ground and a compositing manager, while this exists: windows may be round there, and have shadows.
+class Stage {
+public:
+    Stage(const QString& folder, int scale) : processFile_(folder + u"/compositor.pid"_s) {
+        const QString settings = folder + u"/compositor"_s;
+        write(settings, compositorSettings.toString().arg(20 * scale).arg(12 * scale).toUtf8());
+        if (QProcess::execute(u"hsetroot"_s, {u"-solid"_s, ground.toString()}) != 0)
+            fail(u"hsetroot does not work"_s);
+        // It goes to the background once it composes.
+        if (QProcess::execute(u"picom"_s, {u"--config"_s, settings, u"-b"_s, u"--write-pid-path"_s, processFile_}) != 0)
+            fail(u"picom does not start"_s);
+    }
+    ~Stage() {
+        const int process = readFile(processFile_).trimmed().toInt();
+        if (process > 0 && ::kill(process, SIGTERM) == 0)
+            for (const QDeadlineTimer deadline(DesktopSession::patience);
+                 ::kill(process, 0) == 0 && !deadline.hasExpired();)
+                QThread::msleep(50);
+    }
+    Q_DISABLE_COPY_MOVE(Stage)
+
+private:
+    QString processFile_;
+};
+
 /// Takes pictures of one program in one look.
 class Photographer {
 public:
     Photographer(const UserHome& home, const DesktopSession& desktop, QString folder, Look look)
-        : home_(home), desktop_(desktop), folder_(std::move(folder)), look_(look) {
+        : home_(home), desktop_(desktop), folder_(std::move(folder)), look_(look), stage_(home.folder(), look.scale) {
         write(home_.folder() + u"/.config/kdeglobals"_s, look.isDark ? darkColors : QByteArrayView());
     }
     ~Photographer() { end(); }
@@ -166,14 +210,24 @@ private:
             fail(u"The pointer does not obey"_s);
     }
 
-    /// Saves a picture of the program's window once nothing moves in it. While a probe runs it does not; then after 6
-    /// s.
+    /// Saves a picture of the program's window and its shadow once nothing moves in it. While a probe runs it does not;
+    /// then after 6 s.
     void save(const QString& path) const {
+        const QByteArray window = desktop_.windows().value(0, "none");
+        const QString move =
+            u"windowmove %1 %2 %3"_s.arg(QString::fromLatin1(window)).arg(placeOnStage.x()).arg(placeOnStage.y());
+        const int around = margin * look_.scale;
         QImage image;
         for (const QDeadlineTimer deadline(6s); !deadline.hasExpired();) {
+            // Each time: a window that becomes larger goes back to its own place.
+            if (!desktop_.xdotool(move))
+                fail(u"The window does not move"_s);
             QThread::msleep(500); // longer than any animation's pause
-            const QImage now = desktop_.picture(desktop_.windows().value(0, "none"));
-            if (std::exchange(image, now) == now)
+            const QImage screen = desktop_.picture();
+            const QRect place(placeOnStage, desktop_.picture(window).size());
+            const QImage now = screen.copy(place.adjusted(-around, -around, around, around));
+            const bool isOnStage = screen.pixelColor(place.center()) != QColor(ground);
+            if (std::exchange(image, now) == now && isOnStage)
                 break;
         }
         // Qt does not let us choose the filter that compresses such pictures best.
@@ -189,6 +243,7 @@ private:
     const DesktopSession& desktop_;
     QString folder_;
     Look look_;
+    Stage stage_;
     QProcess program_;
 };
 
