@@ -48,6 +48,9 @@ private Q_SLOTS:
         desk.click(u"Refresh All Servers"_s);
         QVERIFY(desk.store->isRefreshing());
         desk.click(u"Refresh All Servers"_s); // disabled meanwhile
+        QTest::mouseMove(desk.view.get(), {1, 1});
+        QTest::mouseMove(desk.view.get(), middle(desk.item(u"Refresh All Servers"_s)));
+        QTRY_VERIFY(desk.items(u"Refresh All Servers"_s).size() > 1); // its help text
         QCOMPARE(desk.probed, QStringList({u"a"_s}));
         desk.probes[u"a"_s].answer(metricsWith());
         QTRY_VERIFY(desk.item(u"Refresh All Servers"_s)->isEnabled());
@@ -263,6 +266,19 @@ private Q_SLOTS:
         QVERIFY(qobject_cast<TabularText*>(desk.item(u"0.0%"_s)));
         desk.ui.setShowingMacInfoSheet(true);
         QVERIFY(qobject_cast<TabularText*>(desk.item(u"57.8\u00b0C"_s)));
+    }
+
+    void changesOfHeightAreAnimated() {
+        const QList<Server> before = StoreRig::fleet(u"ab");
+        QList<Server> grown = before;
+        grown[0].metrics = metricsWith(); // bars in place of a notice
+        for (const QList<Server>& after : {grown, before.first(1)}) {
+            PopoverRig desk(before);
+            QSet<int> heights;
+            connect(desk.view.get(), &QWindow::heightChanged, this, [&heights](int height) { heights += height; });
+            desk.store->setServers(after);
+            QTRY_VERIFY(heights.size() > 3);
+        }
     }
 
     void drawsNothingUntouched() {
