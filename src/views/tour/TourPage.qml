@@ -7,7 +7,7 @@ Item {
 
     required property OnboardingModel tour
     required property tourStep step
-    property real margin: 24
+    property real margin: 18 // as of the head and the buttons
     property alias spacing: column.spacing
     property alias titleSize: title.titleSize
     property alias lineSize: title.lineSize

@@ -5,7 +5,6 @@ import Tarnwick
 TourPage {
     id: root
 
-    margin: 20
     spacing: 10
 
     ServerCardView {
