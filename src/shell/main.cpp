@@ -32,14 +32,22 @@ void occupyStandardStreams() {
             static_cast<void>(::open("/dev/null", O_RDWR)); // gets the lowest free number, which is the stream's
 }
 
-std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, bool hasDisplay) {
+/// `platform`: as in DisplayServer.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, const QByteArray& platform) {
     QCoreApplication::setApplicationName(u"tarnwick"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(TARNWICK_VERSION));
-    if (!hasDisplay)
+    if (platform.isEmpty())
         return std::make_unique<QCoreApplication>(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setDesktopFileName(u"tarnwick"_s);
-    return std::make_unique<QGuiApplication>(argc, argv);
+    // The choice is this program's own: what it starts, such as a terminal or a browser, makes another.
+    constexpr auto variable = "QT_QPA_PLATFORM";
+    const bool isRequested = qEnvironmentVariableIsSet(variable);
+    const QByteArray requested = qgetenv(variable);
+    qputenv(variable, platform);
+    auto application = std::make_unique<QGuiApplication>(argc, argv);
+    isRequested ? qputenv(variable, requested) : qunsetenv(variable);
+    return application;
 }
 
 /// The views' module, from beside the executable or from where it is installed; null when it cannot be loaded.
@@ -65,8 +73,10 @@ int main(int argc, char* argv[]) {
     shareHeaps();
     occupyStandardStreams();
     ProcessRunner::raiseOpenFileLimit();
-    const bool hasDisplay = DisplayServer::isReachable();
-    const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv, hasDisplay);
+    const DisplayServer display = DisplayServer::find();
+    if (!display.problem.isEmpty())
+        std::fprintf(stderr, "tarnwick: %s\n", qPrintable(display.problem));
+    const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv, display.platform);
 
     SingleInstance instance(ServerStore::standardFolder());
     if (!instance.isFirst()) {
@@ -75,7 +85,7 @@ int main(int argc, char* argv[]) {
         return 0;
     }
 
-    SystemParts parts = makeSystemParts(hasDisplay);
+    SystemParts parts = makeSystemParts(!display.platform.isEmpty());
     QObject::connect(parts.statusItem.get(), &StatusItem::outputClosed, app.get(), &QCoreApplication::quit);
     ThisComputer computer(*parts.kernel, *parts.sensors, systemWords());
     AppDelegate delegate({

@@ -10,6 +10,10 @@
 
 #include <csignal>
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
 
@@ -128,6 +132,24 @@ private Q_SLOTS:
         program.terminate();
         expectGoodEnd(program);
         QCOMPARE(program.readAllStandardError(), QByteArray());
+    }
+
+    /// Qt ends the process when it has no plugin for the display.
+    static void printsLinesWhereNoWindowCanBeOpened() {
+        const QTemporaryDir home;
+        sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+        home.filePath(u"wayland-0"_s).toLatin1().toStdString().copy(address.sun_path, sizeof address.sun_path - 1);
+        const int compositor = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        QCOMPARE(::bind(compositor, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        QCOMPARE(::listen(compositor, 1), 0);
+        const QString variables = u"WAYLAND_DISPLAY=%1 QT_QPA_PLATFORM=none"_s.arg(QString::fromUtf8(address.sun_path));
+        Program program(home.path(), u"/usr/bin/env"_s, variables.split(u' ') << QStringLiteral(TARNWICK_EXECUTABLE));
+        QTRY_VERIFY_WITH_TIMEOUT(!program.lines().isEmpty(), 10'000);
+        ::close(compositor);
+        program.terminate();
+        expectGoodEnd(program);
+        QCOMPARE(program.readAllStandardError(),
+                 "tarnwick: no window can be opened here: Qt's platform plugin \"none\" cannot be used\n");
     }
 
     static void leavesASecondLaunchAloneAndSavesAtItsEnd() {

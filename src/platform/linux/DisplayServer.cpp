@@ -2,14 +2,19 @@
 
 #include "Libxcb.h"
 
-#include <QByteArray>
-#include <QFile>
+#include <QCoreApplication>
+#include <QDirIterator>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPluginLoader>
 
 #include <algorithm>
 
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+
+using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
@@ -47,10 +52,52 @@ bool waylandAnswers() {
     return answers;
 }
 
+/// Whether Qt finds its platform plugin of that name and can load it, with all the libraries that it needs.
+bool canLoadPlugin(const QByteArray& platform) {
+    QStringList folders{qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH")};
+    for (const QString& path : QCoreApplication::libraryPaths())
+        folders += path + u"/platforms"_s;
+    for (const QString& folder : std::as_const(folders)) {
+        if (folder.isEmpty())
+            continue;
+        for (QDirIterator files(folder, QDir::Files); files.hasNext();) {
+            QPluginLoader plugin(files.next());
+            const QJsonArray names = plugin.metaData().value("MetaData"_L1).toObject().value("Keys"_L1).toArray();
+            if (names.contains(QString::fromUtf8(platform)) && plugin.load())
+                return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
-bool DisplayServer::isReachable() {
-    return x11Answers() || waylandAnswers();
+DisplayServer DisplayServer::choose(const Session& session, const std::function<bool(const QByteArray&)>& canLoad) {
+    if (!session.x11 && !session.wayland)
+        return {};
+    QByteArrayList wanted = session.requested.split(';');
+    wanted.removeAll({});
+    if (wanted.isEmpty()) {
+        if (session.x11)
+            wanted << "xcb";
+        if (session.wayland)
+            wanted << "wayland";
+    }
+    for (const QByteArray& entry : std::as_const(wanted)) {
+        const QByteArray platform = entry.split(':').constFirst(); // options follow it
+        const bool answers = platform == "xcb" ? session.x11 : platform.startsWith("wayland") ? session.wayland : true;
+        if (answers && canLoad(platform))
+            return {entry, {}};
+    }
+    QString problem = u"no window can be opened here: Qt's platform plugin \"%1\" cannot be used"_s.arg(
+        QString::fromUtf8(wanted.join("\" or \"")));
+    if (wanted.constLast().startsWith("wayland"))
+        problem += u" (Debian has it in the package qt6-wayland)"_s;
+    return {{}, problem};
+}
+
+DisplayServer DisplayServer::find() {
+    return choose({qgetenv("QT_QPA_PLATFORM"), x11Answers(), waylandAnswers()}, canLoadPlugin);
 }
 
 } // namespace tarnwick
