@@ -9,6 +9,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <tuple>
@@ -24,12 +25,14 @@ public:
     std::function<void()> onPress = [] {
     };
     int presses = 0;
+    QString keys;
 
 private:
     void mousePressEvent(QMouseEvent* /*event*/) override {
         ++presses;
         onPress();
     }
+    void keyPressEvent(QKeyEvent* event) override { keys += event->text(); }
 };
 
 /// Real mouse or keyboard actions on the X server.
@@ -52,6 +55,7 @@ private Q_SLOTS:
     }
 
     void geometry() {
+        const QRect screen(0, 0, 1280, 800);
         const QRect topPanel(0, 28, 1280, 772);
         const std::tuple<const char*, QPoint, QRect, QRect> rows[] = {
             {"panel above", {640, 14}, topPanel, {440, 34, 400, 560}},
@@ -65,6 +69,19 @@ private Q_SLOTS:
             {"low screen", {700, 10}, {0, 20, 1024, 460}, {500, 26, 400, 448}},
             {"narrow screen", {100, 10}, {0, 20, 320, 700}, {6, 26, 308, 560}},
             {"anchor off the screen", {9999, -50}, topPanel, {874, 34, 400, 560}},
+            {"unknown panel at the left", {20, 400}, {0, 0, 1280, 800}, {34, 120, 400, 560}},
+            {"unknown panel at the right", {1260, 750}, {0, 0, 1280, 900}, {846, 334, 400, 560}},
+            {"no item, panel above", endOfPanel(screen, topPanel), topPanel, {874, 34, 400, 560}},
+            {"no item, panel below", endOfPanel(screen, {0, 0, 1280, 756}), {0, 0, 1280, 756}, {874, 190, 400, 560}},
+            {"no item, panel at the left",
+             endOfPanel(screen, {40, 0, 1240, 800}),
+             {40, 0, 1240, 800},
+             {46, 225, 400, 560}},
+            {"no item, panel at the right",
+             endOfPanel(screen, {0, 0, 1240, 800}),
+             {0, 0, 1240, 800},
+             {834, 225, 400, 560}},
+            {"no item, no panel known", endOfPanel(screen, screen), screen, {874, 40, 400, 560}},
         };
         for (const auto& [name, anchor, available, expected] : rows)
             QCOMPARE(std::pair(name, popoverGeometry(anchor, {400, 560}, available)), std::pair(name, expected));
@@ -136,6 +153,39 @@ private Q_SLOTS:
         window_->close();
         QVERIFY(!popover_->isShown());
         QTRY_VERIFY(!window_);
+    }
+
+    /// Some window managers let no window choose its place, and X servers inside a Wayland session do not hear of all
+    /// presses.
+    void isPlacedAndClosedUnderEachWindowManager() {
+        QRasterWindow check;
+        const auto row = [&](const QString& name, const QByteArray& wayland) {
+            check.setTitle(name);
+            check.create();
+            const QString id = QString::number(check.winId());
+            qputenv("WAYLAND_DISPLAY", wayland);
+            QCOMPARE(QProcess::execute(needed(u"xprop"_s), {u"-root"_s, u"-f"_s, u"_NET_SUPPORTING_WM_CHECK"_s,
+                                                            u"32c"_s, u"-set"_s, u"_NET_SUPPORTING_WM_CHECK"_s, id}),
+                     0);
+            window_ = show();
+            QVERIFY(QTest::qWaitForWindowActive(window_));
+            QCOMPARE(window_->geometry(), QRect(440, 28, 400, 560));
+            const QSignalSpy outside(popover_.get(), &Popover::pressedOutside);
+            xdotool(u"key a mousemove 100 300 click 1"_s);
+            QTRY_COMPARE(outside.size(), 1);
+            QTRY_COMPARE(window_->keys, u"a"_s);
+        };
+        const auto windowsOnScreen = [] {
+            return std::ranges::count_if(QGuiApplication::topLevelWindows(), &QWindow::isVisible);
+        };
+        row(u"wlroots wm"_s, "wayland-1");
+        QVERIFY(window_->flags().testFlag(Qt::X11BypassWindowManagerHint));
+        QCOMPARE(windowsOnScreen(), 2);
+        row(u"GNOME Shell"_s, "wayland-1");
+        QVERIFY(!window_->flags().testFlag(Qt::X11BypassWindowManagerHint));
+        QCOMPARE(windowsOnScreen(), 2);
+        row(u"GNOME Shell"_s, {}); // on X11 every press is heard of
+        QCOMPARE(windowsOnScreen(), 1);
     }
 
     void takesItsContentAlong() {

@@ -18,6 +18,12 @@ struct Libxcb {
     decltype(&xcb_get_setup) setup = nullptr;
     decltype(&xcb_setup_roots_iterator) roots = nullptr;
     decltype(&xcb_get_extension_data) extensionData = nullptr;
+    decltype(&xcb_get_property) property = nullptr;
+    decltype(&xcb_get_property_reply) propertyReply = nullptr;
+    decltype(&xcb_get_property_value) propertyValue = nullptr;
+    decltype(&xcb_get_property_value_length) propertyValueLength = nullptr;
+    decltype(&xcb_change_property) changeProperty = nullptr;
+    decltype(&xcb_change_window_attributes) changeWindowAttributes = nullptr;
     decltype(&xcb_send_request) sendRequest = nullptr;
     decltype(&xcb_flush) flush = nullptr;
 

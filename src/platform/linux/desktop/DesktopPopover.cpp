@@ -17,6 +17,40 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
+using X11Session::WindowManager;
+
+namespace {
+
+/// Qt's X11 support takes a window's type from this property, and numbers the types so.
+constexpr auto windowType = "_q_xcb_wm_window_type";
+constexpr int desktopType = 2;
+constexpr int popupMenuType = 0x200;
+
+void makeTranslucent(QWindow& window) {
+    QSurfaceFormat format = window.format();
+    format.setAlphaBufferSize(8);
+    window.setFormat(format);
+}
+
+/// A clear window over all screens. GNOME keeps it behind all others, where it catches what falls on the bare desktop.
+/// Under wlroots it is right behind the popover, which would not even hear of a press in another program.
+std::unique_ptr<QWindow> makeBackdrop(WindowManager windowManager) {
+    if (windowManager != WindowManager::gnome && windowManager != WindowManager::wlroots)
+        return {};
+    auto backdrop = std::make_unique<QWindow>();
+    backdrop->setFlags(Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+    const bool isGnome = windowManager == WindowManager::gnome;
+    backdrop->setFlag(Qt::X11BypassWindowManagerHint, !isGnome);
+    backdrop->setProperty(windowType, isGnome ? desktopType : popupMenuType);
+    makeTranslucent(*backdrop);
+    backdrop->setGeometry(QGuiApplication::primaryScreen()->virtualGeometry());
+    X11Session::clear(*backdrop);
+    X11Session::skipTaskBars(*backdrop);
+    return backdrop;
+}
+
+} // namespace
+
 void returnWindowMemory() {
     QFont::cleanup(); // 1.2 MB of font tables, loaded to shape text
     returnFreeMemory();
@@ -41,17 +75,27 @@ void DesktopPopover::show(std::unique_ptr<QWindow> content, QPoint anchor) {
     anchor_ = anchor;
     hadFocus_ = false;
 
-    content_->setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    const WindowManager windowManager = X11Session::windowManager();
+    const bool isBypassing = windowManager == WindowManager::wlroots;
+    // A window that bypasses the window manager gets the keyboard only if it looks like an ordinary one.
+    content_->setFlags(isBypassing ? Qt::Window | Qt::X11BypassWindowManagerHint : Qt::Tool);
+    content_->setFlag(Qt::FramelessWindowHint);
+    content_->setFlag(Qt::WindowStaysOnTopHint);
     if (isTranslucent()) {
-        QSurfaceFormat format = content_->format();
-        format.setAlphaBufferSize(8);
-        content_->setFormat(format);
+        makeTranslucent(*content_);
         content_->setProperty("color", QColor(Qt::transparent)); // a Qt Quick window clears itself with it
     }
     content_->installEventFilter(this);
     place();
+    X11Session::skipTaskBars(*content_);
+    backdrop_ = makeBackdrop(windowManager);
+    if (backdrop_)
+        backdrop_->show();
     content_->show();
-    content_->requestActivate();
+    if (isBypassing)
+        content_->setKeyboardGrabEnabled(true); // such a window may not take the focus itself
+    else
+        content_->requestActivate();
     QCoreApplication::instance()->installNativeEventFilter(this);
     X11Session::watchPresses(true);
 }
@@ -62,8 +106,9 @@ void DesktopPopover::place() {
     QScreen* screen = anchor_.isNull() ? nullptr : QGuiApplication::screenAt(anchor_);
     if (!screen)
         screen = QGuiApplication::primaryScreen();
-    const QRect available = screen->availableGeometry();
-    const QRect geometry = popoverGeometry(anchor_.isNull() ? available.topRight() : anchor_, size_, available);
+    const QRect available = X11Session::availableGeometry(*screen);
+    const QRect geometry =
+        popoverGeometry(anchor_.isNull() ? endOfPanel(screen->geometry(), available) : anchor_, size_, available);
     content_->setScreen(screen);
     // A fixed size also makes tiling window managers let it float.
     content_->setMinimumSize(geometry.size());
@@ -79,6 +124,7 @@ void DesktopPopover::close() {
     X11Session::watchPresses(false);
     content_->removeEventFilter(this);
     content_->hide();
+    backdrop_.reset();
     // As a child it is destroyed even when this popover is destroyed before the event loop gets to it.
     QWindow* const leaving = content_.release();
     static_cast<QObject*>(leaving)->setParent(this);
@@ -103,7 +149,8 @@ bool DesktopPopover::nativeEventFilter(const QByteArray& eventType, void* messag
         return false;
     // Presses in our own windows are not outside: one on the strip is a click on the status item, others take the
     // focus.
-    if (!QGuiApplication::topLevelAt(QCursor::pos()))
+    const QWindow* const pressed = QGuiApplication::topLevelAt(QCursor::pos());
+    if (!pressed || pressed == backdrop_.get())
         Q_EMIT pressedOutside();
     return true;
 }

@@ -30,6 +30,8 @@ void DesktopStatusItem::hostChanged(bool present) {
 }
 
 void DesktopStatusItem::showStrip() {
+    if (!FloatingStatusItem::isPossible())
+        return; // a second launch opens the popover
     strip_ = std::make_unique<FloatingStatusItem>(colors_);
     connect(strip_.get(), &StatusItem::clicked, this, &StatusItem::clicked);
     strip_->setContent(content_);

@@ -14,7 +14,8 @@
 namespace tarnwick {
 
 /// The status item of a graphical desktop: in its status area where it has one, else as a floating strip. It changes
-/// between the two whenever a host of status items comes or goes.
+/// between the two whenever a host of status items comes or goes. Where a strip is not possible either, there is
+/// nothing to click.
 class DesktopStatusItem : public StatusItem {
     Q_OBJECT
 

@@ -2,6 +2,7 @@
 
 #include "StatusItemIcon.h"
 #include "SymbolImage.h"
+#include "X11Session.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -23,9 +24,13 @@ constexpr int iconSide = 16;
 constexpr int padding = 8;
 constexpr int gap = 6;
 constexpr int screenMargin = 8;
-/// _NET_WM_WINDOW_TYPE_DOCK as Qt's X11 support numbers it: window managers show docks on every workspace and above
-/// other windows. Where Qt does not know the property, the strip is a tool window of one workspace.
-constexpr int dockWindowType = 4;
+/// Qt's X11 support takes a window's type from this property, and numbers the types so. Window managers show docks on
+/// every workspace and above other windows. Where Qt does not know the property, the strip is a tool window of one
+/// workspace. wlroots compositors would put a dock among the other windows; one that bypasses them stays where it is,
+/// and a notification does not take the keyboard.
+constexpr auto windowType = "_q_xcb_wm_window_type";
+constexpr int dockType = 4;
+constexpr int notificationType = 0x800;
 
 QFont font() {
     QFont font = QGuiApplication::font();
@@ -60,7 +65,9 @@ private:
 FloatingStatusItem::Strip::Strip(FloatingStatusItem& owner, const ColorScheme& colors)
     : owner_(owner), colors_(colors) {
     setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus);
-    setProperty("_q_xcb_wm_window_type", dockWindowType);
+    const bool isBypassing = X11Session::windowManager() == X11Session::WindowManager::wlroots;
+    setFlag(Qt::X11BypassWindowManagerHint, isBypassing);
+    setProperty(windowType, isBypassing ? notificationType : dockType);
     connect(&colors_, &ColorScheme::changed, this, [this] { update(); });
     connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &Strip::followPrimaryScreen);
     followPrimaryScreen();
@@ -135,10 +142,7 @@ void FloatingStatusItem::Strip::mouseMoveEvent(QMouseEvent* event) {
     if (!dragged_ && moved.manhattanLength() < QGuiApplication::styleHints()->startDragDistance())
         return;
     dragged_ = true;
-    if (QGuiApplication::platformName().startsWith("wayland"_L1))
-        startSystemMove();
-    else
-        setPosition(position() + moved);
+    setPosition(position() + moved);
 }
 
 void FloatingStatusItem::Strip::mouseReleaseEvent(QMouseEvent* event) {
@@ -147,6 +151,10 @@ void FloatingStatusItem::Strip::mouseReleaseEvent(QMouseEvent* event) {
     // The strip's middle, because the popover belongs to the whole strip.
     if (button && inside && !dragged_)
         Q_EMIT owner_.clicked(geometry().center());
+}
+
+bool FloatingStatusItem::isPossible() {
+    return !QGuiApplication::platformName().startsWith("wayland"_L1);
 }
 
 FloatingStatusItem::FloatingStatusItem(const ColorScheme& colors, QObject* parent)

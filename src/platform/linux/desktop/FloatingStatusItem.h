@@ -13,6 +13,8 @@ class FloatingStatusItem : public StatusItem {
     Q_OBJECT
 
 public:
+    /// False on Wayland without X: a window there can neither be placed nor kept above others.
+    [[nodiscard]] static bool isPossible();
     /// `colors` must outlive the item. Nothing is shown before the first content.
     explicit FloatingStatusItem(const ColorScheme& colors, QObject* parent = nullptr);
     ~FloatingStatusItem() override;

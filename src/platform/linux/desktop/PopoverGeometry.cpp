@@ -9,17 +9,40 @@ namespace {
 constexpr int margin = 6;
 /// Distance from the anchor to the popover where no panel's edge is known: half the height of a usual panel.
 constexpr int itemDistance = 14;
+/// The end of a panel that is not known: room for one of 40.
+constexpr int unknownPanelMiddle = 40 - itemDistance;
+/// The widest panel at a side of the screen.
+constexpr int widestPanel = 64;
 } // namespace
+
+QPoint endOfPanel(const QRect& screen, const QRect& available) {
+    const int above = available.top() - screen.top();
+    const int below = screen.bottom() - available.bottom();
+    const int left = available.left() - screen.left();
+    const int right = screen.right() - available.right();
+    const int thickest = std::max({above, below, left, right});
+    if (thickest == above)
+        return screen.topRight() + QPoint(0, above == 0 ? unknownPanelMiddle : above / 2);
+    return thickest == left ? screen.bottomLeft() : screen.bottomRight();
+}
 
 QRect popoverGeometry(QPoint anchor, QSize size, const QRect& available) {
     const QRect inner = available.marginsRemoved({margin, margin, margin, margin});
     const QSize fitted = size.boundedTo(inner.size());
-    const int left = std::clamp(anchor.x() - fitted.width() / 2, inner.left(), inner.right() + 1 - fitted.width());
-    const int below = anchor.y() + itemDistance;
-    const int above = anchor.y() - itemDistance - fitted.height();
-    const bool upperHalf = anchor.y() <= available.center().y();
-    const int top = std::clamp(upperHalf ? below : above, inner.top(), inner.bottom() + 1 - fitted.height());
-    return {QPoint(left, top), fitted};
+    const int toSide = std::min(anchor.x() - available.left(), available.right() - anchor.x());
+    const int toEnd = std::min(anchor.y() - available.top(), available.bottom() - anchor.y());
+    const bool isBeside = toSide >= 0 && toSide <= widestPanel && toEnd > widestPanel;
+    const auto besides = [](int item, int length, bool isFirstHalf) {
+        return isFirstHalf ? item + itemDistance : item - itemDistance - length;
+    };
+    QPoint corner(anchor.x() - fitted.width() / 2, anchor.y() - fitted.height() / 2);
+    if (isBeside)
+        corner.setX(besides(anchor.x(), fitted.width(), anchor.x() <= available.center().x()));
+    else
+        corner.setY(besides(anchor.y(), fitted.height(), anchor.y() <= available.center().y()));
+    return {QPoint(std::clamp(corner.x(), inner.left(), inner.right() + 1 - fitted.width()),
+                   std::clamp(corner.y(), inner.top(), inner.bottom() + 1 - fitted.height())),
+            fitted};
 }
 
 } // namespace tarnwick

@@ -3,6 +3,7 @@
 #include "StatusItemIcon.h"
 #include "StatusMenu.h"
 #include "StatusNotifierAdaptor.h"
+#include "X11Session.h"
 
 #include <QCursor>
 #include <QDBusMessage>
@@ -65,7 +66,8 @@ void StatusNotifierItem::exportItem() {
         bus_.registerObject(StatusNotifierMenuAdaptor::menu().path(), menu,
                             QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties |
                                 QDBusConnection::ExportScriptableSignals);
-        connect(menu, &StatusMenu::chosen, this, [this] { Q_EMIT clicked(QCursor::pos()); });
+        // The menu says nothing of where it is, and in a Wayland session the pointer's position is not known.
+        connect(menu, &StatusMenu::chosen, this, [this] { Q_EMIT clicked({}); });
     } else {
         new StatusNotifierAdaptor(this, bus_);
     }
@@ -95,8 +97,15 @@ StatusNotifierToolTip StatusNotifierItem::toolTip() const {
 }
 
 void StatusNotifierItem::click(int x, int y) {
-    // On a scaled screen hosts disagree on whether they count in device pixels, so the pointer's position is used.
-    Q_EMIT clicked(qGuiApp->devicePixelRatio() > 1.0 ? QCursor::pos() : QPoint(x, y));
+    // On a scaled screen hosts on X11 disagree on whether they count in device pixels, so the pointer's position is
+    // used. Inside a Wayland session that is not known, but hosts do not count in device pixels there. Plasma's knows
+    // where its panel is; those of the wlroots compositors count from the corner of the panel, or of the item.
+    if (X11Session::windowManager() == X11Session::WindowManager::wlroots)
+        Q_EMIT clicked({});
+    else if (qGuiApp->devicePixelRatio() > 1.0 && !X11Session::isInsideWayland())
+        Q_EMIT clicked(QCursor::pos());
+    else
+        Q_EMIT clicked({x, y});
 }
 
 void StatusNotifierItem::refreshIcon() {

@@ -3,12 +3,17 @@
 #include "linux/Libxcb.h"
 
 #include <QGuiApplication>
+#include <QList>
+#include <QScreen>
+#include <QWindow>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include <sys/uio.h>
 
@@ -24,6 +29,39 @@ xcb_connection_t* connection() {
 
 struct Free {
     void operator()(void* reply) const { std::free(reply); }
+};
+
+/// The connection to an X11 display with the functions to use it; false elsewhere.
+struct Display {
+    const Libxcb* const x = Libxcb::find();
+    xcb_connection_t* const connection = tarnwick::connection();
+
+    explicit operator bool() const { return x && connection; }
+    [[nodiscard]] xcb_window_t root() const { return x->roots(x->setup(connection)).data->root; }
+    /// XCB_ATOM_NONE where nobody has used the name.
+    [[nodiscard]] xcb_atom_t atom(std::string_view name) const {
+        const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(x->internAtomReply(
+            connection, x->internAtom(connection, 1, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
+        return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    }
+    /// The start of a property's value, in the byte order of this computer; empty where there is none.
+    [[nodiscard]] QByteArray property(xcb_window_t window, std::string_view name) const {
+        constexpr std::uint32_t longest = 1024; // in units of four bytes
+        const std::unique_ptr<xcb_get_property_reply_t, Free> reply(x->propertyReply(
+            connection, x->property(connection, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, longest),
+            nullptr));
+        return reply ? QByteArray(static_cast<const char*>(x->propertyValue(reply.get())),
+                                  x->propertyValueLength(reply.get()))
+                     : QByteArray();
+    }
+    /// The same as 32-bit numbers.
+    [[nodiscard]] QList<std::uint32_t> numbers(xcb_window_t window, std::string_view name) const {
+        const QByteArray bytes = property(window, name);
+        constexpr qsizetype numberBytes = sizeof(std::uint32_t);
+        QList<std::uint32_t> numbers(bytes.size() / numberBytes);
+        std::copy_n(bytes.cbegin(), numbers.size() * numberBytes, reinterpret_cast<char*>(numbers.data()));
+        return numbers;
+    }
 };
 
 // From the X Input Extension, version 2: its name, one request and one event.
@@ -58,39 +96,97 @@ struct RawEvent {
 
 } // namespace
 
+X11Session::WindowManager X11Session::windowManager() {
+    const Display display;
+    if (!display)
+        return WindowManager::none;
+    // The window that this property names carries the window manager's name.
+    const QList<std::uint32_t> check = display.numbers(display.root(), "_NET_SUPPORTING_WM_CHECK");
+    const QByteArray name = check.isEmpty() ? QByteArray() : display.property(check.first(), "_NET_WM_NAME");
+    if (name == "wlroots wm")
+        return WindowManager::wlroots;
+    return name == "GNOME Shell" && isInsideWayland() ? WindowManager::gnome : WindowManager::other;
+}
+
+bool X11Session::isInsideWayland() {
+    return connection() && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+QRect X11Session::availableGeometry(const QScreen& screen) {
+    const Display display;
+    if (!display || screen.virtualSiblings().size() == 1)
+        return screen.availableGeometry();
+    // Qt scales the size of a screen, and leaves its corner where it is.
+    const QPoint corner = screen.geometry().topLeft();
+    const double scale = screen.devicePixelRatio();
+    const QList<std::uint32_t> numbers = display.numbers(display.root(), "_GTK_WORKAREAS_D0");
+    for (qsizetype i = 0; i + 3 < numbers.size(); i += 4) {
+        const QPoint areaCorner(static_cast<int>(numbers[i]), static_cast<int>(numbers[i + 1]));
+        const QSize areaSize(static_cast<int>(numbers[i + 2]), static_cast<int>(numbers[i + 3]));
+        const QRect area(corner + (areaCorner - corner) / scale, areaSize / scale);
+        if (screen.geometry().contains(area))
+            return area;
+    }
+    return screen.availableGeometry();
+}
+
+void X11Session::skipTaskBars(QWindow& window) {
+    const Display display;
+    if (!display)
+        return;
+    window.create();
+    std::vector<xcb_atom_t> states;
+    for (const char* state :
+         {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER", "_KDE_NET_WM_STATE_SKIP_SWITCHER"})
+        if (const xcb_atom_t atom = display.atom(state); atom != XCB_ATOM_NONE)
+            states.push_back(atom);
+    if (states.empty())
+        return;
+    // Qt adds its own states to those that it finds when it shows the window.
+    display.x->changeProperty(display.connection, XCB_PROP_MODE_APPEND, static_cast<xcb_window_t>(window.winId()),
+                              display.atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
+                              static_cast<std::uint32_t>(states.size()), states.data());
+}
+
+void X11Session::clear(QWindow& window) {
+    const Display display;
+    if (!display)
+        return;
+    window.create();
+    constexpr std::uint32_t clearPixel = 0;
+    display.x->changeWindowAttributes(display.connection, static_cast<xcb_window_t>(window.winId()), XCB_CW_BACK_PIXEL,
+                                      &clearPixel);
+}
+
 bool X11Session::isCompositing() {
-    const Libxcb* const x = Libxcb::find();
-    xcb_connection_t* const display = connection();
-    if (!x || !display)
+    const Display display;
+    if (!display)
         return false;
     // The compositing manager of a screen owns this selection.
-    constexpr std::string_view name = "_NET_WM_CM_S0";
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> atom(
-        x->internAtomReply(display, x->internAtom(display, 1, std::uint16_t{name.size()}, name.data()), nullptr));
-    if (!atom || atom->atom == XCB_ATOM_NONE)
+    const xcb_atom_t atom = display.atom("_NET_WM_CM_S0");
+    if (atom == XCB_ATOM_NONE)
         return false;
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> owner(
-        x->selectionOwnerReply(display, x->selectionOwner(display, atom->atom), nullptr));
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> owner(display.x->selectionOwnerReply(
+        display.connection, display.x->selectionOwner(display.connection, atom), nullptr));
     return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
 bool X11Session::watchPresses(bool watch) {
-    const Libxcb* const x = Libxcb::find();
-    xcb_connection_t* const display = connection();
-    if (!x || !display)
+    const Display display;
+    if (!display)
         return false;
-    const xcb_query_extension_reply_t* const input = x->extensionData(display, &inputExtension);
+    const xcb_query_extension_reply_t* const input = display.x->extensionData(display.connection, &inputExtension);
     if (!input || !input->present)
         return false;
     SelectEvents request;
-    request.window = x->roots(x->setup(display)).data->root;
+    request.window = display.root();
     request.mask = watch ? 1U << rawButtonPress : 0U;
     // libxcb writes into the two vectors in front of the one that it is given.
     std::array<iovec, 3> parts{};
     parts[2] = {&request, sizeof request};
     const xcb_protocol_request_t protocol{1, &inputExtension, selectEventsRequest, 1};
-    x->sendRequest(display, 0, &parts[2], &protocol);
-    x->flush(display);
+    display.x->sendRequest(display.connection, 0, &parts[2], &protocol);
+    display.x->flush(display.connection);
     return true;
 }
 
@@ -100,9 +196,8 @@ bool X11Session::isWatchedPress(const QByteArray& eventType, const void* event) 
     const auto* const raw = static_cast<const RawEvent*>(event);
     if ((raw->responseType & 0x7f) != XCB_GE_GENERIC || raw->eventType != rawButtonPress)
         return false;
-    const Libxcb* const x = Libxcb::find();
-    xcb_connection_t* const display = connection();
-    return x && display && x->extensionData(display, &inputExtension)->major_opcode == raw->extension &&
+    const Display display;
+    return display && display.x->extensionData(display.connection, &inputExtension)->major_opcode == raw->extension &&
            (raw->detail == XCB_BUTTON_INDEX_1 || raw->detail == XCB_BUTTON_INDEX_3);
 }
 

@@ -1,6 +1,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QRect>
+
+class QScreen;
+class QWindow;
 
 namespace tarnwick {
 
@@ -8,6 +12,23 @@ namespace tarnwick {
 /// false. Main thread only.
 namespace X11Session {
 
+/// Who decides where windows are.
+enum class WindowManager {
+    none,    ///< not an X11 display
+    other,   ///< a window goes where it asks to be; also without a window manager
+    gnome,   ///< the same, but the X server hears nothing of presses on the bare desktop
+    wlroots, ///< puts each window in the middle, except those that bypass it
+};
+[[nodiscard]] WindowManager windowManager();
+/// Whether the X server runs inside a Wayland session: it then knows the pointer only while that is over an X window.
+[[nodiscard]] bool isInsideWayland();
+/// The part of a screen that panels leave free, in device-independent pixels: as Qt says, and where there are several
+/// screens, of which Qt says nothing, as the window manager says.
+[[nodiscard]] QRect availableGeometry(const QScreen& screen);
+/// Keeps a window out of task bars, pagers and window switchers. Call before it is shown.
+void skipTaskBars(QWindow& window);
+/// Makes an unpainted window with an alpha channel clear instead of undefined. Call before it is shown.
+void clear(QWindow& window);
 /// Whether a compositing manager runs, so that windows can be translucent.
 [[nodiscard]] bool isCompositing();
 /// Turns on or off that button presses anywhere on the display reach this program's native event filters. These are
