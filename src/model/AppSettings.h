@@ -13,7 +13,7 @@ struct AppSettings {
     bool showMenuBarLabel = true;            ///< text beside the status item's icon
     MenuBarItemSet pinnedMenuBarItems = pins(PinPreset::Standard); ///< may be empty
     bool soundAlerts = true;
-    bool launchAtLogin = false;               ///< stored only
+    bool launchAtLogin = false;               ///< whether the session starts the program, as last seen
     Instant firstLaunchDate = Instant::now(); ///< stored only
     bool hasCompletedOnboarding = false;      ///< whether the welcome tour was completed
 

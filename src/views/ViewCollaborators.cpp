@@ -1,5 +1,6 @@
 #include "ViewCollaborators.h"
 
+#include "LoginItem.h"
 #include "SSHMetricsCollector.h"
 #include "TerminalLauncher.h"
 
@@ -15,6 +16,8 @@ ViewCollaborators ViewCollaborators::real(ThisComputer& computer) {
         .openDockerContainer = TerminalLauncher::openDockerContainer,
         .openAddress = [](const QUrl& address) { QDesktopServices::openUrl(address); },
         .sshHosts = SSHConfigParser::parseUserConfig,
+        .startsAtLogin = LoginItem::isEnabled,
+        .setStartsAtLogin = LoginItem::setEnabled,
     };
 }
 

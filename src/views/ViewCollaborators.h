@@ -19,6 +19,9 @@ struct ViewCollaborators {
     std::function<void(const Server&, const ContainerInfo&)> openDockerContainer = {};
     std::function<void(const QUrl&)> openAddress = {};
     std::function<QList<SSHConfigHost>()> sshHosts = {};
+    /// Whether the session starts the program.
+    std::function<bool()> startsAtLogin = {};
+    std::function<void(bool)> setStartsAtLogin = {};
 
     [[nodiscard]] static ViewCollaborators real(ThisComputer& computer);
 };

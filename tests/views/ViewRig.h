@@ -34,6 +34,8 @@ public:
     SampleComputer sample;
     QStringList terminals; ///< opened: server, or server/container
     QStringList opened;    ///< addresses
+    bool startsAtLogin = false;
+    bool isLoginItemWritable = true;
     std::map<QString, QPromise<bool>> restarts;
     const ViewCollaborators collaborators{
         .computer = sample.computer,
@@ -49,6 +51,8 @@ public:
             },
         .openAddress = [this](const QUrl& address) { opened += address.toString(); },
         .sshHosts = [this] { return sshHosts; },
+        .startsAtLogin = [this] { return startsAtLogin; },
+        .setStartsAtLogin = [this](bool starts) { startsAtLogin = starts && isLoginItemWritable; },
     };
     std::unique_ptr<QQuickView> view;
 

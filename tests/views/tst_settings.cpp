@@ -92,6 +92,28 @@ private Q_SLOTS:
         QCOMPARE(rig.savedSettings(), rig.store->settings());
     }
 
+    void startsAtLoginAsOnDisk() {
+        SettingsRig rig;
+        rig.startsAtLogin = true; // by hand
+        rig.showSettings();
+        const auto isChecked = [&rig] {
+            return rig.item(u"login"_s)->property("checked").toBool();
+        };
+        QVERIFY(isChecked() && rig.store->settings().launchAtLogin);
+        rig.item(u"login"_s)->forceActiveFocus();
+        for (const bool starts : {false, true}) {
+            rig.press(Qt::Key_Space);
+            QCOMPARE(rig.startsAtLogin, starts);
+            QCOMPARE(isChecked(), starts);
+            QCOMPARE(rig.savedSettings().launchAtLogin, starts);
+        }
+        rig.isLoginItemWritable = rig.startsAtLogin = false;
+        rig.showSettings();
+        rig.item(u"login"_s)->forceActiveFocus();
+        rig.press(Qt::Key_Space);
+        QVERIFY(!isChecked() && !rig.store->settings().launchAtLogin);
+    }
+
     void dragsTheSlider() {
         SettingsRig rig;
         rig.showSettings();
@@ -127,7 +149,7 @@ private Q_SLOTS:
         QStringList expected{u"done"_s, u"All"_s, u"Resources"_s, u"Reset"_s};
         for (const MenuBarItem item : allMenuBarItems)
             expected += titleOf(item);
-        expected += {u"label"_s, {}, {}, u"sound"_s, u"tour"_s, u"donate"_s, u"web"_s, u"quit"_s};
+        expected += {u"label"_s, {}, {}, u"sound"_s, u"login"_s, u"tour"_s, u"donate"_s, u"web"_s, u"quit"_s};
         QStringList visited;
         while (visited.size() < expected.size()) {
             rig.press(Qt::Key_Tab);

@@ -21,7 +21,8 @@ SettingsContent settingsContent(const AppSettings& settings) {
             .refreshIntervalText = QString::number(settings.refreshIntervalSeconds) + u" seconds"_s,
             .diskThreshold = settings.alertDiskThresholdPercent,
             .diskThresholdText = fixedPoint(settings.alertDiskThresholdPercent, 0) + u'%',
-            .soundAlerts = settings.soundAlerts};
+            .soundAlerts = settings.soundAlerts,
+            .startsAtLogin = settings.launchAtLogin};
 }
 
 } // namespace tarnwick

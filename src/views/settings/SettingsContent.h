@@ -28,6 +28,7 @@ struct SettingsWords {
     Q_PROPERTY(QString refreshInterval MEMBER refreshInterval)
     Q_PROPERTY(QString diskThreshold MEMBER diskThreshold)
     Q_PROPERTY(QString sound MEMBER sound)
+    Q_PROPERTY(QString startAtLogin MEMBER startAtLogin)
     Q_PROPERTY(QString tour MEMBER tour)
     Q_PROPERTY(QString support MEMBER support)
     Q_PROPERTY(QString price MEMBER price)
@@ -47,6 +48,7 @@ public:
     QString refreshInterval = QStringLiteral("Refresh Interval:");
     QString diskThreshold = QStringLiteral("Disk Full Alert Threshold:");
     QString sound = QStringLiteral("Sound effects on critical alert");
+    QString startAtLogin = QStringLiteral("Start at login");
     QString tour = QStringLiteral("Replay Welcome Tour & Demo...");
     QString support = QStringLiteral("Support Tarnwick");
     QString price = SharedCaptions::price.toString();
@@ -70,6 +72,7 @@ struct SettingsContent {
     Q_PROPERTY(double diskThreshold MEMBER diskThreshold)
     Q_PROPERTY(QString diskThresholdText MEMBER diskThresholdText)
     Q_PROPERTY(bool soundAlerts MEMBER soundAlerts)
+    Q_PROPERTY(bool startsAtLogin MEMBER startsAtLogin)
 
 public:
     bool showMenuBarLabel = true;
@@ -78,6 +81,7 @@ public:
     double diskThreshold = 0;
     QString diskThresholdText;
     bool soundAlerts = true;
+    bool startsAtLogin = false;
     friend bool operator==(const SettingsContent&, const SettingsContent&) = default;
 };
 

@@ -14,8 +14,9 @@ SettingsModel::SettingsModel(ServerStore& store, UIState& ui, const ViewCollabor
     , store_(store)
     , ui_(ui)
     , collaborators_(collaborators)
-    , pins_(store, collaborators.computer.words())
-    , content_(settingsContent(store.settings())) {
+    , pins_(store, collaborators.computer.words()) {
+    followLoginItem(ServerStore::Saving::later);
+    content_ = settingsContent(store.settings());
     connect(&store, &ServerStore::settingsChanged, this, &SettingsModel::update);
     // Queued, so that the view that asked for it has finished its event by then.
     connect(this, &SettingsModel::quitRequested, QCoreApplication::instance(), &QCoreApplication::quit,
@@ -48,6 +49,17 @@ void SettingsModel::setDiskThreshold(double percent) {
 
 void SettingsModel::setSoundAlerts(bool sound) {
     store_.editSettings([sound](AppSettings& settings) { settings.soundAlerts = sound; }, ServerStore::Saving::later);
+}
+
+void SettingsModel::setStartsAtLogin(bool starts) {
+    collaborators_.setStartsAtLogin(starts);
+    followLoginItem(ServerStore::Saving::now);
+    Q_EMIT contentChanged(); // also when nothing could be written: the switch shows what the user chose
+}
+
+void SettingsModel::followLoginItem(ServerStore::Saving saving) {
+    if (const bool starts = collaborators_.startsAtLogin(); starts != store_.settings().launchAtLogin)
+        store_.editSettings([starts](AppSettings& settings) { settings.launchAtLogin = starts; }, saving);
 }
 
 void SettingsModel::quit() {

@@ -12,7 +12,8 @@
 
 namespace tarnwick {
 
-/// What the settings sheet shows and can do. The pins and the label's switch are saved at once; the sliders and
+/// What the settings sheet shows and can do. The pins, the label's switch and the start at
+/// login are saved at once; the sliders and
 /// the sound are in force at once, and saved by save(), quit() or the next save of anything else.
 class SettingsModel : public QObject {
     Q_OBJECT
@@ -41,6 +42,8 @@ public:
     Q_INVOKABLE void setRefreshInterval(double seconds);
     Q_INVOKABLE void setDiskThreshold(double percent);
     Q_INVOKABLE void setSoundAlerts(bool sound);
+    /// Afterwards the content says what has become of it.
+    Q_INVOKABLE void setStartsAtLogin(bool starts);
     Q_INVOKABLE void save() { store_.save(); }
     /// Saves, and asks the program to end.
     Q_INVOKABLE void quit();
@@ -56,6 +59,8 @@ Q_SIGNALS:
 
 private:
     void update();
+    /// Takes over what is on disk, where the user may have changed it, too.
+    void followLoginItem(ServerStore::Saving saving);
 
     ServerStore& store_;
     UIState& ui_;

@@ -1,7 +1,7 @@
 import QtQuick
 import Tarnwick
 
-/// How often the fleet is asked, and what raises an alert.
+/// How often the fleet is asked, what raises an alert, and whether the program starts with the session.
 Block {
     id: root
 
@@ -36,5 +36,12 @@ Block {
         text: root.settings.words.sound
         checked: root.settings.content.soundAlerts
         onToggled: root.settings.setSoundAlerts(checked)
+    }
+    CheckRow {
+        objectName: "login"
+        width: parent.width
+        text: root.settings.words.startAtLogin
+        checked: root.settings.content.startsAtLogin
+        onToggled: root.settings.setStartsAtLogin(checked)
     }
 }
