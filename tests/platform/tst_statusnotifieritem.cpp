@@ -1,5 +1,6 @@
 #include "Companion.h"
 #include "DesktopStatusItem.h"
+#include "StatusItemIcon.h"
 #include "StatusMenu.h"
 #include "StatusNotifierItem.h"
 
@@ -10,10 +11,13 @@
 #include <QGuiApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
 #include <optional>
 
@@ -89,7 +93,7 @@ class tst_StatusNotifierItem : public QObject {
 
 private Q_SLOTS:
     void init() {
-        qunsetenv("XDG_CURRENT_DESKTOP");
+        qputenv("XDG_CURRENT_DESKTOP", "XFCE");
         makeItem();
     }
 
@@ -125,6 +129,42 @@ private Q_SLOTS:
         image.setPixel(0, 0, 0x11223344);
         image.setPixel(0, 1, 0xaabbccdd);
         QCOMPARE(statusNotifierPixmap(image).pixels, QByteArray::fromHex("11223344aabbccdd"));
+    }
+
+    /// Whatever the ink, as no host says what its panel looks like. WCAG 2.1 asks for 4.5 : 1 of small text.
+    static void iconIsSeenOnEveryPanel() {
+        const auto luminance = [](QRgb color) {
+            const auto linear = [](int channel) {
+                return std::pow(channel / 255.0, 2.2);
+            };
+            return 0.2126 * linear(qRed(color)) + 0.7152 * linear(qGreen(color)) + 0.0722 * linear(qBlue(color)) + 0.05;
+        };
+        for (const char* panel : {"#000000", "#2b2b2b", "#26405e", "#d0d3d6", "#ffffff"})
+            for (const char* ink : {"#2b2b2b", "#f2f2f2"})
+                for (const int side : {16, 22, 48}) {
+                    QImage shown(side, side, QImage::Format_RGB32);
+                    shown.fill(QColor(QLatin1String(panel)));
+                    const double behind = luminance(shown.pixel(0, 0));
+                    QPainter(&shown).drawImage(
+                        0, 0, statusItemIcon(u"thermometer.medium"_s, side, QColor(QLatin1String(ink))));
+                    const auto* const pixels = reinterpret_cast<const QRgb*>(shown.constBits());
+                    const auto seen = std::count_if(pixels, pixels + side * side, [&](QRgb pixel) {
+                        const double other = luminance(pixel);
+                        return std::max(behind, other) / std::min(behind, other) >= 5;
+                    });
+                    QVERIFY2(
+                        seen >= side / 2,
+                        qPrintable(
+                            u"%1 on %2, %3: %4"_s.arg(QLatin1String(ink), QLatin1String(panel)).arg(side).arg(seen)));
+                }
+    }
+
+    void panelsOfWindowManagersAreTakenForDark() {
+        for (const auto& [desktop, ink] : {std::pair("sway", "fff2f2f2"), {"", "fff2f2f2"}, {"KDE", "ff2b2b2b"}}) {
+            qputenv("XDG_CURRENT_DESKTOP", desktop);
+            makeItem();
+            QVERIFY2(item_->icon().constFirst().pixels.contains(QByteArray::fromHex(ink)), desktop);
+        }
     }
 
     void saysOnlyWhatChanged() {

@@ -27,7 +27,7 @@ QImage statusItemIcon(const QString& symbolName, int pixels, const QColor& tint)
     QImage icon(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     icon.fill(Qt::transparent);
     QPainter painter(&icon);
-    painter.setOpacity(0.6);
+    painter.setOpacity(0.85);
     painter.drawImage(0, 0, halo);
     painter.setOpacity(1.0);
     painter.drawImage(reach, reach, symbol);

@@ -12,6 +12,7 @@
 #include <QDBusVariant>
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -26,13 +27,21 @@ const auto itemPath = u"/StatusNotifierItem"_s;
 /// Hosts choose the size that fits their panel. These are the usual ones, at scales 1 and 2.
 constexpr std::array iconSizes{16, 22, 24, 32, 44, 48};
 
-bool isGnome() {
-    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(u"GNOME"_s);
+QStringList desktopNames() {
+    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
 }
 
-/// GNOME's panel is dark under the light scheme too.
+bool isGnome() {
+    return desktopNames().contains(u"GNOME"_s);
+}
+
+/// No host says what its panel looks like. Those of these desktops follow the colour scheme. GNOME's is dark under the
+/// light scheme, too, and so are the bars of window managers such as sway and i3, as they come.
 bool panelIsDark(const ColorScheme& colors) {
-    return colors.isDark() || isGnome();
+    constexpr std::array followers{"KDE"_L1, "XFCE"_L1, "LXQt"_L1, "MATE"_L1, "X-Cinnamon"_L1};
+    const QStringList names = desktopNames();
+    return colors.isDark() ||
+           std::ranges::none_of(followers, [&names](QLatin1String follower) { return names.contains(follower); });
 }
 } // namespace
 
