@@ -26,6 +26,7 @@ bool isDark(const QPalette& palette) {
 ColorScheme::ColorScheme(const QDBusConnection& bus, QObject* parent)
     : QObject(parent), dark_(tarnwick::isDark(QGuiApplication::palette())) {
     qGuiApp->installEventFilter(this);
+    qRegisterMetaType<QDBusVariant>(); // connect() finds a slot's types by name, and may be the first to need this one
     QDBusConnection connection = bus;
     connection.connect(portal, portalPath, settings, u"SettingChanged"_s, this,
                        SLOT(settingChanged(QString, QString, QDBusVariant)));
@@ -56,7 +57,18 @@ bool ColorScheme::eventFilter(QObject* watched, QEvent* event) {
 
 void ColorScheme::setPreference(uint preference) {
     preference_ = preference;
+    apply();
     update();
+}
+
+void ColorScheme::apply() {
+    const bool isStated = preference_ == 1 || preference_ == 2;
+    const bool dark = preference_ == 1;
+    if (isStated && dark == tarnwick::isDark(QGuiApplication::palette()))
+        return;
+    QGuiApplication::setPalette({}); // as the desktop gives it
+    if (isStated && dark != tarnwick::isDark(QGuiApplication::palette()))
+        QGuiApplication::setPalette(dark ? QPalette(0x3a3b3f, 0x26272a) : QPalette(0xffffff, 0xf6f6f7));
 }
 
 void ColorScheme::update() {

@@ -7,7 +7,8 @@
 namespace tarnwick {
 
 /// Whether the desktop is light or dark: by its stated preference (org.freedesktop.appearance), or, where it states
-/// none, by the application's palette. Main thread only.
+/// none, by the application's palette. Where Qt does not follow a stated preference, this gives the application a light
+/// or dark palette, so that its windows do. Main thread only.
 class ColorScheme : public QObject {
     Q_OBJECT
 
@@ -25,6 +26,7 @@ private Q_SLOTS:
 private:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void setPreference(uint preference);
+    void apply();
     void update();
 
     uint preference_ = 0; ///< 0 none, 1 dark, 2 light
