@@ -65,15 +65,15 @@ class Portal : public QObject {
 
 public Q_SLOTS:
     QDBusVariant Read(const QString& group, const QString& key) {
-        asked = group + u' ' + key;
-        return QDBusVariant(QVariant::fromValue(QDBusVariant(1U)));
+        const QVariant value = key == "font-name"_L1 ? fontName : QVariant(1U);
+        return QDBusVariant(QVariant::fromValue(QDBusVariant(group.startsWith("org."_L1) ? value : QVariant())));
     }
 
 Q_SIGNALS:
     void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
 
 public:
-    QString asked;
+    QVariant fontName;
 };
 
 /// Every signal that the item sends, in order.
@@ -123,9 +123,27 @@ private Q_SLOTS:
 
         const ColorScheme colors(bus_); // asks, and is answered "dark"
         QTRY_VERIFY(colors.isDark());
-        QCOMPARE(portal.asked, u"org.freedesktop.appearance color-scheme"_s);
         Q_EMIT portal.SettingChanged(appearance, u"color-scheme"_s, QDBusVariant(0U)); // as the toolkit has it
         QTRY_VERIFY(!colors.isDark());
+    }
+
+    void fontIsTheDesktopsWhereTheToolkitHasNone() {
+        Portal portal;
+        const QString family = u"Inter"_s;
+        portal.fontName = family + u" Semi-Bold 11"_s;
+        QVERIFY(hostBus_.registerObject(u"/org/freedesktop/portal/desktop"_s, &portal,
+                                        QDBusConnection::ExportAllContents) &&
+                hostBus_.registerService(u"org.freedesktop.portal.Desktop"_s));
+        for (const auto& [before, after] : {std::pair(u"Other"_s, u"Other"_s), {u"Sans"_s, family}}) {
+            QGuiApplication::setFont(QFont(before));
+            const InterfaceFont font(bus_);
+            const ColorScheme answered(bus_); // after the font's name, as the bus keeps the order
+            QTRY_VERIFY(answered.isDark());
+            QCOMPARE(QGuiApplication::font().family(), after);
+            Q_EMIT portal.SettingChanged(u"org.freedesktop.appearance"_s, u"color-scheme"_s, QDBusVariant(2U));
+            QTRY_VERIFY(!answered.isDark());
+        }
+        QGuiApplication::setFont({});
     }
 
     void tellsTheHostEverythingItAsksFor() {

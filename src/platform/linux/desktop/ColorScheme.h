@@ -1,8 +1,11 @@
 #pragma once
 
+#include "DesktopSetting.h"
+
 #include <QDBusConnection>
-#include <QDBusVariant>
 #include <QObject>
+
+#include <optional>
 
 namespace tarnwick {
 
@@ -20,16 +23,14 @@ public:
 Q_SIGNALS:
     void changed();
 
-private Q_SLOTS:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-
 private:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void setPreference(uint preference);
+    /// The stated preference.
+    [[nodiscard]] std::optional<bool> prefersDark() const;
     void apply();
     void update();
 
-    uint preference_ = 0; ///< 0 none, 1 dark, 2 light
+    DesktopSetting preference_;
     bool dark_ = false;
 };
 

@@ -3,7 +3,7 @@
 namespace tarnwick {
 
 DesktopStatusItem::DesktopStatusItem(const QDBusConnection& bus, std::chrono::milliseconds patience, QObject* parent)
-    : StatusItem(parent), colors_(bus), notifier_(bus, colors_) {
+    : StatusItem(parent), colors_(bus), font_(bus), notifier_(bus, colors_) {
     patience_.setSingleShot(true);
     patience_.setInterval(patience);
     connect(&patience_, &QTimer::timeout, this, &DesktopStatusItem::showStrip);

@@ -2,6 +2,7 @@
 
 #include "ColorScheme.h"
 #include "FloatingStatusItem.h"
+#include "InterfaceFont.h"
 #include "StatusItem.h"
 #include "StatusNotifierItem.h"
 
@@ -34,6 +35,7 @@ private:
     void showStrip();
 
     ColorScheme colors_;
+    InterfaceFont font_;
     StatusNotifierItem notifier_;
     std::unique_ptr<FloatingStatusItem> strip_;
     QTimer patience_;

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusVariant>
+#include <QObject>
+#include <QVariant>
+
+namespace tarnwick {
+
+/// One setting of the desktop, as the session's portal gives it (org.freedesktop.portal.Settings). Main thread only.
+class DesktopSetting : public QObject {
+    Q_OBJECT
+
+public:
+    DesktopSetting(const QDBusConnection& bus, QString group, QString key, QObject* parent = nullptr);
+
+    /// Invalid while no portal has given it.
+    [[nodiscard]] const QVariant& value() const { return value_; }
+
+Q_SIGNALS:
+    void changed();
+
+private Q_SLOTS:
+    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+
+private:
+    void setValue(const QVariant& value);
+
+    const QString group_;
+    const QString key_;
+    QVariant value_;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "DesktopSetting.h"
+
+#include <QObject>
+
+namespace tarnwick {
+
+/// Gives the application the desktop's interface font where Qt knows only "sans-serif", as on GNOME. A window has the
+/// font that was set when it was made. Main thread only.
+class InterfaceFont : public QObject {
+    Q_OBJECT
+
+public:
+    explicit InterfaceFont(const QDBusConnection& bus, QObject* parent = nullptr);
+
+private:
+    void apply();
+
+    DesktopSetting name_;
+};
+
+} // namespace tarnwick
