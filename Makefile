@@ -1,6 +1,6 @@
 # The commands of this project; each installs what it needs first. See README.md.
 
-.PHONY: run demo build test lint bench bench-build screenshots package clean
+.PHONY: run demo build test lint bench bench-build screenshots desktops package clean
 
 # While it compiles: how much of it is done, and since when.
 export NINJA_STATUS = [%p, %e s] 
@@ -40,6 +40,10 @@ screenshots:
 	@scripts/compile bench --target tarnwick screenshots symbol-sheet
 	build-bench/tools/screenshots docs/images
 	build-bench/tools/symbol-sheet docs/images/symbols.png
+
+desktops: build
+	@scripts/install-packages demo desktops
+	scripts/desktops build/tarnwick docs/images/desktops
 
 package: build
 	@scripts/install-packages package
