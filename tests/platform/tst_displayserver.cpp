@@ -33,7 +33,7 @@ private Q_SLOTS:
         };
         for (const auto& [session, installed, expected] : rows) {
             const DisplayServer display = DisplayServer::choose(
-                session, [&installed](const QByteArray& name) { return installed.contains(name); });
+                session, [&names = installed](const QByteArray& name) { return names.contains(name); });
             const bool isProblem = expected.startsWith('!');
             QCOMPARE(display.platform, isProblem ? QByteArray() : expected);
             QVERIFY2(isProblem ? display.problem.endsWith(QString::fromUtf8(expected.mid(1)))
