@@ -13,7 +13,7 @@ constexpr double lowestPlausible = 15.0;   // °C, exclusive
 constexpr double highestPlausible = 125.0; // °C, exclusive
 
 struct CategoryRule {
-    QStringView part; ///< of the lowercased sensor name
+    QStringView part; ///< of the sensor's name, in any case
     QStringView category;
 };
 
@@ -26,9 +26,8 @@ constexpr std::array categoryRules{
 };
 
 QStringView categoryOf(const QString& sensorName) {
-    const QString lowercased = sensorName.toLower();
     for (const CategoryRule& rule : categoryRules)
-        if (lowercased.contains(rule.part))
+        if (sensorName.contains(rule.part, Qt::CaseInsensitive))
             return rule.category;
     return ThermalCategory::thermalZone;
 }
