@@ -10,10 +10,10 @@
 /// How the benchmarks measure and print.
 namespace figures {
 
-/// Processor time of this process, user and system, children excluded.
-inline double cpuMilliseconds() {
+/// Processor time of this process, user and system, children excluded; or of this thread alone.
+inline double cpuMilliseconds(clockid_t clock = CLOCK_PROCESS_CPUTIME_ID) {
     timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    clock_gettime(clock, &now);
     return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 

@@ -7,12 +7,14 @@
 #include <thread>
 #include <utility>
 
-/// The computer that the benchmark runs on, with the temperature sensors below `sensorRoot`. A sensor that shows
-/// `slowValue` takes 200 ms to say so.
+/// The computer that the benchmark runs on, with the temperature sensors below `sensorRoot`, and what the kernel says
+/// otherwise below `kernelRoot`. A sensor or a thermal zone that shows `slowValue` takes 200 ms to say so.
 struct RealComputer {
     explicit RealComputer(tarnwick::ThisComputer::Clock clock = tarnwick::ThisComputer::steadyTime,
-                          const QString& sensorRoot = QStringLiteral("/"))
-        : sensors(sensorRoot, {.clock = clock, .readInput = readInput})
+                          const QString& sensorRoot = QStringLiteral("/"),
+                          const QString& kernelRoot = QStringLiteral("/"))
+        : kernel(kernelRoot, tarnwick::NvidiaLibrary::installedName(), {.clock = clock, .readInput = readInput})
+        , sensors(sensorRoot, {.clock = clock, .readInput = readInput})
         , computer(kernel, sensors, tarnwick::systemWords(), std::move(clock)) {}
 
     static constexpr const char* slowValue = "61234";

@@ -1,5 +1,5 @@
 // One tick of the status item's label with all seven metrics pinned, on a machine with 20 temperature sensors; and the
-// longest one when a sensor of the processor takes 200 ms.
+// longest one when a sensor of the processor and a thermal zone take 200 ms.
 
 #include "Figures.h"
 #include "RealComputer.h"
@@ -47,15 +47,20 @@ int main(int argc, char* argv[]) {
         now += std::chrono::seconds(1);
         return composeStatusItemLabel(servers, settings, real.computer);
     };
-    if (const StatusItemLabel label = tick(); !label.title.contains(QStringLiteral("SSD 5"))) {
+    constexpr int ticks = 2000;
+    StatusItemLabel label = tick();
+    for (int i = 0; i < ticks && !label.title.contains(QStringLiteral("SSD 5")); ++i)
+        label = tick(); // the first reading of the drive may take a moment
+    if (!label.title.contains(QStringLiteral("SSD 5"))) {
         std::fprintf(stderr, "unexpected label: %s\n", qPrintable(label.title));
         return 2;
     }
-    constexpr int ticks = 2000;
     double start = figures::cpuMilliseconds();
+    const double mainStart = figures::cpuMilliseconds(CLOCK_THREAD_CPUTIME_ID);
     for (int i = 0; i < ticks; ++i)
         static_cast<void>(tick());
     const double perTick = (figures::cpuMilliseconds() - start) / ticks;
+    const double perTickHere = (figures::cpuMilliseconds(CLOCK_THREAD_CPUTIME_ID) - mainStart) / ticks;
 
     // For comparison: only opening and reading the same 20 files.
     start = figures::cpuMilliseconds();
@@ -72,24 +77,25 @@ int main(int argc, char* argv[]) {
     const double opening = (figures::cpuMilliseconds() - start) / ticks;
     figures::report("label tick, seven pins, 20 sensors", perTick, "ms", 0.3,
                     QStringLiteral("(opening and reading the 20 files: %1 ms)").arg(opening, 0, 'f', 3));
+    figures::report("the same, on the main thread", perTickHere, "ms", 0.1);
     figures::report("an hour of label ticks, CPU", perTick * 3600 / 1000, "s", 2);
 
-    const QString slowDevice = root.path() + QStringLiteral("/sys/class/hwmon/hwmon9/");
-    if (!QDir().mkpath(slowDevice))
-        return 2;
-    for (const auto& [name, text] : {std::pair("name", "cpu_thermal"), {"temp1_input", RealComputer::slowValue}}) {
-        QFile file(slowDevice + QString::fromLatin1(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) < 0)
+    for (const auto& [name, text] : {std::pair("hwmon/hwmon9/name", "cpu_thermal"),
+                                     {"hwmon/hwmon9/temp1_input", RealComputer::slowValue},
+                                     {"thermal/thermal_zone0/temp", RealComputer::slowValue}}) {
+        QFile file(root.path() + QStringLiteral("/sys/class/") + QString::fromLatin1(name));
+        if (!QDir().mkpath(QFileInfo(file).path()) || !file.open(QIODevice::WriteOnly) || file.write(text) < 0)
             return 2;
     }
-    RealComputer slow([&now] { return now; }, root.path());
+    RealComputer slow([&now] { return now; }, root.path(), root.path());
     double longest = 0;
     for (int i = 0; i < ticks; ++i) {
         now += std::chrono::seconds(1);
         start = figures::wallMilliseconds();
         static_cast<void>(composeStatusItemLabel(servers, settings, slow.computer));
+        static_cast<void>(slow.computer.info());
         longest = std::max(longest, figures::wallMilliseconds() - start);
     }
-    figures::report("longest tick, one sensor takes 200 ms", longest, "ms", 20);
+    figures::report("longest tick and snapshot, two sensors take 200 ms", longest, "ms", 20);
     return figures::exitStatus();
 }

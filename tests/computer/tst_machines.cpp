@@ -13,16 +13,17 @@ namespace {
 
 /// What is read in a tree, once its files are there.
 struct Machine {
-    std::atomic<int> seconds = 0; ///< go by with each question
-    const std::function<std::chrono::nanoseconds()> clock = [this] {
-        return std::chrono::seconds(++seconds);
+    std::atomic<std::chrono::seconds> now{};
+    const DeviceAccess access{
+        .clock = [this] { return now.load(); },
+        .patience = std::chrono::minutes(1),
+        .grace = {},
     };
     LinuxKernelReadings kernel;
     LinuxTemperatureSensors sensors;
-    ThisComputer computer{kernel, sensors, linuxWords, clock};
+    ThisComputer computer{kernel, sensors, linuxWords, access.clock};
 
-    explicit Machine(const FileTree& tree)
-        : kernel(tree.root()), sensors(tree.root(), {.clock = clock, .patience = std::chrono::minutes(1)}) {}
+    explicit Machine(const FileTree& tree) : kernel(tree.root(), {}, access), sensors(tree.root(), access) {}
 };
 
 } // namespace
@@ -48,6 +49,7 @@ private Q_SLOTS:
         const auto answer = [&](const QString& question) {
             if (!machine)
                 machine.emplace(tree);
+            machine->now = machine->now.load() + std::chrono::minutes(1);
             const MacHardwareInfo info = machine->computer.info();
             QStringList readings;
             for (const MacThermalSensor& sensor : info.sensors)
@@ -67,6 +69,32 @@ private Q_SLOTS:
             return answers.value(question, u"no such question"_s);
         };
         QCOMPARE(tree.play(lines, answer), lines);
+    }
+
+    void aCardRestsFromAllWhoReadIt() {
+        const FileTree tree;
+        tree.install(u"sys/devices/0000:03:00.0/class = 0x038000"_s);
+        tree.install(u"sys/devices/0000:03:00.0/power/control = auto"_s);
+        tree.install(u"sys/class/drm/card1/device -> ../../../devices/0000:03:00.0"_s);
+        tree.install(u"sys/class/hwmon/hwmon0/device -> ../../../devices/0000:03:00.0"_s);
+        tree.install(u"sys/class/hwmon/hwmon0/name = amdgpu"_s);
+        auto readAt = [&, machine = std::optional<Machine>()](int second, int busy, int celsius) mutable {
+            tree.install(u"sys/devices/0000:03:00.0/gpu_busy_percent = %1"_s.arg(busy));
+            tree.install(u"sys/class/hwmon/hwmon0/temp1_input = %1"_s.arg(celsius * 1000));
+            if (!machine)
+                machine.emplace(tree);
+            machine->now = std::chrono::seconds(second);
+            const auto percent = MacHardwareCollector::queryGpuUsage(machine->kernel.accelerators());
+            const auto readings = machine->sensors.read(SensorGroup::processor);
+            return u"%1 % %2"_s.arg(percent.value_or(-1)).arg(readings->first().celsius.value_or(-1));
+        };
+        QCOMPARE(readAt(0, 0, 40), u"0 % 40"_s);
+        for (int read = 0; read < 100; ++read)
+            QCOMPARE(readAt(14, 60, 41), u"0 % 40"_s); // also after a look for new cards
+        QCOMPARE(readAt(15, 60, 41), u"60 % 41"_s);
+        QCOMPARE(readAt(16, 70, 42), u"70 % 42"_s); // awake anyway
+        QCOMPARE(readAt(17, 0, 43), u"0 % 42"_s);
+        QCOMPARE(readAt(31, 50, 44), u"0 % 42"_s);
     }
 };
 

@@ -32,7 +32,8 @@ struct Rig {
                        onRead(content.text);
                        return content;
                    },
-               .patience = patience}) {
+               .patience = patience,
+               .grace = 0ms}) {
         for (qsizetype i = 0; i < drivers.size(); ++i) {
             tree.install(u"sys/class/hwmon/hwmon%1/name = %2"_s.arg(i).arg(drivers.at(i)));
             tree.install(u"sys/class/hwmon/hwmon%1/temp1_input = %2"_s.arg(i).arg(40'000 + i * 1000));

@@ -2,6 +2,7 @@
 #include "linux/IdleResidency.h"
 #include "linux/LinuxKernelReadings.h"
 
+#include <QSemaphore>
 #include <QTest>
 
 #include <chrono>
@@ -84,13 +85,13 @@ private Q_SLOTS:
         qputenv("STANDIN_NVIDIA_LOG", QFile::encodeName(log));
         std::optional<LinuxKernelReadings> kernel;
         IdleResidency residency;
+        std::chrono::seconds now{};
         const auto answer = [&](const QString& question) {
             if (question.startsWith(u"idle for "_s)) {
                 const auto milliseconds = [&question](int word) {
                     return std::chrono::milliseconds(question.section(u' ', word, word).toInt());
                 };
-                const auto busy =
-                    residency.busyPercent(milliseconds(2), IdleResidency::Clock::time_point(milliseconds(5)));
+                const auto busy = residency.busyPercent(milliseconds(2), milliseconds(5));
                 return busy ? text(*busy) : u"?"_s;
             }
             if (question == u"calls of the library")
@@ -100,10 +101,29 @@ private Q_SLOTS:
                 return utilisations(without);
             }
             if (!kernel)
-                kernel.emplace(tree.root(), QStringLiteral(STANDIN_NVIDIA));
+                kernel.emplace(
+                    tree.root(), QStringLiteral(STANDIN_NVIDIA),
+                    DeviceAccess{.clock = [&now] { return now; }, .patience = std::chrono::minutes(1), .grace = {}});
+            now += std::chrono::seconds(10);
             return answerOf(*kernel, question);
         };
         QCOMPARE(tree.play(lines, answer), lines);
+    }
+
+    void nobodyWaitsForASlowThermalZone() {
+        const FileTree tree;
+        tree.install(u"sys/class/thermal/thermal_zone0/temp = 60000"_s);
+        tree.install(u"sys/class/thermal/thermal_zone0/trip_point_0_type = critical"_s);
+        tree.install(u"sys/class/thermal/thermal_zone0/trip_point_0_temp = 50000"_s);
+        QSemaphore mayAnswer;
+        LinuxKernelReadings kernel(tree.root(), {},
+                                   {.readInput = [&mayAnswer](const KeptFile& input, std::span<char> buffer) {
+                                       mayAnswer.acquire();
+                                       return input.read(buffer);
+                                   }});
+        QCOMPARE(kernel.thermalState(), ThermalState::unknown);
+        mayAnswer.release();
+        QTRY_COMPARE(kernel.thermalState(), ThermalState::critical);
     }
 
     void intelCards_data() {

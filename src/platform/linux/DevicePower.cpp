@@ -2,6 +2,8 @@
 
 #include "KernelFiles.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <array>
 #include <initializer_list>
@@ -38,10 +40,36 @@ bool DevicePower::isAsleep() const {
     return says(status_, {"suspended", "suspending"});
 }
 
-void DevicePower::rest() {
+bool DevicePower::isGone() const {
+    std::array<char, 32> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
+    return status_.isOpen() && status_.read(buffer).gone;
+}
+
+unsigned DevicePower::round(std::chrono::nanoseconds now) {
     // Asked each time: power-saving tools allow sleep and forbid it as a laptop is unplugged and plugged in.
-    if (says(control_, {"auto"}))
-        restsUntil_ = Clock::now() + restingTime;
+    const bool maySleep = says(control_, {"auto"});
+    const std::lock_guard lock(mutex_);
+    if (!maySleep || now >= restsUntil_)
+        ++round_;
+    return round_;
+}
+
+unsigned DevicePower::noteRead(std::chrono::nanoseconds now, bool isBusy) {
+    const std::lock_guard lock(mutex_);
+    restsUntil_ = now + restingTime;
+    return isBusy ? round_++ : round_;
+}
+
+std::shared_ptr<DevicePower> DevicePowers::of(const QString& deviceFolder) {
+    const QString path = QFileInfo(deviceFolder).canonicalFilePath();
+    if (path.isEmpty())
+        return std::make_shared<DevicePower>(deviceFolder);
+    const std::lock_guard lock(mutex_);
+    std::weak_ptr<DevicePower>& known = known_[path];
+    std::shared_ptr<DevicePower> power = known.lock();
+    if (!power || power->isGone())
+        known = power = std::make_shared<DevicePower>(deviceFolder);
+    return power;
 }
 
 } // namespace tarnwick

@@ -49,13 +49,13 @@ bool DiskActivity::hasWorked() {
 }
 
 HwmonDevice::HwmonDevice(const QString& driver, const QString& deviceFolder, std::vector<Sensor> sensors,
-                         ReadInput readInput)
+                         const DeviceAccess& access)
     : sensors_(std::move(sensors))
-    , readInput_(std::move(readInput))
+    , access_(access)
     , asksFirmware_(std::any_of(firmwareDrivers.begin(), firmwareDrivers.end(),
                                 [&](QStringView prefix) { return driver.startsWith(prefix); }))
     , isDrive_(driver == u"nvme" || driver == u"drivetemp")
-    , power_(deviceFolder)
+    , turns_(access.powers->of(deviceFolder))
     , disk_(driver == u"drivetemp" ? spinningDisk(deviceFolder) : QString()) {
     last_.celsius.resize(static_cast<qsizetype>(sensors_.size()));
 }
@@ -71,13 +71,14 @@ std::chrono::seconds HwmonDevice::period() const {
     return has(SensorGroup::processor) && !asksFirmware_ ? 0s : otherPeriod;
 }
 
-bool HwmonDevice::isLeftAlone() {
-    return power_.isResting() || (disk_.isSpinningDisk() && !disk_.hasWorked());
+bool HwmonDevice::isLeftAlone(std::chrono::nanoseconds now) {
+    return !turns_.isDue(now) || (disk_.isSpinningDisk() && !disk_.hasWorked());
 }
 
-HwmonReadings HwmonDevice::read(std::chrono::nanoseconds now) {
-    const bool isAsleep = power_.isAsleep();
-    if (!isAsleep && isLeftAlone()) {
+HwmonReadings HwmonDevice::read() {
+    const std::chrono::nanoseconds now = access_.clock();
+    const bool isAsleep = turns_.isAsleep();
+    if (!isAsleep && isLeftAlone(now)) {
         if (now - lastReadAt_ > longestKept)
             last_.celsius.fill(std::nullopt);
         return last_;
@@ -85,14 +86,14 @@ HwmonReadings HwmonDevice::read(std::chrono::nanoseconds now) {
     last_ = {};
     for (const Sensor& sensor : sensors_) {
         std::array<char, 32> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
-        const KeptFile::Content content = isAsleep ? KeptFile::Content() : readInput_(sensor.input, buffer);
+        const KeptFile::Content content = isAsleep ? KeptFile::Content() : access_.readInput(sensor.input, buffer);
         const std::optional<qint64> thousandths = content.number();
         last_.celsius.append(thousandths ? std::optional(static_cast<double>(*thousandths) / 1000) : std::nullopt);
         last_.isGone = last_.isGone || content.gone;
     }
     lastReadAt_ = now;
     if (!isAsleep)
-        power_.rest();
+        turns_.noteRead(now);
     if (disk_.isSpinningDisk())
         (void)disk_.hasWorked(); // our own question is no work
     return last_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DevicePower.h"
+#include "DeviceAccess.h"
 #include "KeptFile.h"
 #include "TemperatureSensors.h"
 
@@ -8,9 +8,7 @@
 #include <QString>
 
 #include <chrono>
-#include <functional>
 #include <optional>
-#include <span>
 #include <vector>
 
 namespace tarnwick {
@@ -49,10 +47,10 @@ public:
         SensorGroup group = SensorGroup::others;
         KeptFile input; ///< thousandths of a degree
     };
-    using ReadInput = std::function<KeptFile::Content(const KeptFile& input, std::span<char> buffer)>;
 
     /// `deviceFolder` is the folder in /sys of what is measured, ending in "/".
-    HwmonDevice(const QString& driver, const QString& deviceFolder, std::vector<Sensor> sensors, ReadInput readInput);
+    HwmonDevice(const QString& driver, const QString& deviceFolder, std::vector<Sensor> sensors,
+                const DeviceAccess& access);
 
     [[nodiscard]] const std::vector<Sensor>& sensors() const { return sensors_; }
     [[nodiscard]] bool has(SensorGroup group) const;
@@ -63,17 +61,17 @@ public:
     /// As last read; nothing at first.
     [[nodiscard]] const HwmonReadings& last() const { return last_; }
     /// Reads the inputs now. A device that sleeps is not woken and says nothing; one that is left alone, so that it may
-    /// fall asleep, says what it said last. `now` is monotonic.
-    [[nodiscard]] HwmonReadings read(std::chrono::nanoseconds now);
+    /// fall asleep, says what it said last.
+    [[nodiscard]] HwmonReadings read();
 
 private:
-    [[nodiscard]] bool isLeftAlone();
+    [[nodiscard]] bool isLeftAlone(std::chrono::nanoseconds now);
 
     std::vector<Sensor> sensors_;
-    ReadInput readInput_;
+    DeviceAccess access_;
     bool asksFirmware_ = false;
     bool isDrive_ = false;
-    DevicePower power_;
+    DeviceTurns turns_;
     DiskActivity disk_;
     HwmonReadings last_;
     std::chrono::nanoseconds lastReadAt_{};

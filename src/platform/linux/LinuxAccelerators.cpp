@@ -8,8 +8,10 @@
 #include <array>
 #include <cmath>
 #include <functional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
+using std::chrono::milliseconds;
 
 namespace tarnwick {
 
@@ -35,22 +37,27 @@ QStringList idleCounterPaths(const QString& card) {
     return paths;
 }
 
+std::optional<qint64> rounded(std::optional<double> number) {
+    return number ? std::optional<qint64>(std::llround(*number)) : std::nullopt;
+}
+
 } // namespace
 
-LinuxAccelerators::LinuxAccelerators(const QString& root, const QString& nvidiaLibrary)
-    : root_(root), nvidia_(nvidiaLibrary) {}
+LinuxAccelerators::LinuxAccelerators(const QString& root, const QString& nvidiaLibrary, const DeviceAccess& access)
+    : root_(root), access_(access), nvidia_(nvidiaLibrary) {}
 
 QList<QVariantMap> LinuxAccelerators::read() {
     const std::lock_guard lock(mutex_);
     if (--readsUntilScan_ < 0)
         scan();
+    const std::chrono::nanoseconds now = access_.clock();
     std::vector<std::optional<qint64>> percentages;
     for (Card& card : cards_)
-        percentages.push_back(utilisation(card));
+        percentages.push_back(utilisation(card, now));
     std::ranges::sort(percentages, std::greater());
     // A session keeps all of NVIDIA's cards awake.
-    const auto needsSession = [](const Card& card) {
-        return !card.pciAddress.isEmpty() && !card.power.isAsleep() && !card.power.isResting();
+    const auto needsSession = [now](const Card& card) {
+        return !card.pciAddress.isEmpty() && !card.turns.isAsleep() && card.turns.isDue(now);
     };
     if (std::ranges::none_of(cards_, needsSession))
         nvidia_.close();
@@ -66,15 +73,22 @@ QList<QVariantMap> LinuxAccelerators::read() {
 
 void LinuxAccelerators::scan() {
     readsUntilScan_ = readsPerScan;
-    cards_.clear();
-    const auto addCard = [this](const QString& device) -> Card& {
+    std::vector<Card> before = std::exchange(cards_, {});
+    const auto addCard = [&](const QString& device) -> Card& {
         Card& card = cards_.emplace_back();
-        card.power = DevicePower(device);
+        card.device = device;
+        card.turns = DeviceTurns(access_.powers->of(device));
+        // One that rests goes on resting.
+        const auto known = std::ranges::find(before, device, &Card::device);
+        if (known != before.end()) {
+            card.turns.continueFrom(known->turns);
+            card.reported = known->reported;
+        }
         return card;
     };
-    const auto addCardWithPercent = [&addCard](const QString& file, const QString& device) {
-        if (QFile::exists(file))
-            addCard(device).busyPercent = KeptFile(file);
+    const auto addCardWithPercent = [&addCard](const QString& path, const QString& device) {
+        if (KeptFile file(path); file.isOpen())
+            addCard(device).busyPercent = std::move(file);
     };
     const QString drm = root_ + u"sys/class/drm/"_s;
     for (const QString& entry : foldersByNumber(drm, u"card*"_s)) { // connectors ("card0-DP-1") have none of the files
@@ -96,40 +110,42 @@ void LinuxAccelerators::scan() {
         addCard(nvidia + address + u'/').pciAddress = address.toLatin1();
 }
 
-std::optional<qint64> LinuxAccelerators::utilisation(Card& card) {
-    const bool isAsleep = card.power.isAsleep();
-    if (isAsleep || card.power.isResting()) {
+std::optional<qint64> LinuxAccelerators::utilisation(Card& card, std::chrono::nanoseconds now) {
+    const bool isAsleep = card.turns.isAsleep();
+    if (isAsleep || !card.turns.isDue(now)) {
         // Its counters stand still while a card sleeps, so no interval may include that time.
         for (const IdleCounter& counter : card.idleCounters)
             residencies_.remove(counter.path);
-        return isAsleep ? std::nullopt : std::optional<qint64>(0);
+        if (isAsleep)
+            card.reported.reset();
+        return card.reported;
     }
-    const std::optional<qint64> percent = measure(card);
-    if (percent == 0)
-        card.power.rest();
-    return percent;
+    const std::optional<qint64> percent = measure(card, now);
+    if (percent)
+        card.turns.noteRead(now, *percent > 0);
+    // After a rest an interval has to begin first.
+    if (percent || card.idleCounters.empty())
+        card.reported = percent;
+    return card.reported;
 }
 
-std::optional<qint64> LinuxAccelerators::measure(const Card& card) {
+std::optional<qint64> LinuxAccelerators::measure(const Card& card, std::chrono::nanoseconds now) {
     if (!card.pciAddress.isEmpty())
         return nvidia_.utilisation(card.pciAddress);
-    if (card.busyPercent.isOpen()) {
-        std::array<char, 32> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
-        KeptFile::Content content = card.busyPercent.read(buffer);
-        if (const qsizetype at = content.text.indexOf('@'); at >= 0)
-            content.text.truncate(at);
-        return content.number();
-    }
+    if (!card.busyPercent.isOpen())
+        return busiestPart(card, now);
+    std::array<char, 32> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
+    KeptFile::Content content = card.busyPercent.read(buffer);
+    if (const qsizetype at = content.text.indexOf('@'); at >= 0)
+        content.text.truncate(at);
+    return content.number();
+}
+
+std::optional<qint64> LinuxAccelerators::busiestPart(const Card& card, std::chrono::nanoseconds now) {
     std::optional<qint64> busiest;
-    for (const IdleCounter& counter : card.idleCounters) {
-        const std::optional<qint64> idle = counter.file.readNumber();
-        if (!idle)
-            continue;
-        const std::optional<double> percent =
-            residencies_[counter.path].busyPercent(std::chrono::milliseconds(*idle), IdleResidency::Clock::now());
-        if (percent)
-            busiest = std::max(busiest, std::optional<qint64>(std::llround(*percent)));
-    }
+    for (const IdleCounter& counter : card.idleCounters)
+        if (const std::optional<qint64> idle = counter.file.readNumber())
+            busiest = std::max(busiest, rounded(residencies_[counter.path].busyPercent(milliseconds(*idle), now)));
     return busiest;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DevicePower.h"
+#include "DeviceAccess.h"
 #include "IdleResidency.h"
 #include "KeptFile.h"
 #include "NvidiaLibrary.h"
@@ -21,7 +21,7 @@ namespace tarnwick {
 class LinuxAccelerators {
 public:
     /// `root` is the folder that holds sys, ending in "/".
-    LinuxAccelerators(const QString& root, const QString& nvidiaLibrary);
+    LinuxAccelerators(const QString& root, const QString& nvidiaLibrary, const DeviceAccess& access);
 
     /// One property dictionary per card, the busiest first. A card that sleeps or does not answer has no utilisation;
     /// Intel's have none at the first read, because there is no interval yet.
@@ -32,19 +32,24 @@ private:
         QString path;
         KeptFile file; ///< milliseconds
     };
+    /// One of the sources of its utilisation is there, the others are empty or not open.
     struct Card {
-        QByteArray pciAddress; ///< of a card that NVIDIA's library answers for; else empty
-        KeptFile busyPercent;  ///< "12", or "12@200000000Hz"; not open where there are idle counters
+        QString device;        ///< its folder in /sys, ending in "/"
+        QByteArray pciAddress; ///< of a card that NVIDIA's library answers for
+        KeptFile busyPercent;  ///< "12", or "12@200000000Hz"
         std::vector<IdleCounter> idleCounters;
-        DevicePower power;
+        DeviceTurns turns;
+        std::optional<qint64> reported;
     };
 
     void scan();
-    [[nodiscard]] std::optional<qint64> utilisation(Card& card);
-    [[nodiscard]] std::optional<qint64> measure(const Card& card);
+    [[nodiscard]] std::optional<qint64> utilisation(Card& card, std::chrono::nanoseconds now);
+    [[nodiscard]] std::optional<qint64> measure(const Card& card, std::chrono::nanoseconds now);
+    [[nodiscard]] std::optional<qint64> busiestPart(const Card& card, std::chrono::nanoseconds now);
 
     const QString root_; ///< ends in "/"
-    std::mutex mutex_;
+    const DeviceAccess access_;
+    std::mutex mutex_; ///< guards what follows
     std::vector<Card> cards_;
     QHash<QString, IdleResidency> residencies_; ///< by the counter's path, so that a scan keeps them
     NvidiaLibrary nvidia_;

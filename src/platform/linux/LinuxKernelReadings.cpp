@@ -23,6 +23,10 @@ namespace tarnwick {
 
 namespace {
 
+constexpr std::chrono::seconds thermalPeriod{10}; // firmware answers for some of the zones
+/// The kernel takes longer to write /proc/meminfo than for all other figures together.
+constexpr std::chrono::milliseconds oneQuestion{100};
+
 template <typename Integer>
 QByteArray bytesOf(Integer number) {
     return {reinterpret_cast<const char*>(&number), static_cast<qsizetype>(sizeof number)};
@@ -34,16 +38,19 @@ std::optional<QByteArray> textValue(const QByteArray& text) {
 
 } // namespace
 
-LinuxKernelReadings::LinuxKernelReadings(const QString& root, const QString& nvidiaLibrary)
+LinuxKernelReadings::LinuxKernelReadings(const QString& root, const QString& nvidiaLibrary, const DeviceAccess& access)
     : root_(root.endsWith(u'/') ? root : root + u'/')
     , stat_(root_ + u"proc/stat"_s)
-    , memory_(root_)
-    , accelerators_(root_, nvidiaLibrary) {}
+    , access_(access)
+    , memoryReading_(root_)
+    , accelerators_(root_, nvidiaLibrary, access)
+    , thermalState_([this] { return readLinuxThermalState(root_, access_); }, ThermalState::unknown,
+                    {.period = thermalPeriod, .grace = access.grace, .patience = access.patience}) {}
 
 std::optional<QByteArray> LinuxKernelReadings::value(const char* name) {
     const QByteArrayView wanted(name);
     if (wanted == "hw.memsize") {
-        const auto memory = memory_.read();
+        const auto memory = this->memory();
         return bytesOf(memory ? static_cast<qint64>(memory->installed * 1024)
                               : qint64{::sysconf(_SC_PHYS_PAGES)} * ::sysconf(_SC_PAGESIZE));
     }
@@ -92,7 +99,7 @@ std::optional<CpuTicks> LinuxKernelReadings::cpuTicks() {
 }
 
 std::optional<MemoryPages> LinuxKernelReadings::memoryPages() {
-    const auto memory = memory_.read();
+    const auto memory = this->memory();
     if (!memory)
         return std::nullopt;
     // Linux has no page counts that add up to "in use": all installed memory that programs cannot get is in use.
@@ -123,7 +130,10 @@ OperatingSystem LinuxKernelReadings::operatingSystem() {
 }
 
 ThermalState LinuxKernelReadings::thermalState() {
-    return readLinuxThermalState(root_);
+    const std::chrono::nanoseconds now = access_.clock();
+    if (std::optional<std::function<void()>> work = thermalState_.workDue(now))
+        threads_.run({*std::move(work)});
+    return thermalState_.value(now, QDeadlineTimer(access_.patience));
 }
 
 std::optional<VolumeSpace> LinuxKernelReadings::homeVolume() {
@@ -139,6 +149,16 @@ std::optional<VolumeSpace> LinuxKernelReadings::homeVolume() {
 
 qint64 LinuxKernelReadings::wallClockSeconds() {
     return std::time(nullptr);
+}
+
+std::optional<LinuxMemory> LinuxKernelReadings::memory() {
+    const std::lock_guard lock(memoryMutex_);
+    const std::chrono::nanoseconds now = access_.clock();
+    if (!memoryReadAt_ || now - *memoryReadAt_ >= oneQuestion) {
+        memory_ = memoryReading_.read();
+        memoryReadAt_ = now;
+    }
+    return memory_;
 }
 
 std::optional<QByteArray> LinuxKernelReadings::release() const {

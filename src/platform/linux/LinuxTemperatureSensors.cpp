@@ -17,8 +17,8 @@ namespace tarnwick {
 
 namespace {
 
-constexpr std::chrono::seconds lookPeriod{10}; // how often to look for sensors that came or went
-constexpr int mostThreads = 4;                 // readings that hang take no more than these with them
+constexpr std::chrono::seconds lookPeriod{60}; // how often to look for sensors that came or went
+constexpr std::chrono::seconds scanPeriod{10}; // how often at most to look when one does not answer any more
 
 struct FoundSensor {
     HwmonInput input;
@@ -81,16 +81,14 @@ FoundDevice findDevice(const QString& hwmonFolder, const QString& entry) {
 
 } // namespace
 
-LinuxTemperatureSensors::LinuxTemperatureSensors(const QString& root, SensorAccess access)
-    : folder_((root.endsWith(u'/') ? root : root + u'/') + u"sys/class/hwmon/"_s), access_(std::move(access)) {
-    pool_.setMaxThreadCount(mostThreads);
-}
+LinuxTemperatureSensors::LinuxTemperatureSensors(const QString& root, DeviceAccess access)
+    : folder_((root.endsWith(u'/') ? root : root + u'/') + u"sys/class/hwmon/"_s), access_(std::move(access)) {}
 
 std::optional<QList<TemperatureReading>> LinuxTemperatureSensors::read(SensorGroup group) {
     const std::lock_guard lock(mutex_);
     const Time now = access_.clock();
     // A sensor that went away is a reason to look at once, but not at every read when its driver keeps failing.
-    if (!lookedAt_ || now - *lookedAt_ >= lookPeriod || (sensorGone_ && now - scannedAt_ >= lookPeriod))
+    if (!lookedAt_ || now - *lookedAt_ >= lookPeriod || (sensorGone_ && now - scannedAt_ >= scanPeriod))
         look(now);
     if (!exists_)
         return std::nullopt;
@@ -100,7 +98,7 @@ std::optional<QList<TemperatureReading>> LinuxTemperatureSensors::read(SensorGro
     for (Entry& entry : devices_) {
         if (!entry.device->has(group))
             continue;
-        const HwmonReadings last = entry.reading.value(deadline);
+        const HwmonReadings last = entry.reading.value(now, deadline);
         entry.isGone = last.isGone;
         sensorGone_ = sensorGone_ || last.isGone;
         const std::vector<HwmonDevice::Sensor>& sensors = entry.device->sensors();
@@ -130,13 +128,13 @@ void LinuxTemperatureSensors::look(Time now) {
 }
 
 void LinuxTemperatureSensors::startDue(SensorGroup group, Time now) {
-    for (Entry& entry : devices_) {
-        const bool isDue = !entry.startedAt || now - *entry.startedAt >= entry.device->period();
-        if (isDue && entry.device->has(group)) {
-            entry.startedAt = now;
-            entry.reading.start(pool_);
-        }
-    }
+    std::vector<std::function<void()>> work;
+    for (const bool isSlow : {false, true})
+        for (const Entry& entry : devices_)
+            if (entry.device->has(group) && entry.reading.isSlow() == isSlow)
+                if (std::optional<std::function<void()>> due = entry.reading.workDue(now))
+                    work.push_back(*std::move(due));
+    threads_.run(std::move(work));
 }
 
 void LinuxTemperatureSensors::scan(const QStringList& entries) {
@@ -173,13 +171,13 @@ void LinuxTemperatureSensors::scan(const QStringList& entries) {
 
 LinuxTemperatureSensors::Entry LinuxTemperatureSensors::entryFor(const QString& driver, const QString& deviceFolder,
                                                                  std::vector<HwmonDevice::Sensor> sensors) const {
-    const auto device = std::make_shared<HwmonDevice>(driver, deviceFolder, std::move(sensors), access_.readInput);
-    const auto take = [device, clock = access_.clock] {
-        return device->read(clock());
-    };
+    const auto device = std::make_shared<HwmonDevice>(driver, deviceFolder, std::move(sensors), access_);
+    const ReadingPace pace{.period = device->period(),
+                           .grace = access_.grace,
+                           .patience = access_.patience,
+                           .isKnownSlow = device->asksFirmware()};
     return {.device = device,
-            .reading = BackgroundReading<HwmonReadings>(take, device->last(), access_.patience, device->asksFirmware()),
-            .startedAt = {},
+            .reading = BackgroundReading<HwmonReadings>([device] { return device->read(); }, device->last(), pace),
             .inputs = {}};
 }
 

@@ -61,12 +61,13 @@ void applyTrip(const QString& trip, qint64 temperature, bool isCooled, ThermalSt
 
 } // namespace
 
-ThermalState readLinuxThermalState(const QString& root) {
+ThermalState readLinuxThermalState(const QString& root, const DeviceAccess& access) {
     ThermalState state = ThermalState::unknown;
     const QString zones = root + u"sys/class/thermal/"_s;
     for (const QString& zone : QDir(zones).entryList({u"thermal_zone*"_s}, QDir::Dirs)) {
         const QString folder = zones + zone + u'/';
-        const auto temperature = numberIn(folder + u"temp"_s);
+        std::array<char, 32> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
+        const auto temperature = access.readInput(KeptFile(folder + u"temp"_s), buffer).number();
         if (!temperature || readSmallFile(folder + u"mode"_s) == "disabled")
             continue;
         const QSet<qint64> cooled = cooledTrips(folder);

@@ -8,10 +8,14 @@
 
 namespace tarnwick {
 
+using namespace Qt::StringLiterals;
+
 SystemParts makeSystemParts(bool hasDisplay) {
     SystemParts parts;
-    parts.kernel = std::make_unique<LinuxKernelReadings>();
-    parts.sensors = std::make_unique<LinuxTemperatureSensors>();
+    const QString root = u"/"_s;
+    const DeviceAccess access;
+    parts.kernel = std::make_unique<LinuxKernelReadings>(root, NvidiaLibrary::installedName(), access);
+    parts.sensors = std::make_unique<LinuxTemperatureSensors>(root, access);
     if (hasDisplay) {
         parts.statusItem = std::make_unique<DesktopStatusItem>();
         parts.popover = std::make_unique<DesktopPopover>();
