@@ -51,6 +51,7 @@ private Q_SLOTS:
                 machine.emplace(tree);
             machine->now = machine->now.load() + std::chrono::minutes(1);
             const MacHardwareInfo info = machine->computer.info();
+            const std::optional<double> gpu = machine->computer.gpuPercent();
             QStringList readings;
             for (const MacThermalSensor& sensor : info.sensors)
                 readings += u"%1=%2"_s.arg(sensor.name).arg(sensor.tempCelsius);
@@ -65,6 +66,7 @@ private Q_SLOTS:
                 {u"SoC, peak, SSD"_s,
                  u"%1 %2 %3"_s.arg(info.avgSocTemp).arg(info.peakSocTemp).arg(info.ssdTemp.value_or(0))},
                 {u"sensors"_s, readings.join(u'|')},
+                {u"GPU"_s, gpu ? u"%1 %"_s.arg(*gpu) : u"none"_s},
             };
             return answers.value(question, u"no such question"_s);
         };

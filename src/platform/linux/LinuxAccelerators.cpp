@@ -100,6 +100,11 @@ void LinuxAccelerators::scan() {
             for (const QString& path : counters)
                 added.idleCounters.push_back({.path = path, .file = KeptFile(path)});
         }
+        if (KeptFile queues(device + u"gpu_stats"_s); queues.isOpen()) {
+            Card& added = addCard(device);
+            added.queues = std::move(queues);
+            added.turns = {}; // the driver counts for itself, so that a question wakes nothing
+        }
     }
     // Only Rockchip's own kernels have the file "load": for "fb000000.gpu", but also for memory and neural processors.
     const QString devfreq = root_ + u"sys/class/devfreq/"_s;
@@ -132,6 +137,8 @@ std::optional<qint64> LinuxAccelerators::utilisation(Card& card, std::chrono::na
 std::optional<qint64> LinuxAccelerators::measure(const Card& card, std::chrono::nanoseconds now) {
     if (!card.pciAddress.isEmpty())
         return nvidia_.utilisation(card.pciAddress);
+    if (card.queues.isOpen())
+        return busiestQueue(card);
     if (!card.busyPercent.isOpen())
         return busiestPart(card, now);
     std::array<char, 32> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
@@ -146,6 +153,21 @@ std::optional<qint64> LinuxAccelerators::busiestPart(const Card& card, std::chro
     for (const IdleCounter& counter : card.idleCounters)
         if (const std::optional<qint64> idle = counter.file.readNumber())
             busiest = std::max(busiest, rounded(residencies_[counter.path].busyPercent(milliseconds(*idle), now)));
+    return busiest;
+}
+
+std::optional<qint64> LinuxAccelerators::busiestQueue(const Card& card) {
+    std::array<char, 1024> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
+    std::optional<qint64> busiest;
+    for (const QByteArray& line : card.queues.read(buffer).text.toByteArray().split('\n')) {
+        const QByteArrayList columns = line.split('\t');
+        if (columns.size() != 4)
+            continue;
+        const std::chrono::nanoseconds now(columns[1].toLongLong()); // 0 in the line with the columns' names
+        const std::chrono::nanoseconds withWork(columns[3].toLongLong());
+        IdleResidency& residency = residencies_[card.device + QString::fromLatin1(columns[0])];
+        busiest = std::max(busiest, rounded(residency.busyPercent(now - withWork, now)));
+    }
     return busiest;
 }
 

@@ -15,16 +15,16 @@
 namespace tarnwick {
 
 /// The graphics processors whose drivers report how busy they are: AMD's in percent, Intel's as the time for which each
-/// of their parts was idle, Rockchip's as the load that sets their frequency, NVIDIA's through its library. Reading
-/// never wakes a card that sleeps; a card that idles and is allowed to sleep is left alone for a while, so that it can.
-/// Any thread.
+/// of their parts was idle, Broadcom's (of the Raspberry Pi 4 and 5) as the time for which each of their queues had
+/// work, Rockchip's as the load that sets their frequency, NVIDIA's through its library. Reading never wakes a card
+/// that sleeps; a card that idles and is allowed to sleep is left alone for a while, so that it can. Any thread.
 class LinuxAccelerators {
 public:
     /// `root` is the folder that holds sys, ending in "/".
     LinuxAccelerators(const QString& root, const QString& nvidiaLibrary, const DeviceAccess& access);
 
     /// One property dictionary per card, the busiest first. A card that sleeps or does not answer has no utilisation;
-    /// Intel's have none at the first read, because there is no interval yet.
+    /// Intel's and Broadcom's have none at the first read, because there is no interval yet.
     [[nodiscard]] QList<QVariantMap> read();
 
 private:
@@ -38,6 +38,7 @@ private:
         QByteArray pciAddress; ///< of a card that NVIDIA's library answers for
         KeptFile busyPercent;  ///< "12", or "12@200000000Hz"
         std::vector<IdleCounter> idleCounters;
+        KeptFile queues; ///< a line for each: its name, nanoseconds, jobs done, nanoseconds with work
         DeviceTurns turns;
         std::optional<qint64> reported;
     };
@@ -46,6 +47,7 @@ private:
     [[nodiscard]] std::optional<qint64> utilisation(Card& card, std::chrono::nanoseconds now);
     [[nodiscard]] std::optional<qint64> measure(const Card& card, std::chrono::nanoseconds now);
     [[nodiscard]] std::optional<qint64> busiestPart(const Card& card, std::chrono::nanoseconds now);
+    [[nodiscard]] std::optional<qint64> busiestQueue(const Card& card);
 
     const QString root_; ///< ends in "/"
     const DeviceAccess access_;
