@@ -2,6 +2,7 @@
 #include "linux/IdleResidency.h"
 #include "linux/LinuxKernelReadings.h"
 
+#include <QScopeGuard>
 #include <QSemaphore>
 #include <QTest>
 
@@ -117,13 +118,26 @@ private Q_SLOTS:
         tree.install(u"sys/class/thermal/thermal_zone0/trip_point_0_temp = 50000"_s);
         QSemaphore mayAnswer;
         LinuxKernelReadings kernel(tree.root(), {},
-                                   {.readInput = [&mayAnswer](const KeptFile& input, std::span<char> buffer) {
-                                       mayAnswer.acquire();
-                                       return input.read(buffer);
-                                   }});
+                                   {.readInput =
+                                        [&mayAnswer](const KeptFile& input, std::span<char> buffer) {
+                                            mayAnswer.acquire();
+                                            return input.read(buffer);
+                                        }});
+        const auto inTheEnd = qScopeGuard([&mayAnswer] { mayAnswer.release(1000); });
         QCOMPARE(kernel.thermalState(), ThermalState::unknown);
         mayAnswer.release();
         QTRY_COMPARE(kernel.thermalState(), ThermalState::critical);
+    }
+
+    void aDeviceThatIsPluggedInAgainIsAnother() {
+        const FileTree tree;
+        DevicePowers powers;
+        tree.install(u"card/power/runtime_status = active"_s);
+        const std::shared_ptr<DevicePower> power = powers.of(tree.full(u"card/"_s));
+        QCOMPARE(powers.of(tree.full(u"card/"_s)), power);
+        tree.install(u"remove card/power"_s);
+        tree.install(u"card/power/runtime_status = suspended"_s);
+        QVERIFY(powers.of(tree.full(u"card/"_s))->isAsleep());
     }
 
     void intelCards_data() {

@@ -128,13 +128,14 @@ void LinuxTemperatureSensors::look(Time now) {
 }
 
 void LinuxTemperatureSensors::startDue(SensorGroup group, Time now) {
-    std::vector<std::function<void()>> work;
-    for (const bool isSlow : {false, true})
-        for (const Entry& entry : devices_)
-            if (entry.device->has(group) && entry.reading.isSlow() == isSlow)
-                if (std::optional<std::function<void()>> due = entry.reading.workDue(now))
-                    work.push_back(*std::move(due));
-    threads_.run(std::move(work));
+    std::vector<std::function<void()>> quick;
+    std::vector<std::function<void()>> slow;
+    for (const Entry& entry : devices_)
+        if (entry.device->has(group))
+            if (std::optional<std::function<void()>> work = entry.reading.workDue(now))
+                (entry.reading.isSlow() ? slow : quick).push_back(*std::move(work));
+    quickThreads_.run(std::move(quick));
+    slowThreads_.run(std::move(slow));
 }
 
 void LinuxTemperatureSensors::scan(const QStringList& entries) {

@@ -51,7 +51,8 @@ private:
     Time scannedAt_{};
     bool sensorGone_ = false;
     std::vector<Entry> devices_;
-    ReadingThreads threads_{4};
+    ReadingThreads quickThreads_{4};
+    ReadingThreads slowThreads_{4}; ///< of their own, so that no quick reading is behind a slow one
 };
 
 } // namespace tarnwick
