@@ -105,6 +105,17 @@ private Q_SLOTS:
         QTRY_COMPARE(rig.told(), u"tdie amdgpu=40|tdie coretemp=42"_s);
     }
 
+    void whatTakesLongerThanOnesPatienceIsSlow() {
+        const auto take = [clock = QElapsedTimer()]() mutable {
+            for (clock.start(); clock.elapsed() < 3;) {
+            }
+            return true;
+        };
+        const BackgroundReading<bool> reading(take, false, {.patience = 1ms});
+        (*reading.workDue(0s))();
+        QVERIFY(reading.isSlow());
+    }
+
     void whoAsksEverySecondNeverWaits() {
         QSemaphore mayAnswer;
         Rig rig({u"coretemp"_s, u"acpitz"_s}, 10s, 2s);
