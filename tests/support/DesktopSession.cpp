@@ -16,7 +16,6 @@
 #include <sys/prctl.h>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace tarnwick {
 
@@ -130,15 +129,10 @@ QImage DesktopSession::picture(const QByteArray& window) const {
 }
 
 QRect DesktopSession::restingPlace(const ScreenReader& reader, const QString& name) const {
-    // A press soon after the wheel only stops the movement, of which nothing is seen any more.
-    constexpr std::chrono::milliseconds rest = 250ms;
     QRect before;
-    QDeadlineTimer settled(rest);
     for (const QDeadlineTimer deadline(patience); !deadline.hasExpired(); QThread::msleep(50)) {
         const QRect now = reader.places(name).value(0);
-        if (std::exchange(before, now) != now)
-            settled.setRemainingTime(rest);
-        else if (now.isValid() && settled.hasExpired())
+        if (now.isValid() && std::exchange(before, now) == now)
             return now;
     }
     return {};
