@@ -83,6 +83,7 @@ void LinuxAccelerators::scan() {
         if (known != before.end()) {
             card.turns.continueFrom(known->turns);
             card.reported = known->reported;
+            card.hasRested = known->hasRested;
         }
         return card;
     };
@@ -121,6 +122,7 @@ std::optional<qint64> LinuxAccelerators::utilisation(Card& card, std::chrono::na
         // Its counters stand still while a card sleeps, so no interval may include that time.
         for (const IdleCounter& counter : card.idleCounters)
             residencies_.remove(counter.path);
+        card.hasRested = true;
         if (isAsleep)
             card.reported.reset();
         return card.reported;
@@ -129,7 +131,7 @@ std::optional<qint64> LinuxAccelerators::utilisation(Card& card, std::chrono::na
     if (percent)
         card.turns.noteRead(now, *percent > 0);
     // After a rest an interval has to begin first.
-    if (percent || card.idleCounters.empty())
+    if (!std::exchange(card.hasRested, false) || percent)
         card.reported = percent;
     return card.reported;
 }

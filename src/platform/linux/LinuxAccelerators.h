@@ -41,6 +41,7 @@ private:
         KeptFile queues; ///< a line for each: its name, nanoseconds, jobs done, nanoseconds with work
         DeviceTurns turns;
         std::optional<qint64> reported;
+        bool hasRested = false; ///< since it was measured
     };
 
     void scan();
