@@ -1,4 +1,4 @@
-#include "linux/TerminalStatusItem.h"
+#include "TerminalStatusItem.h"
 
 #include <QSignalSpy>
 #include <QTemporaryFile>

@@ -2,9 +2,9 @@
 
 #include "DesktopPopover.h"
 #include "DesktopStatusItem.h"
+#include "TerminalStatusItem.h"
 #include "linux/LinuxKernelReadings.h"
 #include "linux/LinuxTemperatureSensors.h"
-#include "linux/TerminalStatusItem.h"
 
 namespace tarnwick {
 
