@@ -97,10 +97,11 @@ void AppDelegate::showOnboardingWindow() {
 }
 
 void AppDelegate::finishOnboarding() {
-    // Called from inside the window, which is destroyed after its event is handled.
+    // Called from inside the window, which is destroyed after its event is handled. The popover comes after that, so
+    // that memory need never hold both.
     if (onboardingWindow_)
         onboardingWindow_->close();
-    showPopover();
+    QMetaObject::invokeMethod(this, &AppDelegate::showPopover, Qt::QueuedConnection);
 }
 
 bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {

@@ -80,6 +80,15 @@ Item {
         text: root.content.address
         color: Theme.secondary
     }
+    states: State {
+        when: root.isDragging
+
+        PropertyChanges {
+            target: pointer
+            cursorShape: Qt.ClosedHandCursor
+        }
+    }
+
     MouseArea {
         id: pointer
 
@@ -88,7 +97,7 @@ Item {
         anchors.fill: parent
         hoverEnabled: true
         preventStealing: true
-        cursorShape: root.isDragging ? Qt.ClosedHandCursor : Qt.OpenHandCursor
+        cursorShape: Qt.OpenHandCursor
         onPressed: mouse => pressedAt = Qt.point(mouse.x, mouse.y)
         onPositionChanged: mouse => {
             if (!pressed)

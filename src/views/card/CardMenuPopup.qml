@@ -34,7 +34,7 @@ T.Popup {
     dim: false
     focus: true
     onAboutToShow: focusedBefore = parent.Window.activeFocusItem
-    onClosed: focusedBefore?.forceActiveFocus(Qt.PopupFocusReason)
+    onClosed: focusedBefore?.forceActiveFocus()
     onShowsPinsChanged: {
         opener = showsPins ? main.currentIndex : -1;
         pins.currentIndex = -1;

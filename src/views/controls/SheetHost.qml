@@ -34,7 +34,7 @@ T.Popup {
         const leaving = shown;
         shown = null;
         leaving?.destroy();
-        focusedBefore?.forceActiveFocus(Qt.PopupFocusReason);
+        focusedBefore?.forceActiveFocus();
         dismissed();
     }
 

@@ -26,7 +26,8 @@ Item {
         x: Math.round((root.width - width) / 2)
         height: root.height
         spacing: 4
-        layoutDirection: root.symbolLast ? Qt.RightToLeft : Qt.LeftToRight
+        // To read one name of Qt's namespace in a binding loads all of them, for as long as the program runs.
+        LayoutMirroring.enabled: root.symbolLast
 
         Symbol {
             anchors.verticalCenter: parent.verticalCenter

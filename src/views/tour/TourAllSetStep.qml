@@ -67,7 +67,7 @@ TourPage {
         symbol: "arrow.right.circle.fill"
         text: root.tour.words.start
         onClicked: root.tour.complete()
-        Component.onCompleted: forceActiveFocus(Qt.OtherFocusReason)
+        Component.onCompleted: forceActiveFocus()
     }
     Block {
         width: parent.width
