@@ -2,6 +2,7 @@
 
 #include "ProbePayload.h"
 #include "ProbeScripts.h"
+#include "ShellWord.h"
 #include "ThisComputer.h"
 #include "TildeExpansion.h"
 
@@ -140,7 +141,7 @@ ProcessRequest SSHMetricsCollector::localProbeRequest(ThisComputer& computer) {
 }
 
 ProcessRequest SSHMetricsCollector::restartRequest(const Server& server, const QString& containerId) {
-    const QString command = u"docker restart "_s + containerId;
+    const QString command = u"docker restart "_s + ShellWord::operand(containerId);
     if (server.isLocal)
         return {.executable = localShell,
                 .arguments = {u"-c"_s, command + u" 2>/dev/null || ~/.orbstack/bin/"_s + command},

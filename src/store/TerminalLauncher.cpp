@@ -1,50 +1,17 @@
 #include "TerminalLauncher.h"
 
 #include "Desktop.h"
-
-#include <algorithm>
+#include "ShellWord.h"
 
 namespace tarnwick::TerminalLauncher {
 
 using namespace Qt::StringLiterals;
+using namespace ShellWord;
 
 namespace {
 
 // Runs bash in the container when it has one, else sh. Holds nothing that would need quoting inside double quotes.
 constexpr QStringView containerShell = u"sh -c 'if command -v bash >/dev/null 2>&1; then exec bash; else exec sh; fi'";
-
-/// The value as one word of any shell. It is in single quotes, except for the characters that some shell interprets
-/// even there: the quote itself, the backslash (fish) and the exclamation mark (csh). Control characters become "?":
-/// they would act as keystrokes where the line is typed and as commands to the terminal where it is printed, and no
-/// valid value has one.
-QString quoted(const QString& value) {
-    QString escaped = u"'"_s;
-    for (const QChar c : value)
-        if (c.category() == QChar::Other_Control)
-            escaped += u'?';
-        else if (c == u'\'' || c == u'\\' || c == u'!')
-            escaped += u"'\\"_s + c + u'\'';
-        else
-            escaped += c;
-    return escaped + u'\'';
-}
-
-/// Whether no shell reads more into the value than its characters, so that it needs no quotes.
-bool isPlain(const QString& value) {
-    constexpr QStringView plainMarks = u"@%+:,./_-";
-    return !value.isEmpty() && std::ranges::all_of(value, [=](QChar c) {
-        return c.unicode() < 0x80 && (c.isLetterOrNumber() || plainMarks.contains(c));
-    });
-}
-
-QString word(const QString& value) {
-    return isPlain(value) ? value : quoted(value);
-}
-
-/// An operand that begins with "-" must not be read as an option.
-QString operand(const QString& value) {
-    return (value.startsWith(u'-') ? u"-- "_s : QString()) + word(value);
-}
 
 /// A command that prints the text. Some shells' echo turns backslash sequences into control characters; printf does
 /// not.

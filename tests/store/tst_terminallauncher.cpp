@@ -1,4 +1,5 @@
 #include "Rows.h"
+#include "SSHMetricsCollector.h"
 #include "StandIns.h"
 #include "TerminalLauncher.h"
 
@@ -102,6 +103,7 @@ private Q_SLOTS:
             QStringList{u"-i"_s, seen, u"-p"_s, u"2222"_s} + endOfOptions + QStringList{seen + u'@' + seen};
         const QStringList exec =
             QStringList{u"exec"_s, u"-it"_s} + endOfOptions + QStringList{seen, u"sh"_s, u"-c"_s, enter, u""_s};
+        const QStringList restart = QStringList{u"restart"_s} + endOfOptions + QStringList{seen, u""_s};
 
         using namespace TerminalLauncher;
         const QStringList none{QString()};
@@ -110,14 +112,17 @@ private Q_SLOTS:
             {serverCommandLine(remote), u"%1"_s, login + none, none},
             {containerCommandLine(remote, container(value)), u"container [%1] on %1"_s, QStringList{u"-t"_s} + login,
              exec},
-            {containerCommandLine(local, container(value)), u"container [%1]"_s, none, exec}};
+            {containerCommandLine(local, container(value)), u"container [%1]"_s, none, exec},
+            {SSHMetricsCollector::restartRequest(remote, value).arguments.last(), {}, none, restart},
+            {SSHMetricsCollector::restartRequest(local, value).arguments.last(), {}, none, restart}};
         const QList<QStringList> shells{
             {u"dash"_s}, {u"bash"_s}, {u"busybox"_s, u"sh"_s}, {u"bash"_s, u"--norc"_s, u"--noprofile"_s, u"-i"_s}};
         for (const QStringList& shell : shells)
             for (const auto& [line, printed, ssh, docker] : cases) {
                 const Bench bench;
-                QCOMPARE(bench.run(shell, line),
-                         u"Tarnwick: Connecting to "_s + QString(printed).replace(u"%1"_s, seen) + u"...\n"_s);
+                const QString greeting =
+                    u"Tarnwick: Connecting to "_s + QString(printed).replace(u"%1"_s, seen) + u"...\n"_s;
+                QCOMPARE(bench.run(shell, line), printed.isEmpty() ? QString() : greeting);
                 QCOMPARE(bench.called(u"ssh"_s).mid(0, ssh.size()), ssh);
                 QCOMPARE(bench.called(u"docker"_s), docker);
                 QVERIFY(bench.isUntouched());
