@@ -1,5 +1,7 @@
 #include "TerminalStatusItem.h"
 
+#include "ShownText.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -33,11 +35,8 @@ constexpr QStringView otherSymbol = u"\u25cf";
 
 QByteArray lineOf(const StatusItemContent& content) {
     const auto* known = std::ranges::find(symbolCharacters, content.symbolName, &SymbolCharacter::symbolName);
-    QString line = (known == symbolCharacters.end() ? otherSymbol : known->character).toString() + content.title;
-    for (QChar& c : line)
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
-            c = QChar::ReplacementCharacter;
-    return line.toUtf8() + '\n';
+    const QString symbol = (known == symbolCharacters.end() ? otherSymbol : known->character).toString();
+    return (symbol + shownText(content.title)).toUtf8() + '\n';
 }
 
 /// Whether a write of PIPE_BUF bytes returns at once, be it with an error.

@@ -81,8 +81,8 @@ private Q_SLOTS:
         QVERIFY(connection.registerObject(servicePath, &service, QDBusConnection::ExportAllSlots));
         QVERIFY(connection.registerService(serviceName));
 
-        DesktopNotification notification{u"Tarnwick"_s, u"Server Offline: <i>a</i>"_s,
-                                         u"<b>bold</b> & \"q\" \x1b[0m\nline"_s + QChar(0), u"Hero"_s};
+        DesktopNotification notification{u"Tarnwick"_s, u"Server Offline: <i>a</i>\n\u202e"_s,
+                                         u"<b>bold</b> & \"q\" \x1b[0m\nline\u2067"_s + QChar(0), u"Hero"_s};
         Desktop::post(notification);
         QTRY_COMPARE(service.texts.size(), 1);
         notification.soundName.reset();
@@ -90,7 +90,7 @@ private Q_SLOTS:
         Desktop::post(notification);
         QTRY_COMPARE(service.texts.size(), 2);
 
-        QStringList texts{u"Tarnwick"_s, u"Server Offline: <i>a</i>"_s, u"<b>bold</b> & \"q\"  [0m\nline "_s};
+        QStringList texts{u"Tarnwick"_s, u"Server Offline: <i>a</i> "_s, u"<b>bold</b> & \"q\"  [0m\nline "_s};
         QCOMPARE(service.texts[0], texts);
         texts[2] = u"&lt;b&gt;bold&lt;/b&gt; &amp; &quot;q&quot;  [0m\nline "_s;
         QCOMPARE(service.texts[1], texts);
@@ -101,6 +101,9 @@ private Q_SLOTS:
         hints.remove(u"suppress-sound"_s);
         hints.insert(u"sound-name"_s, u"dialog-warning"_s);
         QCOMPARE(service.hints[0], hints);
+        notification.body = QString(65536, u'e');
+        Desktop::post(notification);
+        QTRY_COMPARE(service.texts.value(2).value(2).size(), 1000);
         QVERIFY(connection.unregisterService(serviceName));
     }
 

@@ -154,7 +154,7 @@ private Q_SLOTS:
         item_->setContent({u"cpu"_s, {}, u"Tarnwick"_s});
         QCOMPARE(label(), QString());
         QCOMPARE(item_->title(), u"Tarnwick"_s);
-        item_->setContent({u"cpu"_s, u" <b>1</b> & 2"_s, u"Tarnwick"_s}); // only the tool tip is markup
+        item_->setContent({u"cpu"_s, u" <b>1</b>\u202e & 2\a"_s, u"Tarnwick"_s}); // only the tool tip is markup
         QCOMPARE(label(), u"<b>1</b> & 2"_s);
         QCOMPARE(item_->toolTip().description, u"&lt;b&gt;1&lt;/b&gt; &amp; 2"_s);
     }

@@ -1,5 +1,6 @@
 #include "Desktop.h"
 #include "KernelFiles.h"
+#include "ShownText.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -10,6 +11,8 @@
 #include <QStringList>
 #include <QSysInfo>
 #include <QVariantMap>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -28,14 +31,6 @@ QDBusMessage notificationsCall(const QString& method) {
                                           u"org.freedesktop.Notifications"_s, method);
 }
 
-/// Without control characters except line ends: they show nothing, and markup must not contain them.
-QString displayable(QString text) {
-    for (QChar& c : text)
-        if (c.category() == QChar::Other_Control && c != u'\n')
-            c = u' ';
-    return text;
-}
-
 /// The arguments of `Notify`. `bodyMarkup`: the service reads the body as markup; no service does so with the summary.
 QVariantList notifyArguments(const DesktopNotification& notification, bool bodyMarkup) {
     QVariantMap hints{
@@ -47,13 +42,15 @@ QVariantList notifyArguments(const DesktopNotification& notification, bool bodyM
         hints.insert(u"sound-name"_s, u"dialog-warning"_s);
     else
         hints.insert(u"suppress-sound"_s, true);
-    const QString body = displayable(notification.body);
+    constexpr qsizetype longestBody = 1000; // a host decides how long a reason is; services show a few lines
+    const QString body =
+        shownText(QStringView(notification.body).first(std::min(notification.body.size(), longestBody)), u"\n");
     constexpr quint32 replacesNone = 0;
     constexpr qint32 serviceDecidesHowLong = -1;
     return {notification.title,
             replacesNone,
             u"tarnwick"_s,
-            displayable(notification.subtitle),
+            shownText(notification.subtitle),
             bodyMarkup ? body.toHtmlEscaped() : body,
             QStringList(),
             hints,

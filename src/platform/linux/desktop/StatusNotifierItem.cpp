@@ -1,5 +1,6 @@
 #include "StatusNotifierItem.h"
 
+#include "ShownText.h"
 #include "StatusItemIcon.h"
 #include "StatusMenu.h"
 #include "StatusNotifierAdaptor.h"
@@ -88,7 +89,7 @@ void StatusNotifierItem::setContent(const StatusItemContent& content) {
         return;
     const bool sameIcon = content.symbolName == content_.symbolName && content.description == content_.description;
     content_ = content;
-    const QString text = content.title.trimmed();
+    const QString text = shownText(content.title).trimmed();
     if (text != text_) {
         text_ = text;
         Q_EMIT textChanged();
