@@ -1,5 +1,7 @@
 #include "ThermalSurvey.h"
 
+#include "SensorRole.h"
+
 #include <algorithm>
 #include <array>
 
@@ -12,24 +14,12 @@ namespace {
 constexpr double lowestPlausible = 15.0;   // °C, exclusive
 constexpr double highestPlausible = 125.0; // °C, exclusive
 
-struct CategoryRule {
-    QStringView part; ///< of the sensor's name, in any case
-    QStringView category;
-};
-
-/// The first rule that matches decides; storage comes first.
-constexpr std::array categoryRules{
-    CategoryRule{u"nand", ThermalCategory::storage},
-    CategoryRule{u"ssd", ThermalCategory::storage},
-    CategoryRule{u"tdie", ThermalCategory::socDie},
-    CategoryRule{u"tdev", ThermalCategory::powerDelivery},
-};
+/// In the order of SensorRole.
+constexpr std::array categories{ThermalCategory::storage, ThermalCategory::socDie, ThermalCategory::powerDelivery,
+                                ThermalCategory::thermalZone};
 
 QStringView categoryOf(const QString& sensorName) {
-    for (const CategoryRule& rule : categoryRules)
-        if (sensorName.contains(rule.part, Qt::CaseInsensitive))
-            return rule.category;
-    return ThermalCategory::thermalZone;
+    return categories.at(static_cast<std::size_t>(sensorRole(sensorName)));
 }
 
 } // namespace

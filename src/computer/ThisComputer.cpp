@@ -2,6 +2,7 @@
 
 #include "MacHardwareTexts.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tarnwick {
@@ -75,6 +76,7 @@ MacHardwareInfo ThisComputer::info() {
     QList<TemperatureReading> readings;
     for (const SensorGroup group : {SensorGroup::others, SensorGroup::processor, SensorGroup::drives})
         readings += temperatures(group).value_or(QList<TemperatureReading>());
+    std::ranges::stable_sort(readings, {}, &TemperatureReading::position);
     return MacHardwareCollector::collect(description(), kernel_, surveyThermals(readings), cpuPercent(), gpuPercent(),
                                          ram());
 }

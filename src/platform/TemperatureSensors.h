@@ -11,6 +11,7 @@ namespace tarnwick {
 struct TemperatureReading {
     std::optional<QString> product; ///< its name; carries its role: "tdie" (die), "tdev" (power delivery), "SSD"
     std::optional<double> celsius;  ///< absent when the sensor gives no reading now
+    qsizetype position = 0;         ///< in the enumeration of all groups, where the system has one
 };
 
 /// What a sensor measures. A question about one group reads no sensor of another.

@@ -78,6 +78,15 @@ private Q_SLOTS:
         QVERIFY2(ThisComputer::maximumAge < 950ms, "a timer of one second may be 50 ms early");
     }
 
+    void equalSensorsStandInTheSystemsOrder() {
+        SampleComputer sample;
+        sample.sensors.readings = {{{u"SSD"_s, 30.0, 0}, {u"tdie"_s, 30.0, 1}, {u"zone"_s, 30.0, 2}}};
+        QStringList names;
+        for (const MacThermalSensor& sensor : sample.computer.info().sensors)
+            names << sensor.name;
+        QCOMPARE(names, (QStringList{u"SSD"_s, u"tdie"_s, u"zone"_s}));
+    }
+
     void readsOnlyWhatIsAskedFor() {
         SampleComputer sample;
         QVERIFY(sample.kernel.asked.isEmpty());

@@ -100,11 +100,4 @@ QString hwmonSensorName(const HwmonInput& input) {
     return name;
 }
 
-SensorGroup hwmonSensorGroup(const HwmonInput& input) {
-    const QStringView role = roleOf(input);
-    if (role == storage)
-        return SensorGroup::drives;
-    return role.isEmpty() ? SensorGroup::others : SensorGroup::processor;
-}
-
 } // namespace tarnwick

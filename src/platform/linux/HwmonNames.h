@@ -1,7 +1,5 @@
 #pragma once
 
-#include "TemperatureSensors.h"
-
 #include <QString>
 
 namespace tarnwick {
@@ -19,7 +17,5 @@ struct HwmonInput {
 /// A readable name that begins with the sensor's role where it has one: "tdie coretemp Package id 0",
 /// "SSD nvme Composite", "acpitz". Two devices of one driver give the same names. Pure.
 [[nodiscard]] QString hwmonSensorName(const HwmonInput& input);
-/// The group that goes with the role in the name. Pure.
-[[nodiscard]] SensorGroup hwmonSensorGroup(const HwmonInput& input);
 
 } // namespace tarnwick

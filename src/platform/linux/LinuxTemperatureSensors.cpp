@@ -2,6 +2,7 @@
 
 #include "HwmonNames.h"
 #include "KernelFiles.h"
+#include "SensorRole.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -158,7 +159,7 @@ void LinuxTemperatureSensors::scan(const QStringList& entries) {
                 name += u" (%1)"_s.arg(each.busName);
             inputs += sensor.path + name;
             if (KeptFile input(sensor.path); input.isOpen())
-                sensors.push_back({.name = name, .group = hwmonSensorGroup(sensor.input), .input = std::move(input)});
+                sensors.push_back({.name = name, .group = sensorGroup(name), .input = std::move(input)});
         }
         // One that is as it was keeps its readings.
         const auto known = std::find_if(devices_.begin(), devices_.end(),
