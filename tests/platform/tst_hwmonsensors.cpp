@@ -104,6 +104,10 @@ private Q_SLOTS:
         QTRY_COMPARE(rig.told(), u"tdie amdgpu=?|tdie coretemp=42"_s);
         mayAnswer.release();
         QTRY_COMPARE(rig.told(), u"tdie amdgpu=40|tdie coretemp=42"_s);
+        rig.tree.write(u"clock"_s, "1\n");
+        QCOMPARE(rig.told(), u"tdie amdgpu=40|tdie coretemp=42"_s);
+        rig.tree.write(u"clock"_s, "32\n");
+        QTRY_COMPARE(rig.told(), u"tdie amdgpu=?|tdie coretemp=42"_s); // nobody knows any more
     }
 
     void whatTakesLongerThanOnesPatienceIsSlow() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BackgroundReading.h"
 #include "DevicePower.h"
 #include "KeptFile.h"
 
@@ -22,10 +23,9 @@ struct DeviceAccess {
             return input.read(buffer);
         };
     /// The longest time that one question waits for readings.
-    std::chrono::milliseconds patience{5};
-    /// For how long a value that is due to be read again will do: more than a second, so that who asks every second
-    /// never waits.
-    std::chrono::milliseconds grace{2000};
+    std::chrono::milliseconds patience = ReadingPace().patience;
+    /// For how long a value that is due to be read again will do.
+    std::chrono::nanoseconds grace = ReadingPace().grace;
     std::shared_ptr<DevicePowers> powers = std::make_shared<DevicePowers>();
 };
 

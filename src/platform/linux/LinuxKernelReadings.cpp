@@ -130,10 +130,7 @@ OperatingSystem LinuxKernelReadings::operatingSystem() {
 }
 
 ThermalState LinuxKernelReadings::thermalState() {
-    const std::chrono::nanoseconds now = access_.clock();
-    if (std::optional<std::function<void()>> work = thermalState_.workDue(now))
-        threads_.run({*std::move(work)});
-    return thermalState_.value(now, QDeadlineTimer(access_.patience));
+    return thermalState_.ask(threads_, access_.clock());
 }
 
 std::optional<VolumeSpace> LinuxKernelReadings::homeVolume() {

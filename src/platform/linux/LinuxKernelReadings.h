@@ -6,7 +6,6 @@
 #include "KernelReadings.h"
 #include "LinuxAccelerators.h"
 #include "LinuxMemory.h"
-#include "ReadingThreads.h"
 #include "SteadyTicks.h"
 
 #include <chrono>
@@ -51,7 +50,7 @@ private:
     SteadyTicks steadyTicks_;
     LinuxAccelerators accelerators_;
     const BackgroundReading<ThermalState> thermalState_;
-    ReadingThreads threads_{1};
+    BackgroundThreads threads_{1};
 };
 
 } // namespace tarnwick

@@ -3,7 +3,6 @@
 #include "BackgroundReading.h"
 #include "DeviceAccess.h"
 #include "HwmonDevice.h"
-#include "ReadingThreads.h"
 #include "TemperatureSensors.h"
 
 #include <QStringList>
@@ -51,8 +50,8 @@ private:
     Time scannedAt_{};
     bool sensorGone_ = false;
     std::vector<Entry> devices_;
-    ReadingThreads quickThreads_{4};
-    ReadingThreads slowThreads_{4}; ///< of their own, so that no quick reading is behind a slow one
+    BackgroundThreads quickThreads_{4};
+    BackgroundThreads slowThreads_{4}; ///< of their own, so that no quick reading is behind a slow one
 };
 
 } // namespace tarnwick
