@@ -1,14 +1,24 @@
 #include "SSHMetricsCollector.h"
 
+#include "BackgroundThreads.h"
 #include "ProbePayload.h"
 #include "ProbeScripts.h"
 #include "ShellWord.h"
 #include "ThisComputer.h"
 #include "TildeExpansion.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFutureWatcher>
 #include <QPromise>
 #include <QStringDecoder>
+#include <QTimer>
+
+#include <cerrno>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -35,13 +45,17 @@ QStringList connectionArguments(const Server& server) {
     return arguments << target;
 }
 
+QString noAnswer() {
+    return u"No answer within %1 seconds"_s.arg(probeTimeLimit.count());
+}
+
 /// Why the process did not run to its end; absent when it did.
 std::optional<QString> runFailure(const ProcessOutcome& outcome, QLatin1StringView executable) {
     switch (outcome.end) {
     case ProcessOutcome::End::failedToStart:
         return u"Cannot start %1: %2"_s.arg(executable, outcome.launchError);
     case ProcessOutcome::End::timedOut:
-        return u"No answer within %1 seconds"_s.arg(probeTimeLimit.count());
+        return noAnswer();
     case ProcessOutcome::End::outputTooLarge:
         return u"Response too large"_s;
     case ProcessOutcome::End::exited:
@@ -81,33 +95,94 @@ qint64 wholeMilliseconds(std::chrono::nanoseconds duration) {
     return std::chrono::duration_cast<std::chrono::milliseconds>(duration).count();
 }
 
-// Answers are parsed on the thread pool, so that a large one does not keep ProcessRunner's thread from its processes.
+using Reader = std::function<ServerMetrics(const ProcessOutcome&)>;
 
-QFuture<ServerMetrics> collectRemote(const Server& server) {
-    return ProcessRunner::run(SSHMetricsCollector::remoteProbeRequest(server))
-        .then(QtFuture::Launch::Async, &SSHMetricsCollector::remoteMetrics);
+/// What `read` makes of the outcome. On threads of its own, so that a large answer keeps neither the main thread nor
+/// ProcessRunner's from its work.
+QFuture<ServerMetrics> readInBackground(QFuture<ProcessOutcome> running, const Reader& read) {
+    const auto promise = std::make_shared<QPromise<ServerMetrics>>();
+    promise->start();
+    running.then([promise, read](const ProcessOutcome& outcome) {
+        static BackgroundThreads threads(2);
+        const auto work = [promise, read, outcome] {
+            promise->addResult(read(outcome));
+            promise->finish();
+        };
+        if (!threads.run({work}))
+            work();
+    });
+    return promise->future();
 }
 
-QFuture<ServerMetrics> collectLocal(ThisComputer& computer) {
-    const auto probe = [&computer] {
-        QElapsedTimer clock;
-        clock.start();
-        const ProcessRequest request = SSHMetricsCollector::localProbeRequest(computer);
-        const std::chrono::nanoseconds beforeLaunch(clock.nsecsElapsed());
-        return ProcessRunner::run(request).then(QtFuture::Launch::Async, [beforeLaunch](const ProcessOutcome& outcome) {
-            return SSHMetricsCollector::localMetrics(outcome, beforeLaunch);
+/// One probe, which deletes itself when it has ended: with what it was told, or at its limit. What comes later is
+/// dropped.
+class Probe : public QObject {
+public:
+    Probe() : QObject(QCoreApplication::instance()) {
+        promise_.start();
+        sinceBegin_.start();
+        limit_.setSingleShot(true);
+        limit_.setTimerType(Qt::PreciseTimer);
+        connect(&limit_, &QTimer::timeout, this, [this] { end(ServerMetrics::offline(noAnswer())); });
+        limit_.start(probeTimeLimit);
+    }
+
+    [[nodiscard]] QFuture<ServerMetrics> remote(const Server& server) {
+        follow(ProcessRunner::run(SSHMetricsCollector::remoteProbeRequest(server)),
+               &SSHMetricsCollector::remoteMetrics);
+        return promise_.future();
+    }
+
+    [[nodiscard]] QFuture<ServerMetrics> local(ThisComputer& computer) {
+        await<ProbedFigures>(computer.figures(), [this](const std::optional<ProbedFigures>& figures) {
+            if (!figures)
+                return end(SSHMetricsCollector::localMetrics(ProcessOutcome::notStarted(qt_error_string(EAGAIN)), {}));
+            const std::chrono::nanoseconds beforeLaunch(sinceBegin_.nsecsElapsed());
+            ProcessRequest request = SSHMetricsCollector::localProbeRequest(*figures);
+            request.timeLimit = limit_.remainingTimeAsDuration();
+            follow(ProcessRunner::run(request), [beforeLaunch](const ProcessOutcome& outcome) {
+                return SSHMetricsCollector::localMetrics(outcome, beforeLaunch);
+            });
         });
-    };
-    QPromise<void> now;
-    now.start();
-    now.finish();
-    return now.future().then(QtFuture::Launch::Async, probe).unwrap();
-}
+        return promise_.future();
+    }
+
+private:
+    /// `done` gets no value when the future was cancelled.
+    template <typename Value>
+    void await(const QFuture<Value>& future, std::function<void(const std::optional<Value>&)> done) {
+        auto* watcher = new QFutureWatcher<Value>(this);
+        connect(watcher, &QFutureWatcherBase::finished, this, [watcher, done = std::move(done)] {
+            done(watcher->future().resultCount() > 0 ? std::optional(watcher->result()) : std::nullopt);
+        });
+        watcher->setFuture(future);
+    }
+    void follow(const QFuture<ProcessOutcome>& running, const Reader& read) {
+        await<ServerMetrics>(
+            readInBackground(running, read), [this](const std::optional<ServerMetrics>& metrics) { end(metrics); });
+    }
+    /// Without metrics the future is cancelled.
+    void end(const std::optional<ServerMetrics>& metrics) {
+        if (metrics)
+            promise_.addResult(*metrics);
+        else
+            promise_.future().cancel();
+        promise_.finish();
+        for (QObject* source : children())
+            source->disconnect(this);
+        deleteLater();
+    }
+
+    QPromise<ServerMetrics> promise_;
+    QElapsedTimer sinceBegin_;
+    QTimer limit_{this};
+};
 
 } // namespace
 
 QFuture<ServerMetrics> SSHMetricsCollector::collect(const Server& server, ThisComputer& computer) {
-    return server.isLocal ? collectLocal(computer) : collectRemote(server);
+    auto* const probe = new Probe;
+    return server.isLocal ? probe->local(computer) : probe->remote(server);
 }
 
 QFuture<bool> SSHMetricsCollector::restartContainer(const Server& server, const QString& containerId) {
@@ -131,9 +206,9 @@ ProcessRequest SSHMetricsCollector::remoteProbeRequest(const Server& server) {
             .standardErrorKept = standardErrorKept};
 }
 
-ProcessRequest SSHMetricsCollector::localProbeRequest(ThisComputer& computer) {
+ProcessRequest SSHMetricsCollector::localProbeRequest(const ProbedFigures& figures) {
     const QString script =
-        ProbeScripts::local(computer.cpuPercent(), computer.gpuPercent().value_or(0), computer.ram(), computer.disk());
+        ProbeScripts::local(figures.cpuPercent, figures.gpuPercent.value_or(0), figures.ram, figures.disk);
     return {.executable = localShell,
             .arguments = {u"-c"_s, shellSysctl() + script},
             .timeLimit = probeTimeLimit,

@@ -9,23 +9,25 @@
 namespace tarnwick {
 
 class ThisComputer;
+struct ProbedFigures;
 
-/// Probes servers and restarts containers. Call from any thread; no call waits. A future ends without a result only
-/// when the application exits before it has one.
+/// Probes servers and restarts containers. No call waits. A future ends without a result only when the application
+/// exits before it has one.
 namespace SSHMetricsCollector {
 
 /// One probe, by ssh or, for the local server, by a local shell. Never fails: a failure of the transport or of the
 /// payload is an offline record whose `errorMessage` says why. `isEnabled` and `dockerEnabled` are not looked at.
-/// The local probe reads `computer`, in a thread of Qt's global pool.
+/// Ends within 30 s, whatever hangs: the host, or a reading of `computer`, which the local probe begins with. Main
+/// thread; its event loop brings the result.
 [[nodiscard]] QFuture<ServerMetrics> collect(const Server& server, ThisComputer& computer);
-/// True when the restart command exited with status 0. Unlike a probe it uses the user's own known-hosts file, so it
-/// fails on a host that is not in there.
+/// Any thread. True when the restart command exited with status 0. Unlike a probe it uses the user's own known-hosts
+/// file, so it fails on a host that is not in there.
 [[nodiscard]] QFuture<bool> restartContainer(const Server& server, const QString& containerId);
 
 /// The halves of the above: what is run, and what its outcome means. The latency of a local probe includes the time of
 /// the measurements before it.
 [[nodiscard]] ProcessRequest remoteProbeRequest(const Server& server);
-[[nodiscard]] ProcessRequest localProbeRequest(ThisComputer& computer);
+[[nodiscard]] ProcessRequest localProbeRequest(const ProbedFigures& figures);
 [[nodiscard]] ProcessRequest restartRequest(const Server& server, const QString& containerId);
 [[nodiscard]] ServerMetrics remoteMetrics(const ProcessOutcome& outcome);
 [[nodiscard]] ServerMetrics localMetrics(const ProcessOutcome& outcome, std::chrono::nanoseconds beforeLaunch);

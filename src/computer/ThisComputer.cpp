@@ -2,7 +2,10 @@
 
 #include "MacHardwareTexts.h"
 
+#include <QPromise>
+
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace tarnwick {
@@ -11,8 +14,17 @@ std::chrono::nanoseconds ThisComputer::steadyTime() {
     return std::chrono::steady_clock::now().time_since_epoch();
 }
 
-ThisComputer::ThisComputer(KernelReadings& kernel, TemperatureSensors& sensors, const SystemWords& words, Clock clock)
-    : kernel_(kernel), sensors_(sensors), words_(words), clock_(std::move(clock)) {}
+ThisComputer::ThisComputer(KernelReadings& kernel, TemperatureSensors& sensors, const SystemWords& words, Clock clock,
+                           ReadingPace background)
+    : kernel_(kernel)
+    , sensors_(sensors)
+    , words_(words)
+    , clock_(std::move(clock))
+    , gpu_([this] { return MacHardwareCollector::queryGpuUsage(kernel_.accelerators()); }, std::nullopt,
+           [&background] {
+               background.period = maximumAge;
+               return background;
+           }()) {}
 
 /// The value of the reading, which is taken again when it is too old.
 template <typename Value, typename Take>
@@ -36,8 +48,7 @@ double ThisComputer::cpuPercent() {
 }
 
 std::optional<double> ThisComputer::gpuPercent() {
-    return current(
-        gpu_, [this] { return MacHardwareCollector::queryGpuUsage(kernel_.accelerators()); });
+    return gpu_.ask(gpuThread_, clock_());
 }
 
 SpaceUsage ThisComputer::ram() {
@@ -52,6 +63,26 @@ SpaceUsage ThisComputer::ram() {
 SpaceUsage ThisComputer::disk() {
     return current(
         disk_, [this] { return MacHardwareCollector::queryDiskUsage(kernel_.homeVolume()); });
+}
+
+QFuture<ProbedFigures> ThisComputer::figures() {
+    const std::lock_guard lock(figuresMutex_);
+    if (!figures_.isFinished())
+        return figures_;
+    auto promise = std::make_shared<QPromise<ProbedFigures>>();
+    promise->start();
+    figures_ = promise->future();
+    figuresThread_.run({[this, promise = std::move(promise)] {
+        ProbedFigures figures;
+        // What may hang comes first, so that the others are not old when it answers.
+        figures.disk = disk();
+        figures.gpuPercent = gpu_.wait(clock_());
+        figures.ram = ram();
+        figures.cpuPercent = cpuPercent();
+        promise->addResult(figures);
+        promise->finish();
+    }});
+    return figures_;
 }
 
 std::optional<QList<TemperatureReading>> ThisComputer::temperatures(SensorGroup group) {

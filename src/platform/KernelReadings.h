@@ -41,7 +41,8 @@ struct OperatingSystem {
 enum class ThermalState { nominal, fair, serious, critical, unknown };
 
 /// What the kernel and the hardware registry know about this computer. A reading changes nothing, and is absent when it
-/// cannot be taken. Any thread.
+/// cannot be taken. Any thread. accelerators() and homeVolume() may take long, or hang, where a driver or a network
+/// volume does.
 class KernelReadings {
 public:
     virtual ~KernelReadings() = default;

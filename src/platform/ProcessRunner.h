@@ -36,6 +36,11 @@ struct ProcessOutcome {
     std::chrono::nanoseconds elapsed{0};
 
     [[nodiscard]] bool succeeded() const { return end == End::exited && status == 0; }
+    [[nodiscard]] static ProcessOutcome notStarted(const QString& reason) {
+        ProcessOutcome outcome;
+        outcome.launchError = reason;
+        return outcome;
+    }
 };
 
 /// Starts programs and watches them from one worker thread that owns them all; nothing waits on the caller's thread.

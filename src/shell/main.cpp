@@ -11,7 +11,6 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QPluginLoader>
-#include <QThreadPool>
 
 #include <cstdio>
 #include <memory>
@@ -104,6 +103,5 @@ int main(int argc, char* argv[]) {
 
     delegate.applicationDidFinishLaunching();
     const int status = QCoreApplication::exec();
-    QThreadPool::globalInstance()->waitForDone(); // a probe may be reading the computer
     return status;
 }

@@ -85,7 +85,7 @@ public:
     ThisComputer computer;
 
     explicit SampleComputer(const SystemWords& words = macWords)
-        : computer(kernel, sensors, words, [this] { return now; }) {
+        : computer(kernel, sensors, words, [this] { return now; }, {.grace = {}, .patience = std::chrono::minutes(1)}) {
         constexpr qint64 gibibyte = qint64{1} << 30;
         kernel.values = {{"hw.model", "Mac14,12"},
                          {"machdep.cpu.brand_string", "Apple M2 Pro"},

@@ -21,7 +21,8 @@ struct Machine {
     };
     LinuxKernelReadings kernel;
     LinuxTemperatureSensors sensors;
-    ThisComputer computer{kernel, sensors, linuxWords, access.clock};
+    ThisComputer computer{
+        kernel, sensors, linuxWords, access.clock, {.grace = access.grace, .patience = access.patience}};
 
     explicit Machine(const FileTree& tree) : kernel(tree.root(), {}, access), sensors(tree.root(), access) {}
 };

@@ -30,16 +30,27 @@ private:
     CpuTicks counters_{.user = 4'294'900'000U};
 };
 
-/// The reading of the home volume hangs until `mayAnswer`.
+/// The readings of the home volume and of the graphics card hang until `mayAnswer`.
 class HangingKernel : public ScriptedKernel {
 public:
-    std::latch isAsked{1};
+    std::latch isAsked{2};
     std::latch mayAnswer{1};
+    std::atomic<int> questions = 0;
 
     std::optional<VolumeSpace> homeVolume() override {
+        hang();
+        return VolumeSpace{.size = qint64{1} << 30, .free = 0};
+    }
+    QList<QVariantMap> accelerators() override {
+        hang();
+        return {accelerator(7)};
+    }
+
+private:
+    void hang() {
+        ++questions;
         isAsked.count_down();
         mayAnswer.wait();
-        return VolumeSpace{.size = qint64{1} << 30, .free = 0};
     }
 };
 
@@ -136,18 +147,24 @@ private Q_SLOTS:
         QCOMPARE(wrong.load(), 0);
     }
 
-    void aHangingDiskHoldsUpNothingElse() {
+    void whatHangsHoldsUpNothingElse() {
         HangingKernel kernel;
         kernel.ticks = CpuTicks{.user = 1, .idle = 3};
         ScriptedSensors sensors;
-        ThisComputer computer(kernel, sensors, macWords);
-        std::thread asking([&computer] { (void)computer.disk(); });
+        std::atomic<std::chrono::seconds> now(1h);
+        ThisComputer computer(kernel, sensors, macWords, [&now] { return now.load(); });
+        const QFuture<ProbedFigures> figures = computer.figures();
+        QCOMPARE(computer.gpuPercent(), std::nullopt);
         kernel.isAsked.wait();
-        QCOMPARE(computer.cpuPercent(), 25.0);
         QCOMPARE(computer.info().cpuUsagePercent, 25.0);
+        const QFuture<ProbedFigures> asMany[] = {computer.figures(), computer.figures(), computer.figures()};
+        QVERIFY(!asMany[0].isFinished());
+        now = 1h + 2s; // no reading is shared for as long as that
         kernel.mayAnswer.count_down();
-        asking.join();
-        QCOMPARE(computer.disk().totalGB, 1.0);
+        QCOMPARE(figures.result().disk.totalGB, 1.0);
+        QCOMPARE(asMany[2].result().gpuPercent, 7.0);
+        QVERIFY(kernel.questions <= 3); // the disk once, the graphics card perhaps again
+        QTRY_COMPARE(computer.gpuPercent(), 7.0);
     }
 
     void whatCannotBeReadFallsBackAndTheDescriptionStays() {
