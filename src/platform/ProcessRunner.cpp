@@ -10,8 +10,10 @@
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QMutex>
+#include <QPointer>
 #include <QThread>
 
+#include <cerrno>
 #include <deque>
 #include <memory>
 #include <utility>
@@ -74,49 +76,59 @@ public:
     Worker() {
         thread_.setObjectName(u"processes"_s);
         runs_->moveToThread(&thread_);
-        QObject::connect(&thread_, &QThread::finished, runs_, &QObject::deleteLater);
+        QObject::connect(&thread_, &QThread::finished, runs_.get(), &QObject::deleteLater);
         thread_.start();
     }
     ~Worker() {
         thread_.quit();
         thread_.wait();
+        delete runs_; // of a thread that never ran
     }
     Worker(const Worker&) = delete;
     Worker& operator=(const Worker&) = delete;
 
+    /// False also when the system could not make the thread.
+    [[nodiscard]] bool isRunning() const { return thread_.isRunning(); }
     /// Lives in the worker thread.
     [[nodiscard]] Runs* runs() const { return runs_; }
 
 private:
     QThread thread_;
-    Runs* runs_ = new Runs; // deletes itself when the thread ends
+    QPointer<Runs> runs_ = new Runs; // deletes itself when the thread ends
 };
 
 QMutex workerMutex;
 std::unique_ptr<Worker> worker;
 
-void stopWorker() {
-    std::unique_ptr<Worker> stopping; // destroyed after unlocking: a continuation may call run()
-    const QMutexLocker lock(&workerMutex);
-    stopping.swap(worker);
-}
-
 } // namespace
+
+void endAll() {
+    std::unique_ptr<Worker> ending; // destroyed after unlocking: a continuation may call run()
+    const QMutexLocker lock(&workerMutex);
+    ending.swap(worker);
+}
 
 QFuture<ProcessOutcome> run(const ProcessRequest& request) {
     auto promise = std::make_shared<QPromise<ProcessOutcome>>();
     QFuture<ProcessOutcome> future = promise->future();
     promise->start();
 
-    const QMutexLocker lock(&workerMutex);
+    QMutexLocker lock(&workerMutex);
     if (!QCoreApplication::instance())
         return future; // cancelled, because the promise is destroyed
-    if (!worker) {
+    if (!worker || !worker->isRunning()) {
         worker = std::make_unique<Worker>();
-        qAddPostRoutine(stopWorker);
+        qRemovePostRoutine(endAll);
+        qAddPostRoutine(endAll);
     }
-    Runs* runs = worker->runs();
-    QMetaObject::invokeMethod(runs, [runs, request, promise] { runs->startInTurn(request, promise); });
+    if (worker->isRunning()) {
+        Runs* runs = worker->runs();
+        QMetaObject::invokeMethod(runs, [runs, request, promise] { runs->startInTurn(request, promise); });
+        return future;
+    }
+    lock.unlock();                                                           // a continuation may call run()
+    promise->addResult(ProcessOutcome::notStarted(qt_error_string(EAGAIN))); // QThread does not tell the reason
+    promise->finish();
     return future;
 }
 

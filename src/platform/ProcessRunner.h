@@ -51,8 +51,12 @@ struct ProcessOutcome {
 namespace ProcessRunner {
 
 /// Any thread. The future finishes with exactly one outcome; only when the application exits, children that still run
-/// are killed and their futures are cancelled.
+/// are killed and their futures are cancelled. While the system cannot make the worker thread, no run can be started;
+/// a later one is.
 [[nodiscard]] QFuture<ProcessOutcome> run(const ProcessRequest& request);
+
+/// Kills the children that still run, and cancels their futures. Happens by itself when the application is destroyed.
+void endAll();
 
 /// Starts a program and forgets it: it gets its own session, the null device on all three streams, and our
 /// environment. Any thread.

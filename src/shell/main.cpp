@@ -96,12 +96,15 @@ int main(int argc, char* argv[]) {
         .views = views,
     });
 
-    const TerminationSignals signals;
-    QObject::connect(&signals, &TerminationSignals::terminationRequested, app.get(), &QCoreApplication::quit);
+    auto* const signalsToQt = new TerminationSignals(app.get()); // it limits the end until all else is destroyed
+    QObject::connect(signalsToQt, &TerminationSignals::terminationRequested, app.get(), &QCoreApplication::quit);
     QObject::connect(&instance, &SingleInstance::activationRequested, &delegate, &AppDelegate::showPopover);
     QObject::connect(app.get(), &QCoreApplication::aboutToQuit, &delegate, &AppDelegate::applicationWillTerminate);
 
     delegate.applicationDidFinishLaunching();
     const int status = QCoreApplication::exec();
+    // All is saved by now. A reading may hang that the objects above wait for when they are destroyed.
+    TerminationSignals::limitEnd(status);
+    ProcessRunner::endAll();
     return status;
 }

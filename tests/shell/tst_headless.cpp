@@ -23,12 +23,17 @@ namespace {
 class Program : public QProcess {
 public:
     explicit Program(const QString& home, const QString& executable = QStringLiteral(TARNWICK_EXECUTABLE),
-                     const QStringList& arguments = {}) {
+                     const QStringList& arguments = {}, const QString& faults = {}) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const QString& name : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"DBUS_SESSION_BUS_ADDRESS"_s,
                                     u"XDG_DATA_HOME"_s, u"XDG_RUNTIME_DIR"_s, u"QT_QPA_PLATFORM"_s})
             environment.remove(name);
         environment.insert(u"HOME"_s, home);
+        if (!faults.isEmpty()) {
+            environment.insert(u"FAULTS"_s, faults);
+            environment.insert(u"LD_PRELOAD"_s, QStringLiteral(FAULTY_SYSTEM));
+            environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
+        }
         setProcessEnvironment(environment);
         start(executable, arguments);
     }
@@ -57,6 +62,32 @@ QJsonObject probedByHand(const QString& searchPath) {
     shell.start(u"/usr/bin/env"_s, {u"PATH="_s + searchPath, u"/bin/sh"_s, u"-c"_s, ProbeScripts::remote()});
     shell.waitForFinished();
     return QJsonDocument::fromJson(shell.readAllStandardOutput()).object();
+}
+
+/// What the stored servers say, "none" for no error, "?" for no answer yet.
+QStringList errorsOf(const QString& home) {
+    QStringList errors;
+    for (const Server& server : serversOf(home))
+        errors += server.metrics ? server.metrics->errorMessage.value_or(u"none"_s) : u"?"_s;
+    return errors;
+}
+
+/// A home with a list of this computer and one host, refreshed as often as possible.
+bool writeFleet(const QString& home, const OpenSshServer& host) {
+    Server here;
+    here.id = QUuid::createUuid();
+    here.isLocal = true;
+    Server there;
+    there.id = QUuid::createUuid();
+    there.host = host.address();
+    there.port = host.port();
+    there.user = host.user();
+    there.customSshKeyPath = host.keyPath();
+    AppSettings settings;
+    settings.refreshIntervalSeconds = 10;
+    const QString folder = home + u"/.local/share/Tarnwick/"_s;
+    return writeFile(folder + u"servers.json"_s, encodeServers({here, there}).value()) &&
+           writeFile(folder + u"settings.json"_s, encodeSettings(settings).value());
 }
 
 QByteArray manyContainers() {
@@ -166,6 +197,40 @@ private Q_SLOTS:
         QCOMPARE(::kill(static_cast<pid_t>(first.processId()), SIGINT), 0);
         expectGoodEnd(first);
         QVERIFY(QFile::exists(settings));
+    }
+
+    static void aHomeThatHangsStopsNothing() {
+        OpenSshServer host;
+        QCOMPARE(host.start(), QString());
+        const QTemporaryDir home;
+        QVERIFY(writeFleet(home.path(), host) && writeFile(home.filePath(u"home hangs"_s), {}));
+        Program program(home.path(), QStringLiteral(TARNWICK_EXECUTABLE), {}, home.path());
+        QTRY_COMPARE_WITH_TIMEOUT(errorsOf(home.path()), (QStringList{u"No answer within 30 seconds"_s, u"none"_s}),
+                                  45'000);
+        const QString settings = home.filePath(u".local/share/Tarnwick/settings.json"_s);
+        QVERIFY(QFile::remove(settings));
+        QElapsedTimer clock;
+        clock.start();
+        program.terminate();
+        expectGoodEnd(program);
+        QVERIFY2(clock.elapsed() < 2'000, qPrintable(QString::number(clock.elapsed())));
+        QVERIFY(QFile::exists(settings));
+    }
+
+    static void worksAgainWhenThereAreThreadsAgain() {
+        OpenSshServer host;
+        QCOMPARE(host.start(), QString());
+        const QTemporaryDir home;
+        QVERIFY(writeFleet(home.path(), host) && writeFile(home.filePath(u"no threads"_s), {}));
+        Program program(home.path(), QStringLiteral(TARNWICK_EXECUTABLE), {}, home.path());
+        QTRY_COMPARE_WITH_TIMEOUT(errorsOf(home.path()),
+                                  (QStringList{u"Cannot start /bin/sh: Resource temporarily unavailable"_s,
+                                               u"Cannot start /usr/bin/ssh: Resource temporarily unavailable"_s}),
+                                  10'000);
+        QVERIFY(QFile::remove(home.filePath(u"no threads"_s)));
+        QTRY_COMPARE_WITH_TIMEOUT(errorsOf(home.path()), (QStringList{u"none"_s, u"none"_s}), 25'000);
+        program.terminate();
+        expectGoodEnd(program);
     }
 
     static void endsWhenNobodyReads() {
