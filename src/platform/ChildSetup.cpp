@@ -1,9 +1,12 @@
 #include "ChildSetup.h"
 
+#include "ChildSystem.h"
+
 #include <csignal>
 #include <optional>
 
-#include <linux/close_range.h>
+#include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -23,7 +26,7 @@ void raiseOpenFileLimit() {
     if (original || ::getrlimit(RLIMIT_NOFILE, &limit) != 0)
         return;
     const rlimit before = limit;
-    limit.rlim_cur = limit.rlim_max;
+    limit.rlim_cur = ChildSystem::mostOpenFiles(limit.rlim_max);
     if (::setrlimit(RLIMIT_NOFILE, &limit) == 0)
         original = before;
 }
@@ -35,13 +38,17 @@ rlim_t openFileLimit() {
 }
 
 void enter() {
+    // Whoever starts this program in a terminal is not asked for a password there. Not by setsid(): the kernel may
+    // share the processor among sessions, and then the niceness counts for nothing.
+    if (const int terminal = ::open("/dev/tty", O_RDWR | O_CLOEXEC); terminal >= 0)
+        ::ioctl(terminal, TIOCNOTTY);
     ::setpgid(0, 0);
     ::setpriority(PRIO_PROCESS, 0, childNiceness);
     if (original)
         ::setrlimit(RLIMIT_NOFILE, &*original);
     // Libraries, or the process that started this one, may have left files open; a child that outlives us must not keep
     // them open.
-    ::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
+    ChildSystem::enter();
     sigset_t none;
     ::sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);

@@ -10,8 +10,9 @@ void raiseOpenFileLimit();
 /// The soft limit on open files that children get: the one that this process was started with.
 [[nodiscard]] rlim_t openFileLimit();
 
-/// Call in the child. It makes the child lead a process group of its own, restores that limit, closes all but the three
-/// standard streams and unblocks all signals. It calls only async-signal-safe functions.
+/// Call in the child. It makes the child lead a process group of its own, without a terminal, and end with this process
+/// at the latest; it restores that limit, closes all but the three standard streams and unblocks all signals. It calls
+/// only async-signal-safe functions.
 void enter();
 
 } // namespace tarnwick::ChildSetup

@@ -20,6 +20,11 @@ namespace {
 QProcessEnvironment childEnvironment() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"LC_ALL"_s, u"C"_s);
+    // Nobody is asked for anything on the desktop. A client in batch mode still shows that a security key has to be
+    // touched, and the client that it starts for a jump host is not in batch mode.
+    environment.insert(u"SSH_ASKPASS_REQUIRE"_s, u"never"_s);
+    for (const QString& name : {u"SSH_ASKPASS"_s, u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s})
+        environment.remove(name);
     return environment;
 }
 

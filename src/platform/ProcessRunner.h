@@ -46,8 +46,9 @@ struct ProcessOutcome {
 /// Starts programs and watches them from one worker thread that owns them all; nothing waits on the caller's thread.
 ///
 /// Each child leads its own process group, reads the null device on standard input, runs under `LC_ALL=C` and with the
-/// limit on open files that this process was started with. Both pipes are drained while it runs. The run ends
-/// with the child's exit even when a grandchild still holds a pipe open; what has arrived by then is the output.
+/// limit on open files that this process was started with. It knows of no display and no terminal, so that an ssh
+/// client in it asks nobody for a password. Both pipes are drained while it runs. The run ends with the child's exit
+/// even when a grandchild still holds a pipe open; what has arrived by then is the output.
 namespace ProcessRunner {
 
 /// Any thread. The future finishes with exactly one outcome; only when the application exits, children that still run

@@ -126,6 +126,41 @@ private Q_SLOTS:
         QVERIFY(!restart(unspeakable, u"id"_s));
     }
 
+    void asksNobody() {
+        QProcess agent; // one that wants each use of a key confirmed, and has nobody to ask
+        const QString socket = home_.folder() + u"/agent"_s;
+        agent.start(u"/usr/bin/ssh-agent"_s, {u"-D"_s, u"-a"_s, socket});
+        QTRY_VERIFY(QFile::exists(socket));
+        const QString locked = home_.folder() + u"/locked"_s;
+        const QStringList withPassphrase{u"-q"_s, u"-t"_s, u"ed25519"_s, u"-N"_s, u"secret"_s, u"-f"_s, locked};
+        QCOMPARE(QProcess::execute(u"/usr/bin/ssh-keygen"_s, withPassphrase), 0);
+        QVERIFY(home_.writeSshFile(u"config"_s, "Host behind\nHostName localhost\nProxyJump " + host_.user().toUtf8() +
+                                                    "@127.0.0.1:" + QByteArray::number(host_.port()) + '\n'));
+        StandIns desktop;
+        QVERIFY(desktop.add(u"askpass"_s, "#!/bin/sh\necho \"$*\" >> \"$0.asked\"\n"));
+        const QString askpass = desktop.folder() + u"/askpass"_s;
+        qputenv("DISPLAY", ":77");
+        qputenv("SSH_ASKPASS", QFile::encodeName(askpass));
+        qputenv("SSH_ASKPASS_REQUIRE", "force");
+
+        Server server = serverAt(host_);
+        server.customSshKeyPath = locked;
+        QVERIFY2(failureOf(server).endsWith(u"Permission denied (publickey)."), qPrintable(failureOf(server)));
+        server.host = u"behind"_s; // the jump host's key is not known, and its client is not in batch mode
+        QVERIFY2(failureOf(server).startsWith(u"Host key verification failed."), qPrintable(failureOf(server)));
+        QVERIFY(!restart(server, u"id"_s));
+        qputenv("SSH_AUTH_SOCK", QFile::encodeName(socket));
+        QCOMPARE(QProcess::execute(u"/usr/bin/ssh-add"_s, {u"-q"_s, u"-c"_s, host_.keyPath()}), 0);
+        server = serverAt(host_);
+        server.customSshKeyPath = host_.keyPath() + u".pub"_s;
+        QVERIFY2(failureOf(server).contains(u"agent refused operation"), qPrintable(failureOf(server)));
+        for (const char* name : {"DISPLAY", "SSH_ASKPASS", "SSH_ASKPASS_REQUIRE", "SSH_AUTH_SOCK"})
+            qunsetenv(name);
+        agent.kill();
+        agent.waitForFinished();
+        QCOMPARE(readFile(askpass + u".asked"_s), QByteArray());
+    }
+
     void sharedConnections() {
         QVERIFY(home_.writeSshFile(u"config"_s, "Host *\nControlMaster auto\nControlPersist 20\nControlPath " +
                                                     home_.folder().toUtf8() + "/%p\n"));

@@ -140,10 +140,21 @@ private Q_SLOTS:
         QVERIFY(!outcome.launchError.isEmpty());
     }
 
+    /// A second copy of this program, in a terminal.
+    static void noTerminal() {
+        QProcess script;
+        script.start(u"/usr/bin/script"_s,
+                     {u"-qec"_s, QCoreApplication::applicationFilePath() + u" --terminal"_s, u"/dev/null"_s});
+        QVERIFY2(script.waitForFinished(), qPrintable(script.errorString()));
+        QCOMPARE(script.readAll().trimmed(), "ours, not the child's");
+    }
+
     static void childSetUp() {
         qputenv("LC_ALL", "de_DE.UTF-8");
         qputenv("TARNWICK_TEST", "kept");
-        QCOMPARE(outputOf(u"echo $LC_ALL $TARNWICK_TEST"_s), "C kept\n");
+        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "SSH_ASKPASS"})
+            qputenv(name, "x");
+        QCOMPARE(outputOf(u"echo $LC_ALL $TARNWICK_TEST $DISPLAY$WAYLAND_DISPLAY$SSH_ASKPASS"_s), "C kept\n");
         QCOMPARE(outputOf(u"ulimit -Sn"_s), "256\n");
 
         // It leads its process group, blocks no signal, and ignores only those that were ignored when this test
@@ -276,6 +287,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("output");
         QTest::newRow("application destroyed") << u"destroy"_s << "11"_ba;
         QTest::newRow("exit() with the application alive") << u"exit"_s << ""_ba;
+        QTest::newRow("killed") << u"kill"_s << ""_ba; // what the children started may live on
     }
 
     /// A second copy of this program ends while children run, and leaves none behind.
@@ -287,14 +299,17 @@ private Q_SLOTS:
         program.start(QCoreApplication::applicationFilePath(), {u"--end"_s, way, folder.filePath(u"ids"_s)});
         QVERIFY(program.waitForFinished());
         const QByteArray output = program.readAll();
-        QVERIFY2(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0, output);
+        const bool isKilled = way == u"kill";
+        QVERIFY2((program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0) || isKilled, output);
         QTEST(output, "output");
         QFile ids(folder.filePath(u"ids"_s));
         QVERIFY(ids.open(QIODevice::ReadOnly));
         const QByteArrayList children = ids.readAll().simplified().split(' ');
         QCOMPARE(children.size(), 4);
-        for (const QByteArray& child : children)
-            QTRY_VERIFY(isGone(child));
+        for (qsizetype i = 0; i < 4; i += isKilled ? 2 : 1)
+            QTRY_VERIFY(isGone(children.at(i)));
+        for (qsizetype i = 1; i < 4 && isKilled; i += 2)
+            ::kill(children.at(i).toInt(), SIGKILL);
     }
 };
 
@@ -313,6 +328,8 @@ int endApplication(int& argc, char** argv) {
     });
     if (!started)
         return 1;
+    if (way == "kill")
+        ::raise(SIGKILL);
     if (way == "exit")
         std::exit(0); // NOLINT(concurrency-mt-unsafe)
     application.reset();
@@ -326,6 +343,12 @@ int endApplication(int& argc, char** argv) {
 int main(int argc, char** argv) {
     if (argc == 4 && qstrcmp(argv[1], "--end") == 0)
         return endApplication(argc, argv);
+    if (argc == 2 && qstrcmp(argv[1], "--terminal") == 0) {
+        const QCoreApplication application(argc, argv);
+        const bool isOurs = QFile(u"/dev/tty"_s).open(QIODevice::ReadOnly);
+        const bool isChilds = outcomeOf(shell(u": </dev/tty"_s)).succeeded();
+        return std::printf("%s, %s the child's", isOurs ? "ours" : "not ours", isChilds ? "also" : "not") < 0;
+    }
     std::signal(SIGPIPE, SIG_DFL); // children expect the default, even if it was ignored when this test started
     QFile status(u"/proc/self/status"_s);
     if (status.open(QIODevice::ReadOnly))
