@@ -1,3 +1,4 @@
+#include "FailureAdvice.h"
 #include "ProbePayload.h"
 #include "ProbeScripts.h"
 #include "Rows.h"
@@ -76,9 +77,11 @@ private Q_SLOTS:
     }
 
     void outcomes_data() {
-        addRows("ssh-outcomes.json", {"end", "status", "output", "error", "reason"}); // the reason: as it begins
+        addRows("ssh-outcomes.json",
+                {"end", "status", "output", "error", "reason", "advice"}); // the reason: as it begins
         const QString cutText = QString((64 << 10) - 1, u'x') + QChar(0xc3);
-        QTest::newRow("a reason cut within a character") << u"exited"_s << u"1"_s << QString() << cutText << u"xxx"_s;
+        QTest::newRow("a reason cut within a character")
+            << u"exited"_s << u"1"_s << QString() << cutText << u"xxx"_s << QString();
     }
     void outcomes() {
         QFETCH(const QString, end);
@@ -92,6 +95,7 @@ private Q_SLOTS:
         const ServerMetrics metrics = SSHMetricsCollector::remoteMetrics(
             outcomeOf(values.at(ends.indexOf(end)), status.toInt(), output.toLatin1(), error.toLatin1()));
         QVERIFY2(reasonOf(metrics).startsWith(reason), qPrintable(reasonOf(metrics)));
+        QTEST(failureAdvice(reasonOf(metrics)), "advice");
         QCOMPARE(metrics.latencyMs, metrics.errorMessage ? 0 : 12); // truncated
     }
 

@@ -58,9 +58,10 @@ QString shown(const CardCase& example) {
     server.isLocal = example.isLocal;
     server.isEnabled = example.isEnabled;
     const ServerCardContent card = serverCardContent(server, example.state, macWords);
-    QStringList texts{nameOf(card.dotRole),   card.statusWord,      card.address,     card.pauseHelp, card.pauseSymbol,
-                      nameOf(card.pauseRole), card.temperatureText, card.latencyText, card.notice,    card.errorText,
-                      card.containersText,    card.expandText,      card.expandSymbol};
+    QStringList texts{nameOf(card.dotRole), card.statusWord,        card.address,         card.pauseHelp,
+                      card.pauseSymbol,     nameOf(card.pauseRole), card.temperatureText, card.latencyText,
+                      card.notice,          card.errorText,         card.errorAdvice,     card.containersText,
+                      card.expandText,      card.expandSymbol};
     for (const MetricBarContent& bar : card.bars)
         texts += bar.label + u' ' + bar.detail;
     for (const ContainerRowContent& row : card.containers)
@@ -106,6 +107,7 @@ private Q_SLOTS:
             {.name = u"paused"_s, .metrics = withContainers, .state = expanded, .isLocal = true, .isEnabled = false},
             {.name = u"never probed"_s},
             {.name = u"failed"_s, .metrics = ServerMetrics::offline(u"first\nsecond"_s), .isLocal = true},
+            {.name = u"key refused"_s, .metrics = ServerMetrics::offline(u"u@h: Permission denied (publickey)."_s)},
             {.name = u"healthy"_s, .metrics = healthy(), .state = warm},
             {.name = u"disk rather full"_s, .metrics = healthy(100)},
             {.name = u"disk full"_s, .metrics = healthy(118)},

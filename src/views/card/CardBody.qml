@@ -31,7 +31,7 @@ Column {
     Rectangle {
         visible: root.content.hasFailed
         width: parent.width
-        height: Math.max(errorText.height, 14) + 14
+        height: errorTexts.height + 14
         radius: Theme.radiusControl
         color: Theme.translucent(Theme.red, 0.1)
 
@@ -43,18 +43,32 @@ Column {
             name: "exclamationmark.triangle.fill"
             color: Theme.textColor(ColorRole.Red)
         }
-        PlainText {
-            id: errorText
+        Column {
+            id: errorTexts
 
             anchors.left: warning.right
             anchors.leftMargin: 6
             anchors.right: parent.right
             anchors.rightMargin: 9
             anchors.verticalCenter: parent.verticalCenter
-            maximumLineCount: 2
-            wrapMode: Text.Wrap
-            text: root.content.errorText
-            color: Theme.textColor(ColorRole.Red)
+            spacing: 4
+
+            PlainText {
+                width: parent.width
+                height: Math.max(implicitHeight, 14)
+                maximumLineCount: 2
+                wrapMode: Text.Wrap
+                text: root.content.errorText
+                color: Theme.textColor(ColorRole.Red)
+            }
+            PlainText {
+                visible: text !== ""
+                width: parent.width
+                maximumLineCount: 3
+                wrapMode: Text.Wrap
+                text: root.content.errorAdvice
+                color: Theme.secondary
+            }
         }
     }
     Column {

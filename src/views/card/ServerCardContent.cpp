@@ -1,5 +1,6 @@
 #include "ServerCardContent.h"
 
+#include "FailureAdvice.h"
 #include "FixedPoint.h"
 #include "controls/DisplayText.h"
 
@@ -105,6 +106,7 @@ ServerCardContent serverCardContent(const Server& server, const CardState& state
     if (metrics.errorMessage) {
         card.hasFailed = true;
         card.errorText = displayText(*metrics.errorMessage);
+        card.errorAdvice = failureAdvice(*metrics.errorMessage);
         return card;
     }
     card.latencyText = QString::number(metrics.latencyMs) + u" ms"_s;

@@ -45,6 +45,7 @@ struct ServerCardContent {
     Q_PROPERTY(bool isChecking MEMBER isChecking)
     Q_PROPERTY(bool hasFailed MEMBER hasFailed)
     Q_PROPERTY(QString errorText MEMBER errorText)
+    Q_PROPERTY(QString errorAdvice MEMBER errorAdvice)
     Q_PROPERTY(int barCount READ barCount)
     Q_PROPERTY(bool isExpanded MEMBER isExpanded)
     Q_PROPERTY(QString containersText MEMBER containersText)
@@ -71,6 +72,7 @@ public:
     bool isChecking = false;
     bool hasFailed = false;
     QString errorText;
+    QString errorAdvice; ///< what to do about it
     QList<MetricBarContent> bars;
     bool isExpanded = false; ///< the container list is open; never without containers
     QString containersText;
