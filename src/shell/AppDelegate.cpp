@@ -63,14 +63,23 @@ void AppDelegate::statusBarButtonClicked(QPoint position) {
     showPopover();
 }
 
+std::unique_ptr<QWindow> AppDelegate::makeWindow(const std::function<std::unique_ptr<QWindow>(ViewFactory&)>& make) {
+    ViewFactory* const views = surroundings_.popover && !lacksViews_ ? surroundings_.views() : nullptr;
+    auto window = views ? make(*views) : nullptr;
+    lacksViews_ = !window;
+    return window;
+}
+
 void AppDelegate::showPopover() {
-    if (!surroundings_.popover || surroundings_.popover->isShown())
+    Popover* const popover = surroundings_.popover.get();
+    if (!popover || popover->isShown())
         return;
-    Popover& popover = *surroundings_.popover;
-    if (ViewFactory* const views = surroundings_.views())
-        popover.show(views->makePopover(*store_, *ui_, surroundings_.computer, popover.isTranslucent(),
-                                        [this] { closePopover(); }),
-                     anchor_);
+    auto content = makeWindow([&](ViewFactory& views) {
+        return views.makePopover(*store_, *ui_, surroundings_.computer, popover->isTranslucent(),
+                                 [this] { closePopover(); });
+    });
+    if (content)
+        popover->show(std::move(content), anchor_);
 }
 
 void AppDelegate::closePopover() {
@@ -83,12 +92,12 @@ void AppDelegate::closePopover() {
 }
 
 void AppDelegate::showOnboardingWindow() {
-    ViewFactory* const views = surroundings_.popover ? surroundings_.views() : nullptr;
-    if (!views)
-        return;
     if (!onboardingWindow_) {
-        onboardingWindow_ =
-            views->makeOnboardingWindow(*store_, *ui_, surroundings_.computer, [this] { finishOnboarding(); });
+        onboardingWindow_ = makeWindow([this](ViewFactory& views) {
+            return views.makeOnboardingWindow(*store_, *ui_, surroundings_.computer, [this] { finishOnboarding(); });
+        });
+        if (!onboardingWindow_)
+            return;
         onboardingWindow_->installEventFilter(this);
     }
     onboardingWindow_->show();

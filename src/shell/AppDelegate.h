@@ -60,6 +60,8 @@ public:
 
 private:
     void finishOnboarding();
+    /// What `make` makes of the views; null without a display, and once that has failed: it would again, at each click.
+    std::unique_ptr<QWindow> makeWindow(const std::function<std::unique_ptr<QWindow>(ViewFactory&)>& make);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     AppSurroundings surroundings_;
@@ -67,6 +69,7 @@ private:
     std::unique_ptr<UIState> ui_;
     std::unique_ptr<QWindow> onboardingWindow_;
     QTimer labelTimer_;
+    bool lacksViews_ = false;
     QPoint anchor_;
     std::optional<std::chrono::nanoseconds> lastClosedTime_;
     OncePerTurn updateSoon_{this, [this] {

@@ -49,21 +49,22 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, const 
     return application;
 }
 
-/// The views' module, from beside the executable or from where it is installed; null when it cannot be loaded.
+/// The views' module, from beside the executable, from where it is installed or from the program's bundle; null when it
+/// cannot be loaded, which one line on standard error says.
 ViewFactory* views() {
-    static ViewFactory* const factory = [] {
-        const QDir here(QCoreApplication::applicationDirPath());
-        for (const QString& path : {u"tarnwick-views.so"_s, u"../lib/tarnwick/tarnwick-views.so"_s}) {
-            if (!here.exists(path))
-                continue;
-            QPluginLoader loader(here.filePath(path));
-            if (auto* loaded = qobject_cast<ViewFactory*>(loader.instance()))
-                return loaded;
-            std::fprintf(stderr, "tarnwick: %s\n", qPrintable(loader.errorString()));
-        }
-        return static_cast<ViewFactory*>(nullptr);
-    }();
-    return factory;
+    const QDir here(QCoreApplication::applicationDirPath());
+    QString problem = u"tarnwick-views.so is missing"_s;
+    for (const QString& path :
+         {u"tarnwick-views.so"_s, u"../lib/tarnwick/tarnwick-views.so"_s, u"../PlugIns/tarnwick-views.so"_s}) {
+        if (!here.exists(path))
+            continue;
+        QPluginLoader loader(here.filePath(path));
+        if (auto* loaded = qobject_cast<ViewFactory*>(loader.instance()))
+            return loaded;
+        problem = loader.isLoaded() ? path + u" is of another version"_s : loader.errorString().simplified();
+    }
+    std::fprintf(stderr, "tarnwick: no window can be opened: %s\n", qPrintable(problem));
+    return nullptr;
 }
 
 } // namespace

@@ -15,7 +15,8 @@ class ThisComputer;
 class UIState;
 
 /// Makes the contents of the program's windows. The views implement it in a module of their own, which is loaded with
-/// the first window, so that a process without windows does not map Qt Quick. Main thread only.
+/// the first window, so that a process without windows does not map Qt Quick. Each content is null when it cannot be
+/// loaded; why is then one line on standard error. Main thread only.
 class ViewFactory {
 public:
     virtual ~ViewFactory() = default;

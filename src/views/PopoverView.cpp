@@ -1,35 +1,21 @@
 #include "PopoverView.h"
 
-#include "controls/AccessibilityStandIns.h"
-
 #include <QKeyEvent>
-#include <QQmlEngine>
 #include <QQuickItem>
 
 #include <algorithm>
 
-extern void qml_register_types_Tarnwick();
-
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
-
-void configureQuick() {
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    installAccessibilityStandIns();
-    // The linker drops a static library's type registration unless something refers to it.
-    static void (*volatile const registration)() = &qml_register_types_Tarnwick;
-    Q_UNUSED(registration)
-}
 
 PopoverView::PopoverView(ServerStore& store, UIState& ui, ViewCollaborators collaborators)
     : model_(store, ui, std::move(collaborators)) {
     connect(&model_, &PopoverModel::closeRequested, this, &PopoverView::closeRequested);
     setColor(Qt::transparent);
     setResizeMode(SizeViewToRootObject);
-    engine()->addImportPath(u"qrc:/qt/qml"_s);
-    setInitialProperties({{u"popover"_s, QVariant::fromValue(&model_)}, {u"ui"_s, QVariant::fromValue(&ui)}});
-    setSource(QUrl(u"qrc:/qt/qml/Tarnwick/MenuBarView.qml"_s));
+    loadView(*this, u"MenuBarView"_s,
+             {{u"popover"_s, QVariant::fromValue(&model_)}, {u"ui"_s, QVariant::fromValue(&ui)}});
 }
 
 PopoverView::~PopoverView() {

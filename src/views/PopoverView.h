@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PopoverModel.h"
+#include "QuickViews.h"
 
 #include <QQuickView>
 
@@ -8,15 +9,13 @@
 
 namespace tarnwick {
 
-/// Makes the software scene graph draw all views. Call it once, before the first view is made.
-void configureQuick();
-
 /// The popover's content: a window 400 wide and as high as its content asks, with a QML engine of its own.
+/// configureQuick() has been called before.
 class PopoverView : public QQuickView {
     Q_OBJECT
 
 public:
-    /// Store and state must outlive the view.
+    /// Store and state must outlive the view. See loadView().
     PopoverView(ServerStore& store, UIState& ui, ViewCollaborators collaborators);
 
     ~PopoverView() override;

@@ -18,6 +18,8 @@ public:
     std::unique_ptr<QWindow> makePopover(ServerStore& store, UIState& ui, ThisComputer& computer, bool rounded,
                                          std::function<void()> close) override {
         auto view = std::make_unique<PopoverView>(store, ui, ViewCollaborators::real(computer));
+        if (!view->rootObject())
+            return nullptr;
         view->setRounded(rounded);
         connect(view.get(), &PopoverView::closeRequested, view.get(), close);
         return view;
@@ -25,7 +27,9 @@ public:
 
     std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& store, UIState& ui, ThisComputer& computer,
                                                   std::function<void()> onComplete) override {
-        return std::make_unique<OnboardingWindow>(store, ui, ViewCollaborators::real(computer), std::move(onComplete));
+        auto window =
+            std::make_unique<OnboardingWindow>(store, ui, ViewCollaborators::real(computer), std::move(onComplete));
+        return window->rootObject() ? std::move(window) : nullptr;
     }
 };
 

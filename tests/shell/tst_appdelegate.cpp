@@ -40,9 +40,12 @@ public:
     std::unique_ptr<QWindow> makeOnboardingWindow(ServerStore& /*store*/, UIState& /*ui*/, ThisComputer& /*computer*/,
                                                   std::function<void()> onComplete) override {
         finishTour = std::move(onComplete);
-        return std::make_unique<QWindow>();
+        ++tours;
+        return canLoad ? std::make_unique<QWindow>() : nullptr;
     }
     std::function<void()> finishTour;
+    bool canLoad = true;
+    int tours = 0;
 };
 
 } // namespace
@@ -183,6 +186,16 @@ private Q_SLOTS:
                                    &UIState::showingOnboarding})
             QVERIFY(!(ui.*showing)());
         QCOMPARE(ui.newServerName(), u"half typed"_s);
+    }
+
+    void triesOnceWhatCannotBeLoaded() {
+        views_.canLoad = false;
+        launch([](AppSettings& settings) { settings.hasCompletedOnboarding = false; });
+        delegate_->showOnboardingWindow();
+        Q_EMIT item_->clicked({});
+        QVERIFY(!delegate_->onboardingWindow() && !popover_->isShown());
+        QCOMPARE(std::exchange(views_.tours, 0), 1);
+        views_.canLoad = true;
     }
 
     void tourShowsOnceAndEndsInThePopover() {

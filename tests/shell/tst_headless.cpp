@@ -1,11 +1,13 @@
 // The program itself, without a display, from a fresh home: real probes of real hosts.
 
+#include "../platform/Companion.h"
 #include "DesktopRig.h"
 #include "OpenSshServer.h"
 #include "ProbeScripts.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLibraryInfo>
 #include <QRegularExpression>
 
 #include <csignal>
@@ -181,6 +183,35 @@ private Q_SLOTS:
         expectGoodEnd(program);
         QCOMPARE(program.readAllStandardError(),
                  "tarnwick: no window can be opened here: Qt's platform plugin \"none\" cannot be used\n");
+    }
+
+    /// On a display, for which the tour opens, and where a second launch asks for the popover as a click does.
+    static void runsWithoutItsViews() {
+        Companion screen;
+        const QStringList display{u"QT_QPA_PLATFORM=offscreen"_s, u"DISPLAY="_s + QLatin1String(screen.startScreen())};
+        for (const auto& [module, reason] : {std::pair(QByteArray(), "tarnwick-views\\.so is missing"),
+                                             {"garbage", ".*tarnwick-views\\.so' .*"},
+                                             {readFile(QStringLiteral(TARNWICK_VIEWS)), "qrc:.* is not installed"}}) {
+            const QTemporaryDir home;
+            const QString executable = home.filePath(u"tarnwick"_s);
+            QVERIFY(QFile::copy(QStringLiteral(TARNWICK_EXECUTABLE), executable));
+            QVERIFY(module.isEmpty() || writeFile(home.filePath(u"tarnwick-views.so"_s), module));
+            const QString plugins = QLibraryInfo::path(QLibraryInfo::PluginsPath);
+            QVERIFY(writeFile(home.filePath(u"qt.conf"_s), "[Paths]\nQmlImports=/none\nPlugins=" + plugins.toUtf8()));
+            const QStringList command = display + QStringList{u"XDG_RUNTIME_DIR="_s + home.path(), executable};
+            Program program(home.path(), u"/usr/bin/env"_s, command);
+            QByteArray said;
+            QTRY_VERIFY_WITH_TIMEOUT((said += program.readAllStandardError()).endsWith('\n'), 20'000);
+            for (int presses = 0; presses < 2; ++presses) {
+                Program second(home.path(), u"/usr/bin/env"_s, command);
+                expectGoodEnd(second);
+            }
+            program.terminate();
+            expectGoodEnd(program);
+            const auto line = u"^tarnwick: no window can be opened: %1\n$"_s.arg(QLatin1String(reason));
+            said += program.readAllStandardError();
+            QVERIFY2(QRegularExpression(line).match(QString::fromUtf8(said)).hasMatch(), said.constData());
+        }
     }
 
     static void leavesASecondLaunchAloneAndSavesAtItsEnd() {

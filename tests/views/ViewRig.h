@@ -69,9 +69,7 @@ public:
     Model* show(const QString& name, const QString& property, const char* closing = SIGNAL(dismissed())) {
         view = std::make_unique<QQuickView>();
         auto* const model = new Model(*store, ui, collaborators, view.get());
-        view->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
-        view->setInitialProperties({{property, QVariant::fromValue(model)}});
-        view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tarnwick/%1.qml").arg(name)));
+        loadView(*view, name, {{property, QVariant::fromValue(model)}});
         showWindow();
         closings_ = std::make_unique<QSignalSpy>(view->rootObject(), closing);
         return model;

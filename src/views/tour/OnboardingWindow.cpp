@@ -1,6 +1,7 @@
 #include "OnboardingWindow.h"
 
-#include <QQmlEngine>
+#include "QuickViews.h"
+
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
@@ -13,9 +14,7 @@ OnboardingWindow::OnboardingWindow(ServerStore& store, UIState& ui, ViewCollabor
     setFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
              Qt::WindowCloseButtonHint);
     setTitle(SharedCaptions::welcome.toString());
-    engine()->addImportPath(u"qrc:/qt/qml"_s);
-    setInitialProperties({{u"tour"_s, QVariant::fromValue(&model_)}});
-    setSource(QUrl(u"qrc:/qt/qml/Tarnwick/tour/OnboardingView.qml"_s));
+    loadView(*this, u"tour/OnboardingView"_s, {{u"tour"_s, QVariant::fromValue(&model_)}});
 
     const QSize fixed = initialSize();
     QRect place({}, fixed);
