@@ -29,8 +29,9 @@ Q_SIGNALS:
     /// Either mouse button. `position` is where the click was on the screen, in device-independent pixels; null when
     /// the desktop does not report it.
     void clicked(QPoint position);
-    /// Nobody can see the item any more: the output that it writes to was closed. Emitted once, from the event loop.
-    void outputClosed();
+    /// Nobody can see the item any more: the output that it writes to was closed, or cannot be written to, and
+    /// `problem` then says why. Emitted once, from the event loop.
+    void outputClosed(const QString& problem);
 };
 
 } // namespace tarnwick

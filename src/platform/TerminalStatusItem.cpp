@@ -83,7 +83,7 @@ void TerminalStatusItem::write() {
                 continue;
             if (errno == EAGAIN)
                 break;
-            close();
+            close(errno == EPIPE ? QString() : qt_error_string(errno));
             return;
         }
         unsent_.remove(0, written);
@@ -94,13 +94,14 @@ void TerminalStatusItem::write() {
     room_.setEnabled(!unsent_.isEmpty());
 }
 
-void TerminalStatusItem::close() {
+void TerminalStatusItem::close(const QString& problem) {
     if (closed_)
         return;
     closed_ = true;
     unsent_.clear();
     room_.setEnabled(false);
-    QMetaObject::invokeMethod(this, &StatusItem::outputClosed, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, problem] { Q_EMIT outputClosed(problem); }, Qt::QueuedConnection);
 }
 
 } // namespace tarnwick

@@ -24,7 +24,7 @@ public:
 
 private:
     void write();
-    void close();
+    void close(const QString& problem = {});
 
     const int descriptor_;
     bool closed_ = false;

@@ -13,6 +13,7 @@
 #include <QPluginLoader>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 #include <fcntl.h>
@@ -67,6 +68,9 @@ ViewFactory* views() {
     return nullptr;
 }
 
+/// The delegate while the event loop runs.
+AppDelegate* running = nullptr;
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -86,7 +90,11 @@ int main(int argc, char* argv[]) {
     }
 
     SystemParts parts = makeSystemParts(!display.platform.isEmpty());
-    QObject::connect(parts.statusItem.get(), &StatusItem::outputClosed, app.get(), &QCoreApplication::quit);
+    QObject::connect(parts.statusItem.get(), &StatusItem::outputClosed, app.get(), [](const QString& problem) {
+        if (!problem.isEmpty())
+            std::fprintf(stderr, "tarnwick: cannot write to the standard output: %s\n", qPrintable(problem));
+        QCoreApplication::exit(problem.isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE);
+    });
     ThisComputer computer(*parts.kernel, *parts.sensors, systemWords());
     AppDelegate delegate({
         .store = StoreCollaborators::real(computer),
@@ -103,7 +111,14 @@ int main(int argc, char* argv[]) {
     QObject::connect(app.get(), &QCoreApplication::aboutToQuit, &delegate, &AppDelegate::applicationWillTerminate);
 
     delegate.applicationDidFinishLaunching();
+    // Qt calls exit() when it loses the display.
+    running = &delegate;
+    std::atexit([] {
+        if (running)
+            running->applicationWillTerminate();
+    });
     const int status = QCoreApplication::exec();
+    running = nullptr;
     // All is saved by now. A reading may hang that the objects above wait for when they are destroyed.
     TerminationSignals::limitEnd(status);
     ProcessRunner::endAll();

@@ -20,7 +20,10 @@ inline QString needed(const QString& program) {
 /// A program that runs beside the test and ends with it.
 class Companion : QProcess {
 public:
-    ~Companion() override {
+    using QProcess::kill;
+
+    ~Companion() override { stop(); }
+    void stop() {
         terminate();
         if (!waitForFinished())
             kill();

@@ -214,6 +214,21 @@ private Q_SLOTS:
         }
     }
 
+    static void savesWhenItsDisplayIsLost() {
+        Companion screen;
+        const QTemporaryDir home;
+        const QString settings = home.filePath(u".local/share/Tarnwick/settings.json"_s);
+        Program program(home.path(), u"/usr/bin/env"_s,
+                        {u"DISPLAY="_s + QLatin1String(screen.startScreen()), u"ASAN_OPTIONS=detect_leaks=0"_s,
+                         QStringLiteral(TARNWICK_EXECUTABLE)});
+        QTRY_VERIFY_WITH_TIMEOUT(!serversOf(home.path()).isEmpty() && serversOf(home.path())[0].metrics, 20'000);
+        QVERIFY(QFile::remove(settings));
+        screen.kill();
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(std::pair(program.exitStatus(), program.exitCode()), std::pair(QProcess::NormalExit, 1));
+        QVERIFY(QFile::exists(settings));
+    }
+
     static void leavesASecondLaunchAloneAndSavesAtItsEnd() {
         const QTemporaryDir home;
         Program first(home.path());
@@ -265,13 +280,18 @@ private Q_SLOTS:
     }
 
     static void endsWhenNobodyReads() {
-        const QTemporaryDir home;
-        Program program(
-            home.path(), u"/bin/sh"_s,
-            {u"-c"_s, u"{ \"$0\"; echo status $? >&2; } | head -n 1"_s, QStringLiteral(TARNWICK_EXECUTABLE)});
-        expectGoodEnd(program);
-        QCOMPARE(program.lines().size(), 1);
-        QCOMPARE(program.readAllStandardError(), QByteArray("status 0\n"));
+        for (const auto& [where, lines, errors] :
+             {std::tuple(u"| head -n 1"_s, 1, "status 0\n"),
+              {u"> /dev/full"_s, 0,
+               "tarnwick: cannot write to the standard output: No space left on device\nstatus 1\n"}}) {
+            const QTemporaryDir home;
+            Program program(
+                home.path(), u"/bin/sh"_s,
+                {u"-c"_s, u"{ \"$0\"; echo status $? >&2; } "_s + where, QStringLiteral(TARNWICK_EXECUTABLE)});
+            expectGoodEnd(program);
+            QCOMPARE(program.lines().size(), lines);
+            QCOMPARE(program.readAllStandardError(), errors);
+        }
     }
 };
 

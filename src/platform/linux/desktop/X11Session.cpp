@@ -31,12 +31,13 @@ struct Free {
     void operator()(void* reply) const { std::free(reply); }
 };
 
-/// The connection to an X11 display with the functions to use it; false elsewhere.
+/// The connection to an X11 display with the functions to use it; false elsewhere, and once it has broken.
 struct Display {
     const Libxcb* const x = Libxcb::find();
     xcb_connection_t* const connection = tarnwick::connection();
 
-    explicit operator bool() const { return x && connection; }
+    /// A connection that broke has no roots and no extensions; Qt has not noticed yet.
+    explicit operator bool() const { return x && connection && x->connectionHasError(connection) == 0; }
     [[nodiscard]] xcb_window_t root() const { return x->roots(x->setup(connection)).data->root; }
     /// XCB_ATOM_NONE where nobody has used the name.
     [[nodiscard]] xcb_atom_t atom(std::string_view name) const {
