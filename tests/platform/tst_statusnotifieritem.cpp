@@ -14,6 +14,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
 
@@ -29,6 +30,8 @@ using namespace tarnwick;
 namespace {
 const auto watcherName = u"org.kde.StatusNotifierWatcher"_s;
 const auto itemPath = u"/StatusNotifierItem"_s;
+const auto portalName = u"org.freedesktop.portal.Desktop"_s;
+const auto portalPath = u"/org/freedesktop/portal/desktop"_s;
 const auto itemInterface = u"org.kde.StatusNotifierItem"_s;
 const StatusItemContent content{u"thermometer.medium"_s, u" 41°C • 2 OK"_s, u"Tarnwick"_s};
 
@@ -65,7 +68,7 @@ class Portal : public QObject {
 
 public Q_SLOTS:
     QDBusVariant Read(const QString& group, const QString& key) {
-        const QVariant value = key == "font-name"_L1 ? fontName : QVariant(1U);
+        const QVariant value = key == "font-name"_L1 ? fontName : QVariant(scheme);
         return QDBusVariant(QVariant::fromValue(QDBusVariant(group.startsWith("org."_L1) ? value : QVariant())));
     }
 
@@ -74,6 +77,7 @@ Q_SIGNALS:
 
 public:
     QVariant fontName;
+    uint scheme = 1;
 };
 
 /// Every signal that the item sends, in order.
@@ -101,9 +105,8 @@ private Q_SLOTS:
     /// The first test, because the types that the bus needs are registered by later ones.
     void windowsAndIconFollowTheColourScheme() {
         Portal portal;
-        const auto path = u"/org/freedesktop/portal/desktop"_s;
-        QVERIFY(hostBus_.registerObject(path, &portal, QDBusConnection::ExportAllContents) &&
-                hostBus_.registerService(u"org.freedesktop.portal.Desktop"_s));
+        QVERIFY(hostBus_.registerObject(portalPath, &portal, QDBusConnection::ExportAllContents) &&
+                hostBus_.registerService(portalName));
         const auto lightInk = QByteArray::fromHex("fff2f2f2");
         const auto appearance = u"org.freedesktop.appearance"_s;
         const auto windowLightness = [] {
@@ -131,9 +134,8 @@ private Q_SLOTS:
         Portal portal;
         const QString family = u"Inter"_s;
         portal.fontName = family + u" Semi-Bold 11"_s;
-        QVERIFY(hostBus_.registerObject(u"/org/freedesktop/portal/desktop"_s, &portal,
-                                        QDBusConnection::ExportAllContents) &&
-                hostBus_.registerService(u"org.freedesktop.portal.Desktop"_s));
+        QVERIFY(hostBus_.registerObject(portalPath, &portal, QDBusConnection::ExportAllContents) &&
+                hostBus_.registerService(portalName));
         QGuiApplication::setFont(QFont(u"Sans"_s));
         const InterfaceFont font(bus_);
         QTRY_COMPARE(QGuiApplication::font().family(), family);
@@ -205,8 +207,8 @@ private Q_SLOTS:
     void saysOnlyWhatChanged() {
         Recorder recorder;
         for (const QString& interface : {itemInterface, u"org.freedesktop.DBus.Properties"_s})
-            QVERIFY(
-                hostBus_.connect(bus_.baseService(), itemPath, interface, {}, &recorder, SLOT(received(QDBusMessage))));
+            QVERIFY(hostBus_.connect(bus_.connection().baseService(), itemPath, interface, {}, &recorder,
+                                     SLOT(received(QDBusMessage))));
         const QStringList textSignals{u"NewTitle"_s, u"NewToolTip"_s, u"XAyatanaNewLabel"_s, u"PropertiesChanged"_s};
 
         // Signals of one sender arrive in order, so once those of the last change are here, no earlier ones are
@@ -260,7 +262,7 @@ private Q_SLOTS:
     void registersWithEachNewWatcher() {
         for (int round = 0; round < 2; ++round) {
             const Watcher watcher(hostBus_);
-            QTRY_COMPARE(watcher.registered, QStringList{bus_.baseService()});
+            QTRY_COMPARE(watcher.registered, QStringList{bus_.connection().baseService()});
         }
     }
 
@@ -283,8 +285,45 @@ private Q_SLOTS:
         QCOMPARE(QGuiApplication::topLevelWindows().constFirst()->title(), u"41°C • 2 OK"_s);
     }
 
+    void everythingReturnsWithTheBus() {
+        const QTemporaryDir folder;
+        const QString address = u"unix:path="_s + folder.filePath(u"bus"_s);
+        const QStringList arguments{u"--session"_s, u"--nofork"_s, u"--print-address"_s, u"--address="_s + address};
+        std::optional<SessionBus> bus;
+        std::unique_ptr<DesktopStatusItem> item;
+        for (const uint scheme : {1U, 2U}) {
+            Companion daemon;
+            daemon.announcementOf(u"dbus-daemon"_s, arguments);
+            const QString name = u"host of round %1"_s.arg(scheme);
+            QDBusConnection host = QDBusConnection::connectToBus(address, name);
+            Portal portal;
+            portal.scheme = scheme;
+            QVERIFY(host.registerObject(portalPath, &portal, QDBusConnection::ExportAllContents) &&
+                    host.registerService(portalName));
+            const Watcher watcher(host);
+            if (!item) {
+                bus.emplace(address);
+                item = std::make_unique<DesktopStatusItem>(*bus, 1ms);
+                item->setContent(content);
+            }
+            QTRY_COMPARE(watcher.registered, QStringList{bus->connection().baseService()});
+            QTRY_VERIFY(!item->isFloating());
+            QDBusMessage read = QDBusMessage::createMethodCall(watcher.registered.constFirst(), itemPath,
+                                                               u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+            const QDBusPendingReply<QDBusVariant> label = host.asyncCall(read << itemInterface << u"XAyatanaLabel"_s);
+            QTRY_VERIFY(label.isFinished());
+            QCOMPARE(label.value().variant().toString(), u"41°C • 2 OK"_s);
+            const bool isDark = scheme == 1;
+            QTRY_COMPARE(QGuiApplication::palette().color(QPalette::Window).lightness() < 128, isDark);
+            daemon.kill(); // so that it takes no leave
+            QTRY_VERIFY(item->isFloating());
+            QDBusConnection::disconnectFromBus(name);
+        }
+    }
+
     void stripOnTheScreen() {
-        DesktopStatusItem item(QDBusConnection(u"none"_s), 1ms); // a session without a bus
+        const SessionBus none(u"unix:path=/none"_s);
+        DesktopStatusItem item(none, 1ms);
         item.setContent(content);
         QTRY_VERIFY(item.isFloating());
         QWindow* const strip = QGuiApplication::topLevelWindows().constFirst();
@@ -321,7 +360,7 @@ private:
     /// The host's call; its answer, which an error is not.
     QVariantList ask(const QString& path, const QString& interface, const QString& method,
                      const QVariantList& arguments) {
-        QDBusMessage message = QDBusMessage::createMethodCall(bus_.baseService(), path, interface, method);
+        QDBusMessage message = QDBusMessage::createMethodCall(bus_.connection().baseService(), path, interface, method);
         message.setArguments(arguments);
         const QDBusPendingReply<> reply = hostBus_.asyncCall(message);
         if (!QTest::qWaitFor([&] { return reply.isFinished(); }) || reply.isError())
@@ -337,7 +376,7 @@ private:
     Companion daemon_;
     const QString address_ = QString::fromUtf8(
         daemon_.announcementOf(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s}));
-    QDBusConnection bus_ = QDBusConnection::connectToBus(address_, u"item"_s);
+    const SessionBus bus_{address_};
     QDBusConnection hostBus_ = QDBusConnection::connectToBus(address_, u"host"_s);
     std::optional<ColorScheme> colors_;
     std::unique_ptr<StatusNotifierItem> item_;

@@ -1,13 +1,12 @@
 #include "Desktop.h"
 #include "KernelFiles.h"
+#include "SessionBus.h"
 #include "ShownText.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QFileInfo>
 #include <QStringList>
 #include <QSysInfo>
 #include <QVariantMap>
@@ -19,12 +18,6 @@ using namespace Qt::StringLiterals;
 namespace tarnwick::Desktop {
 
 namespace {
-
-/// Checked first, because libdbus would try to start a bus where there is none; that is the desktop's business.
-bool hasSessionBus() {
-    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
-           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s);
-}
 
 QDBusMessage notificationsCall(const QString& method) {
     return QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
@@ -60,9 +53,7 @@ QVariantList notifyArguments(const DesktopNotification& notification, bool bodyM
 } // namespace
 
 void post(const DesktopNotification& notification) {
-    if (!hasSessionBus())
-        return;
-    QDBusConnection bus = QDBusConnection::sessionBus();
+    const QDBusConnection bus = SessionBus::shared().connection();
     if (!bus.isConnected())
         return;
     // Asked each time, because another service may run by now.

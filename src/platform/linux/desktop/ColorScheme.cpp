@@ -14,7 +14,7 @@ bool isDark(const QPalette& palette) {
 }
 } // namespace
 
-ColorScheme::ColorScheme(const QDBusConnection& bus, QObject* parent)
+ColorScheme::ColorScheme(const SessionBus& bus, QObject* parent)
     : QObject(parent)
     , preference_(bus, u"org.freedesktop.appearance"_s, u"color-scheme"_s)
     , dark_(tarnwick::isDark(QGuiApplication::palette())) {

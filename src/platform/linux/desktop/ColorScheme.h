@@ -2,7 +2,6 @@
 
 #include "DesktopSetting.h"
 
-#include <QDBusConnection>
 #include <QObject>
 
 #include <optional>
@@ -16,7 +15,8 @@ class ColorScheme : public QObject {
     Q_OBJECT
 
 public:
-    explicit ColorScheme(const QDBusConnection& bus, QObject* parent = nullptr);
+    /// `bus` must outlive it.
+    explicit ColorScheme(const SessionBus& bus, QObject* parent = nullptr);
 
     [[nodiscard]] bool isDark() const { return dark_; }
 

@@ -16,10 +16,17 @@ const auto portalPath = u"/org/freedesktop/portal/desktop"_s;
 const auto settings = u"org.freedesktop.portal.Settings"_s;
 } // namespace
 
-DesktopSetting::DesktopSetting(const QDBusConnection& bus, QString group, QString key, QObject* parent)
-    : QObject(parent), group_(std::move(group)), key_(std::move(key)) {
+DesktopSetting::DesktopSetting(const SessionBus& bus, QString group, QString key, QObject* parent)
+    : QObject(parent), bus_(bus), group_(std::move(group)), key_(std::move(key)) {
     qRegisterMetaType<QDBusVariant>(); // connect() finds a slot's types by name, and may be the first to need this one
-    QDBusConnection connection = bus;
+    connect(&bus, &SessionBus::connected, this, &DesktopSetting::read);
+    read();
+}
+
+void DesktopSetting::read() {
+    QDBusConnection connection = bus_.connection();
+    if (!connection.isConnected())
+        return;
     connection.connect(portal, portalPath, settings, u"SettingChanged"_s, this,
                        SLOT(settingChanged(QString, QString, QDBusVariant)));
     QDBusMessage read = QDBusMessage::createMethodCall(portal, portalPath, settings, u"Read"_s);

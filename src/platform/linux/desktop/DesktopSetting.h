@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QDBusConnection>
+#include "linux/SessionBus.h"
+
 #include <QDBusVariant>
 #include <QObject>
 #include <QVariant>
@@ -12,9 +13,10 @@ class DesktopSetting : public QObject {
     Q_OBJECT
 
 public:
-    DesktopSetting(const QDBusConnection& bus, QString group, QString key, QObject* parent = nullptr);
+    /// `bus` must outlive it.
+    DesktopSetting(const SessionBus& bus, QString group, QString key, QObject* parent = nullptr);
 
-    /// Invalid while no portal has given it.
+    /// Invalid while no portal has given it; the last one while there is no bus.
     [[nodiscard]] const QVariant& value() const { return value_; }
 
 Q_SIGNALS:
@@ -24,8 +26,10 @@ private Q_SLOTS:
     void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
 
 private:
+    void read();
     void setValue(const QVariant& value);
 
+    const SessionBus& bus_;
     const QString group_;
     const QString key_;
     QVariant value_;

@@ -2,7 +2,7 @@
 
 namespace tarnwick {
 
-DesktopStatusItem::DesktopStatusItem(const QDBusConnection& bus, std::chrono::milliseconds patience, QObject* parent)
+DesktopStatusItem::DesktopStatusItem(const SessionBus& bus, std::chrono::milliseconds patience, QObject* parent)
     : StatusItem(parent), colors_(bus), font_(bus), notifier_(bus, colors_) {
     patience_.setSingleShot(true);
     patience_.setInterval(patience);

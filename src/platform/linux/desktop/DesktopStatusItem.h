@@ -6,7 +6,6 @@
 #include "StatusItem.h"
 #include "StatusNotifierItem.h"
 
-#include <QDBusConnection>
 #include <QTimer>
 
 #include <chrono>
@@ -21,9 +20,9 @@ class DesktopStatusItem : public StatusItem {
     Q_OBJECT
 
 public:
-    /// `patience`: how long the desktop may be without a host before the strip appears. A panel that starts or restarts
-    /// needs a moment.
-    explicit DesktopStatusItem(const QDBusConnection& bus = QDBusConnection::sessionBus(),
+    /// `bus` must outlive it. `patience`: how long the desktop may be without a host before the strip appears. A panel
+    /// that starts or restarts needs a moment.
+    explicit DesktopStatusItem(const SessionBus& bus = SessionBus::shared(),
                                std::chrono::milliseconds patience = std::chrono::seconds(2), QObject* parent = nullptr);
 
     void setContent(const StatusItemContent& content) override;

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
-InterfaceFont::InterfaceFont(const QDBusConnection& bus, QObject* parent)
+InterfaceFont::InterfaceFont(const SessionBus& bus, QObject* parent)
     : QObject(parent), name_(bus, u"org.gnome.desktop.interface"_s, u"font-name"_s) {
     const QString family = QGuiApplication::font().family();
     if (family.isEmpty() || family == "Sans"_L1 || family == "Sans Serif"_L1)

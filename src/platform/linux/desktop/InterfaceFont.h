@@ -12,7 +12,8 @@ class InterfaceFont : public QObject {
     Q_OBJECT
 
 public:
-    explicit InterfaceFont(const QDBusConnection& bus, QObject* parent = nullptr);
+    /// `bus` must outlive it.
+    explicit InterfaceFont(const SessionBus& bus, QObject* parent = nullptr);
 
 private:
     void apply();

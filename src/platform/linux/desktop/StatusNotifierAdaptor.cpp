@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
-StatusNotifierAdaptor::StatusNotifierAdaptor(StatusNotifierItem* item, const QDBusConnection& bus)
+StatusNotifierAdaptor::StatusNotifierAdaptor(StatusNotifierItem* item, const SessionBus& bus)
     : QDBusAbstractAdaptor(item), item_(*item), bus_(bus) {
     connect(item, &StatusNotifierItem::textChanged, this, &StatusNotifierAdaptor::sendText);
     connect(item, &StatusNotifierItem::iconChanged, this, &StatusNotifierAdaptor::NewIcon);
@@ -24,7 +24,7 @@ void StatusNotifierAdaptor::sendText() {
                                                       u"PropertiesChanged"_s);
     changed << u"org.kde.StatusNotifierItem"_s
             << QVariantMap{{u"XAyatanaLabel"_s, label()}, {u"XAyatanaLabelGuide"_s, labelGuide()}} << QStringList();
-    bus_.send(changed);
+    bus_.connection().send(changed);
 }
 
 void StatusNotifierAdaptor::Activate(int x, int y) {

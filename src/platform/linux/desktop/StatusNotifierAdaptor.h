@@ -4,7 +4,6 @@
 #include "StatusNotifierItem.h"
 
 #include <QDBusAbstractAdaptor>
-#include <QDBusConnection>
 #include <QDBusObjectPath>
 
 namespace tarnwick {
@@ -27,7 +26,8 @@ class StatusNotifierAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString XAyatanaLabelGuide READ labelGuide)
 
 public:
-    StatusNotifierAdaptor(StatusNotifierItem* item, const QDBusConnection& bus);
+    /// `bus` must outlive it.
+    StatusNotifierAdaptor(StatusNotifierItem* item, const SessionBus& bus);
 
     [[nodiscard]] static QString category() { return QStringLiteral("SystemServices"); }
     [[nodiscard]] static QString id() { return QStringLiteral("tarnwick"); }
@@ -62,7 +62,7 @@ private:
     void sendText();
 
     StatusNotifierItem& item_;
-    QDBusConnection bus_;
+    const SessionBus& bus_;
 };
 
 /// The same with a menu. The property alone makes hosts believe that there is one; without it they pass every click on.

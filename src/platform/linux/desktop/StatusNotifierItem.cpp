@@ -46,13 +46,11 @@ bool panelIsDark(const ColorScheme& colors) {
 }
 } // namespace
 
-StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, const ColorScheme& colors, QObject* parent)
-    : StatusItem(parent)
-    , bus_(bus)
-    , colors_(colors)
-    , watcher_(watcherService, bus, QDBusServiceWatcher::WatchForOwnerChange) {
+StatusNotifierItem::StatusNotifierItem(const SessionBus& bus, const ColorScheme& colors, QObject* parent)
+    : StatusItem(parent), bus_(bus), colors_(colors) {
     registerStatusNotifierTypes();
-    exportItem();
+    makeInterface();
+    watcher_.addWatchedService(watcherService);
     connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& newOwner) {
                 if (newOwner.isEmpty())
@@ -60,28 +58,37 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, const ColorSc
                 else
                     registerItem();
             });
-    for (const auto& change : {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s})
-        bus_.connect(watcherService, watcherPath, watcherService, change, this, SLOT(askForHost()));
     connect(&colors_, &ColorScheme::changed, this, &StatusNotifierItem::refreshIcon);
-    registerItem();
+    connect(&bus_, &SessionBus::connected, this, &StatusNotifierItem::joinBus);
+    connect(&bus_, &SessionBus::lost, this, [this] { setHost(false); });
+    joinBus();
 }
 
-void StatusNotifierItem::exportItem() {
+void StatusNotifierItem::makeInterface() {
     // GNOME's host shows only items with a menu, and opens it on a click, so there the menu leads to the popover. No
     // other host gets one: some would show it instead of passing the click on. The path /NO_DBUSMENU, which others
     // understand as "no menu", makes one of XFCE's hosts ask for that menu without end.
     if (isGnome()) {
         new StatusNotifierMenuAdaptor(this, bus_);
-        auto* const menu = new StatusMenu(this);
-        bus_.registerObject(StatusNotifierMenuAdaptor::menu().path(), menu,
-                            QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties |
-                                QDBusConnection::ExportScriptableSignals);
+        menu_ = new StatusMenu(this);
         // The menu says nothing of where it is, and in a Wayland session the pointer's position is not known.
-        connect(menu, &StatusMenu::chosen, this, [this] { Q_EMIT clicked({}); });
+        connect(menu_, &StatusMenu::chosen, this, [this] { Q_EMIT clicked({}); });
     } else {
         new StatusNotifierAdaptor(this, bus_);
     }
-    bus_.registerObject(itemPath, this);
+}
+
+void StatusNotifierItem::joinBus() {
+    QDBusConnection bus = bus_.connection();
+    watcher_.setConnection(bus);
+    for (const auto& change : {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s})
+        bus.connect(watcherService, watcherPath, watcherService, change, this, SLOT(askForHost()));
+    if (menu_)
+        bus.registerObject(StatusNotifierMenuAdaptor::menu().path(), menu_,
+                           QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties |
+                               QDBusConnection::ExportScriptableSignals);
+    bus.registerObject(itemPath, this);
+    registerItem();
 }
 
 void StatusNotifierItem::setContent(const StatusItemContent& content) {
@@ -127,15 +134,16 @@ void StatusNotifierItem::refreshIcon() {
 }
 
 void StatusNotifierItem::registerItem() {
-    if (!bus_.isConnected()) { // a call would get no answer, not even an error
+    const QDBusConnection& bus = bus_.connection();
+    if (!bus.isConnected()) { // a call would get no answer, not even an error
         QMetaObject::invokeMethod(
             this, [this] { setHost(false); }, Qt::QueuedConnection);
         return;
     }
     QDBusMessage call =
         QDBusMessage::createMethodCall(watcherService, watcherPath, watcherService, u"RegisterStatusNotifierItem"_s);
-    call << bus_.baseService();
-    auto* const reply = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
+    call << bus.baseService();
+    auto* const reply = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
     connect(reply, &QDBusPendingCallWatcher::finished, this, [this, reply] {
         reply->deleteLater();
         if (reply->isError())
@@ -149,7 +157,7 @@ void StatusNotifierItem::askForHost() {
     QDBusMessage call =
         QDBusMessage::createMethodCall(watcherService, watcherPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
     call << watcherService << u"IsStatusNotifierHostRegistered"_s;
-    auto* const watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
+    auto* const watcher = new QDBusPendingCallWatcher(bus_.connection().asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         const QDBusPendingReply<QDBusVariant> reply = *watcher;

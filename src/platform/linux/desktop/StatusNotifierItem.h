@@ -3,23 +3,25 @@
 #include "ColorScheme.h"
 #include "StatusItem.h"
 #include "StatusNotifierTypes.h"
+#include "linux/SessionBus.h"
 
-#include <QDBusConnection>
 #include <QDBusServiceWatcher>
 
 #include <optional>
 
 namespace tarnwick {
 
+class StatusMenu;
+
 /// The status item in the desktop's own status area: an org.kde.StatusNotifierItem under this program's unique bus
-/// name. It registers itself with each watcher that appears in the session, and reports whether a host shows it.
-/// It sends nothing over the bus while text and icon stay the same.
+/// name. It registers itself with each watcher that appears in the session, also when the bus has been away, and
+/// reports whether a host shows it. It sends nothing over the bus while text and icon stay the same.
 class StatusNotifierItem : public StatusItem {
     Q_OBJECT
 
 public:
-    /// `colors` must outlive the item.
-    StatusNotifierItem(const QDBusConnection& bus, const ColorScheme& colors, QObject* parent = nullptr);
+    /// `bus` and `colors` must outlive the item.
+    StatusNotifierItem(const SessionBus& bus, const ColorScheme& colors, QObject* parent = nullptr);
 
     void setContent(const StatusItemContent& content) override;
 
@@ -41,14 +43,16 @@ private Q_SLOTS:
     void askForHost();
 
 private:
-    void exportItem();
+    void makeInterface();
+    void joinBus();
     void registerItem();
     void refreshIcon();
     void setHost(bool present);
 
-    QDBusConnection bus_;
+    const SessionBus& bus_;
     const ColorScheme& colors_;
     QDBusServiceWatcher watcher_;
+    StatusMenu* menu_ = nullptr; ///< a child; null where the item has none
     StatusItemContent content_;
     QString text_;
     QList<StatusNotifierPixmap> icon_;
