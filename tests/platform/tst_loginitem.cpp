@@ -18,7 +18,7 @@ private Q_SLOTS:
     static void quotesThePath() {
         for (const auto& [path, value] : {
                  std::pair(u"/usr/bin/tarnwick"_s, R"("/usr/bin/tarnwick")"),
-                 {u"/home/a b/50%/$HOME`id`"_s, R"("/home/a b/50%%/\\$HOME\\`id\\`")"},
+                 {u"/home/a b/50%/$HOME`id`"_s, R"(env "/home/a b/50%%/\\$HOME\\`id\\`")"},
                  {u"/tmp/\"quoted\"\\\nHidden=true"_s, R"("/tmp/\\"quoted\\"\\\\\nHidden=true")"},
              }) {
             const QByteArray entry = autostartEntry(path);

@@ -44,7 +44,9 @@ QByteArray autostartEntry(const QString& executable) {
                                                  {u"\t"_s, u"\\t"_s},
                                                  {u"\r"_s, u"\\r"_s}})
         command.replace(character, replacement);
-    return group + "\nType=Application\nName=Tarnwick\nIcon=tarnwick\nExec=\"" + command.toUtf8() +
+    // GLib looks for the program before it undoes "%%", and leaves out the entry of one that is not there.
+    const QByteArray launcher = executable.contains(u'%') ? "env " : "";
+    return group + "\nType=Application\nName=Tarnwick\nIcon=tarnwick\nExec=" + launcher + '"' + command.toUtf8() +
            "\"\nTerminal=false\nStartupNotify=false\n";
 }
 

@@ -41,10 +41,14 @@ void StatusNotifierAdaptor::ContextMenu(int x, int y) {
 
 void StatusNotifierAdaptor::Scroll(int /*delta*/, const QString& /*orientation*/) {}
 
-void StatusNotifierAdaptor::ProvideXdgActivationToken(const QString& token) {
+void StatusNotifierAdaptor::ProvideXdgActivationToken(const QString& token, const QDBusMessage& call) {
+    if (!QGuiApplication::platformName().startsWith("wayland"_L1)) {
+        call.setDelayedReply(true);
+        bus_.connection().send(call.createErrorReply(QDBusError::UnknownMethod, u"There are no such tokens on X11"_s));
+        return;
+    }
     // Qt reads it when a window asks for the focus, and clears it then.
-    if (QGuiApplication::platformName().startsWith("wayland"_L1))
-        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+    qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
 }
 
 } // namespace tarnwick

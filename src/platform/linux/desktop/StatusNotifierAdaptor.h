@@ -48,8 +48,9 @@ public Q_SLOTS:
     void SecondaryActivate(int x, int y);
     void ContextMenu(int x, int y);
     void Scroll(int delta, const QString& orientation);
-    /// Lets the window that the following click opens take the focus on a Wayland desktop.
-    void ProvideXdgActivationToken(const QString& token);
+    /// Lets the window that the following click opens take the focus on Wayland. On X11 the call is unknown: hosts
+    /// would wait for a window that uses the token, with a busy pointer.
+    void ProvideXdgActivationToken(const QString& token, const QDBusMessage& call);
 
 Q_SIGNALS:
     void NewTitle();
