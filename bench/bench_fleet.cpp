@@ -90,7 +90,7 @@ AppSurroundings surroundings(const QString& folder, const QList<SSHConfigHost>& 
     result.store.sshHosts = [hosts] {
         return hosts;
     };
-    result.store.notify = [](const Alert&, bool, Instant) {
+    result.store.notify = [](const Alert&, bool) {
     };
     return result;
 }

@@ -89,7 +89,9 @@ public:
         store = std::make_unique<ServerStore>(StoreCollaborators{
             .collect = [this](const Server&) { return readyFuture(answer()); },
             .clock = [] { return Instant(); },
-            .notify = [](const Alert&, bool, Instant) {},
+            .claim = [](const QString&, Instant) { return false; },
+            .notify = {},
+            .hasDefaultRoute = [] { return true; },
             .sshHosts = [] { return QList<SSHConfigHost>(); },
             .computerName = [] { return std::optional<QString>(); },
             .folder = home.filePath(QStringLiteral("data")),

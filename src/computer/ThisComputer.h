@@ -59,6 +59,8 @@ public:
     [[nodiscard]] ThermalSummary thermals(SensorGroup group);
     /// Mean temperature of the processor, in °C; absent when no sensor measures it.
     [[nodiscard]] std::optional<double> socTemperature();
+    /// As KernelReadings says; asked anew each time.
+    [[nodiscard]] bool hasDefaultRoute() { return kernel_.hasDefaultRoute(); }
     /// The full record. What describes the machine is read once; the figures in it are those of the functions above.
     [[nodiscard]] MacHardwareInfo info();
 

@@ -67,6 +67,9 @@ public:
     [[nodiscard]] virtual std::optional<VolumeSpace> homeVolume() = 0;
     /// Whole seconds since 1970.
     [[nodiscard]] virtual qint64 wallClockSeconds() = 0;
+    /// Whether the routing table leads anywhere beyond the networks that this computer is on: a default route of any
+    /// kind, a VPN's and a point-to-point one, too. True where that cannot be read.
+    [[nodiscard]] virtual bool hasDefaultRoute() { return true; }
 };
 
 /// Shell text to put before a script that asks `sysctl -n vm.loadavg` for the load averages. Where the system's own

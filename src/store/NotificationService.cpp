@@ -21,14 +21,13 @@ QString quotesEscaped(QString text) {
 
 } // namespace
 
-void sendAlert(const QString& title, const QString& message, const QString& key, bool withSound, Instant now,
-               const std::function<void(const DesktopNotification&)>& post) {
+bool claim(const QString& key, Instant now) {
     // A time in the future means that the clock was set back since; it must not silence the key until that time comes.
     if (const auto last = sent().constFind(key);
         last != sent().constEnd() && std::abs(now.secondsSince(*last)) < quietSeconds)
-        return;
+        return false;
     sent().insert(key, now);
-    post(notification(title, message, withSound));
+    return true;
 }
 
 DesktopNotification notification(const QString& title, const QString& message, bool withSound) {

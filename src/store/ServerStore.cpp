@@ -1,5 +1,6 @@
 #include "ServerStore.h"
 
+#include "AlertRound.h"
 #include "Coding.h"
 
 #include <QDir>
@@ -23,6 +24,9 @@ QString ServerStore::standardFolder() {
 
 /// A full refresh that is running.
 struct ServerStore::Cycle {
+    explicit Cycle(const AlertRound& round) : alerts(round) {}
+
+    AlertRound alerts;
     QPromise<void> promise;
     QList<Server> waiting;    ///< probes to launch in later turns of the event loop
     qsizetype unfinished = 0; ///< waiting probes and running ones
@@ -185,7 +189,7 @@ QFuture<void> ServerStore::refreshAll() {
         return {};
     publish([&] { isRefreshing_ = true; }, &ServerStore::isRefreshingChanged);
 
-    const auto cycle = std::make_shared<Cycle>();
+    const auto cycle = std::make_shared<Cycle>(AlertRound(collaborators_, settings_));
     cycle->promise.start();
     std::ranges::copy_if(servers_, std::back_inserter(cycle->waiting), &Server::isEnabled);
     cycle->unfinished = cycle->waiting.size();
@@ -203,7 +207,9 @@ void ServerStore::launch(const std::shared_ptr<Cycle>& cycle) {
     const QList<Server> batch = cycle->waiting.first(std::min(perTurn, cycle->waiting.size()));
     cycle->waiting.remove(0, batch.size());
     for (const Server& server : batch)
-        probe(server, [this, cycle](bool) {
+        probe(server, [this, cycle](const Server* applied) {
+            if (applied)
+                cycle->alerts.postOrHold(*applied);
             if (--cycle->unfinished == 0)
                 end(*cycle);
         });
@@ -213,6 +219,7 @@ void ServerStore::launch(const std::shared_ptr<Cycle>& cycle) {
 }
 
 void ServerStore::end(Cycle& cycle) {
+    setOffline(cycle.alerts.end());
     publish([&] { lastRefreshedAll_ = collaborators_.clock(); }, &ServerStore::lastRefreshedAllChanged);
     save();
     publish([&] { isRefreshing_ = false; }, &ServerStore::isRefreshingChanged);
@@ -223,37 +230,42 @@ QFuture<void> ServerStore::refreshServer(const Server& server) {
     const auto promise = std::make_shared<QPromise<void>>();
     promise->start();
     QFuture<void> future = promise->future();
-    probe(server, [this, promise](bool applied) {
-        if (applied)
+    probe(server, [this, promise](const Server* applied) {
+        if (applied) {
+            AlertRound(collaborators_, settings_).post(*applied);
             save();
+        }
         promise->finish();
     });
     return future;
 }
 
-void ServerStore::probe(const Server& server, const std::function<void(bool applied)>& done) {
+void ServerStore::probe(const Server& server, const std::function<void(const Server* applied)>& done) {
     // A watcher and not a continuation, because the store may be destroyed, and the watcher with it, before the probe
     // ends.
     auto* watcher = new QFutureWatcher<ServerMetrics>(this);
     connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, id = server.id, done] {
         watcher->deleteLater();
         // A probe has no result when the application exits before it ends.
-        done(watcher->future().resultCount() > 0 && apply(id, watcher->result()));
+        done(watcher->future().resultCount() > 0 ? apply(id, watcher->result()) : nullptr);
     });
     watcher->setFuture(collaborators_.collect(server));
 }
 
-bool ServerStore::apply(const QUuid& id, const ServerMetrics& metrics) {
+const Server* ServerStore::apply(const QUuid& id, const ServerMetrics& metrics) {
     const qsizetype index = indexOf(id);
     if (index < 0)
-        return false;
-    Server server = servers_.at(index);
-    server.metrics = metrics;
-    publish([&] { servers_[index] = server; }, &ServerStore::serverChanged, id);
-    const QList<Alert> alerts = alertsFor(server, metrics, settings_);
-    for (const Alert& alert : alerts)
-        collaborators_.notify(alert, settings_.soundAlerts, collaborators_.clock());
-    return true;
+        return nullptr;
+    const bool remoteAnswered = !servers_.at(index).isLocal && !metrics.errorMessage;
+    publish([&] { servers_[index].metrics = metrics; }, &ServerStore::serverChanged, id);
+    if (remoteAnswered)
+        setOffline(false);
+    return server(id);
+}
+
+void ServerStore::setOffline(bool offline) {
+    if (offline != isOffline_)
+        publish([&] { isOffline_ = offline; }, &ServerStore::isOfflineChanged);
 }
 
 } // namespace tarnwick

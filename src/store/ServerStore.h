@@ -35,6 +35,9 @@ public:
     [[nodiscard]] const QList<Server>& servers() const { return servers_; }
     [[nodiscard]] const AppSettings& settings() const { return settings_; }
     [[nodiscard]] bool isRefreshing() const { return isRefreshing_; }
+    /// Whether the latest full refresh found that this computer is offline, see AlertRound::end(), and no remote server
+    /// has answered since.
+    [[nodiscard]] bool isOffline() const { return isOffline_; }
     /// When the latest full refresh ended; absent until one has.
     [[nodiscard]] std::optional<Instant> lastRefreshedAll() const { return lastRefreshedAll_; }
     /// The first entry with that id; null when there is none. Valid until the next change.
@@ -83,6 +86,7 @@ Q_SIGNALS:
     void settingsChanged();
     void isRefreshingChanged();
     void lastRefreshedAllChanged();
+    void isOfflineChanged();
 
 private:
     struct Cycle;
@@ -94,9 +98,11 @@ private:
     void publish(const Change& change, Signal changed, const Arguments&... arguments);
     void launch(const std::shared_ptr<Cycle>& cycle);
     void end(Cycle& cycle);
-    /// Probes one server and applies the result; `done` gets false when no entry has that id any more.
-    void probe(const Server& server, const std::function<void(bool applied)>& done);
-    bool apply(const QUuid& id, const ServerMetrics& metrics);
+    /// Probes one server and applies the result; `done` gets the entry with it, or null when no entry has that id any
+    /// more.
+    void probe(const Server& server, const std::function<void(const Server* applied)>& done);
+    const Server* apply(const QUuid& id, const ServerMetrics& metrics);
+    void setOffline(bool offline);
 
     StoreCollaborators collaborators_;
     StoredFile serversFile_;
@@ -104,6 +110,7 @@ private:
     QList<Server> servers_;
     AppSettings settings_;
     bool isRefreshing_ = false;
+    bool isOffline_ = false;
     std::optional<Instant> lastRefreshedAll_;
     QTimer refreshTimer_;
 };

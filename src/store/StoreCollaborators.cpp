@@ -4,6 +4,7 @@
 #include "NotificationService.h"
 #include "SSHMetricsCollector.h"
 #include "ServerStore.h"
+#include "ThisComputer.h"
 
 namespace tarnwick {
 
@@ -11,10 +12,12 @@ StoreCollaborators StoreCollaborators::real(ThisComputer& computer) {
     return {
         .collect = [&computer](const Server& server) { return SSHMetricsCollector::collect(server, computer); },
         .clock = Instant::now,
+        .claim = NotificationService::claim,
         .notify =
-            [](const Alert& alert, bool withSound, Instant now) {
-                NotificationService::sendAlert(alert.title, alert.message, alert.key, withSound, now);
+            [](const Alert& alert, bool withSound) {
+                Desktop::post(NotificationService::notification(alert.title, alert.message, withSound));
             },
+        .hasDefaultRoute = [&computer] { return computer.hasDefaultRoute(); },
         .sshHosts = SSHConfigParser::parseUserConfig,
         .computerName = Desktop::computerName,
         .folder = ServerStore::standardFolder(),

@@ -20,7 +20,10 @@ class ThisComputer;
 struct StoreCollaborators {
     std::function<QFuture<ServerMetrics>(const Server&)> collect;
     std::function<Instant()> clock;
-    std::function<void(const Alert&, bool withSound, Instant now)> notify;
+    /// As NotificationService::claim().
+    std::function<bool(const QString& alertKey, Instant now)> claim;
+    std::function<void(const Alert&, bool withSound)> notify;
+    std::function<bool()> hasDefaultRoute;
     std::function<QList<SSHConfigHost>()> sshHosts;
     std::function<std::optional<QString>()> computerName;
     /// Holds `servers.json` and `settings.json`; made when missing.

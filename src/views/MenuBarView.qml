@@ -44,6 +44,22 @@ Rectangle {
         Divider {
             width: parent.width
         }
+        Item {
+            visible: root.popover.content.isOffline
+            width: parent.width
+            height: 28 // the list begins with a margin of its own
+
+            SymbolLabel {
+                y: 12
+                width: parent.width
+                height: 16
+                text: root.popover.words.offline
+                symbol: "network"
+                symbolSize: 14
+                spacing: 6
+                tint: Theme.secondary
+            }
+        }
         ServerList {
             visible: root.showsCards
             width: parent.width

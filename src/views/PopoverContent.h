@@ -42,6 +42,7 @@ struct PopoverWords {
     Q_PROPERTY(QString hardware MEMBER hardware)
     Q_PROPERTY(QString settings MEMBER settings)
     Q_PROPERTY(QString servers MEMBER servers)
+    Q_PROPERTY(QString offline MEMBER offline)
     Q_PROPERTY(QString noServers MEMBER noServers)
     Q_PROPERTY(QString howToAdd MEMBER howToAdd)
     Q_PROPERTY(QString addFirst MEMBER addFirst)
@@ -53,6 +54,7 @@ public:
     QString hardware = CardWords().hardware;
     QString settings = QStringLiteral("Settings");
     QString servers = QStringLiteral("Servers");
+    QString offline = QStringLiteral("This computer is offline");
     QString noServers = QStringLiteral("No Servers Configured");
     QString howToAdd = QStringLiteral("Click the + button to add a remote server or import your ~/.ssh/config.");
     QString addFirst = QStringLiteral("Add First Server");
@@ -64,11 +66,13 @@ struct PopoverContent {
     QML_VALUE_TYPE(popoverContent)
     Q_PROPERTY(bool isRefreshing MEMBER isRefreshing)
     Q_PROPERTY(bool isEmpty MEMBER isEmpty)
+    Q_PROPERTY(bool isOffline MEMBER isOffline)
     Q_PROPERTY(QString updatedText MEMBER updatedText)
 
 public:
     bool isRefreshing = false; ///< the refresh button is disabled and shows progress
     bool isEmpty = true;       ///< no servers: a prompt takes the place of the list
+    bool isOffline = false;    ///< a line above the cards says so
     QString updatedText;       ///< empty before the first full refresh has ended
 
     friend bool operator==(const PopoverContent&, const PopoverContent&) = default;

@@ -12,6 +12,7 @@ PopoverModel::PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators co
     , content_(publishedContent()) {
     connect(&store, &ServerStore::isRefreshingChanged, this, &PopoverModel::update);
     connect(&store, &ServerStore::lastRefreshedAllChanged, this, &PopoverModel::update);
+    connect(&store, &ServerStore::isOfflineChanged, this, &PopoverModel::update);
     // isEmpty follows the rows, which change later than the store: once per turn of the event loop.
     connect(&servers_, &QAbstractItemModel::rowsInserted, this, &PopoverModel::update);
     connect(&servers_, &QAbstractItemModel::rowsRemoved, this, &PopoverModel::update);
@@ -20,6 +21,7 @@ PopoverModel::PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators co
 PopoverContent PopoverModel::publishedContent() const {
     return {.isRefreshing = store_.isRefreshing(),
             .isEmpty = servers_.rowCount() == 0,
+            .isOffline = store_.isOffline(),
             .updatedText = updatedText(store_.lastRefreshedAll(), QLocale::system())};
 }
 

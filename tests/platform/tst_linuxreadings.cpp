@@ -64,6 +64,8 @@ QString answerOf(LinuxKernelReadings& kernel, const QString& question) {
     if (question == u"boot time")
         return u"%1 s %2 us"_s.arg(number<qint64>(kernel, "kern.boottime").value_or(-1))
             .arg(number<qint64>(kernel, "kern.boottime", 8).value_or(-1));
+    if (question == u"way out")
+        return kernel.hasDefaultRoute() ? u"yes"_s : u"no"_s;
     if (question == u"thermal state") {
         const QStringList names{u"nominal"_s, u"fair"_s, u"serious"_s, u"critical"_s, u"unknown"_s};
         return names.at(static_cast<qsizetype>(kernel.thermalState()));

@@ -76,7 +76,9 @@ private:
                     return promise->future();
                 },
             .clock = Instant::now,
-            .notify = [](const Alert&, bool, Instant) {},
+            .claim = [](const QString&, Instant) { return false; },
+            .notify = {},
+            .hasDefaultRoute = [] { return true; },
             .sshHosts = [hosts] { return hosts; },
             .computerName = [] { return std::optional(u"desk"_s); },
             .folder = folder_->path(),

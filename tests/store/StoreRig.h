@@ -35,7 +35,9 @@ public:
     std::optional<QString> computerName;
     std::map<QString, Probe> probes; ///< running or answered, by the server's name; the latest of each
     QStringList probed;              ///< names, in the order of launch
-    QStringList alerts;              ///< keys' suffixes and whether with sound, in the order of posting
+    QStringList alerts;  ///< keys' suffixes, or title and text of one without a key, and whether with sound, as posted
+    QStringList claimed; ///< keys of alerts that are not to be repeated
+    bool hasDefaultRoute = true;
     std::unique_ptr<ServerStore> store;
 
     StoreRig() = default;
@@ -53,10 +55,14 @@ public:
                     return probe.promise.future();
                 },
             .clock = [this] { return now; },
+            .claim = [this](const QString& key, Instant) { return (claimed += key).count(key) == 1; },
             .notify =
-                [this](const Alert& alert, bool withSound, Instant) {
-                    alerts.append(alert.key.mid(36) + (withSound ? QStringLiteral(" loud") : QString()));
+                [this](const Alert& alert, bool withSound) {
+                    alerts.append(
+                        (alert.key.isEmpty() ? alert.title + QStringLiteral(": ") + alert.message : alert.key.mid(36)) +
+                        (withSound ? QStringLiteral(" loud") : QString()));
                 },
+            .hasDefaultRoute = [this] { return hasDefaultRoute; },
             .sshHosts = [this] { return sshHosts; },
             .computerName = [this] { return computerName; },
             .folder = folder,
@@ -75,6 +81,7 @@ public:
         } while (store->isRefreshing());
         probed.clear();
         alerts.clear();
+        claimed.clear();
         store->setServers(servers);
     }
 

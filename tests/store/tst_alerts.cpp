@@ -71,10 +71,7 @@ private Q_SLOTS:
     void sameKeyIsQuietForFiveMinutes() {
         const QString key = QUuid::createUuid().toString();
         const auto isPosted = [](const QString& alert, double now) {
-            bool posted = false;
-            NotificationService::sendAlert(u"t"_s, u"m"_s, alert, true, Instant{now},
-                                           [&](const DesktopNotification&) { posted = true; });
-            return posted;
+            return NotificationService::claim(alert, Instant{now});
         };
         QList<double> posted;
         for (int now = 1000; now <= 1690; now += 30)

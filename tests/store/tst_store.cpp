@@ -179,6 +179,54 @@ private Q_SLOTS:
         QVERIFY(!store.isRefreshing());
     }
 
+    /// Of A, which is this computer, to F: each fails, answers with a disk that is 60 % full, or answers well. The same
+    /// alert does not come twice, unless it is all anew.
+    void alertsOfACycle() {
+        QList<Server> servers = StoreRig::fleet(u"ABCDEF");
+        servers[0].isLocal = true;
+        StoreRig rig;
+        rig.startWith(servers);
+        rig.store->editSettings([](AppSettings& settings) { settings.alertDiskThresholdPercent = 60; });
+        const QString one = u"-offline loud"_s;
+        const auto more = u"and 2 more servers need attention: E, F loud"_s;
+        for (const auto& [results, hasRoute, anew, beforeTheLast, expected, isOffline] :
+             {std::tuple(u"offfff", false, false, 0, QStringList(), true),
+              {u"offffo", false, false, 0, {one, one, one, u"and 1 more server needs attention: E loud"_s}, false},
+              {u"offfff", true, false, 0, {one}, false}, // F
+              {u"offfff", true, true, 3, {one, one, one, more}, false},
+              {u"foooof", false, true, 1, {one, one}, false},
+              {u"dddddd",
+               true,
+               true,
+               3,
+               {u"-disk loud"_s, u"-disk loud"_s, u"-disk loud"_s,
+                u"and 3 more servers need attention: D, E, F loud"_s},
+               false},
+              {u"ffffff", false, true, 1, {one}, true}}) {
+            rig.alerts.clear();
+            rig.hasDefaultRoute = hasRoute;
+            if (anew)
+                rig.claimed.clear();
+            rig.store->refreshAll();
+            for (qsizetype i = 0; i < servers.size(); ++i) {
+                if (i == servers.size() - 1)
+                    QCOMPARE(rig.alerts.size(), beforeTheLast);
+                ServerMetrics metrics;
+                metrics.diskTotalGB = 10;
+                metrics.diskUsedGB = results[i] == u'd' ? 6 : 1;
+                rig.probes.at(servers[i].name).answer(results[i] == u'f' ? ServerMetrics::offline({}) : metrics);
+            }
+            QCOMPARE(rig.alerts, expected);
+            QCOMPARE(rig.store->isOffline(), isOffline);
+        }
+        rig.store->refreshServer(servers[0]);
+        rig.probes.at(u"A"_s).answer({});
+        QVERIFY(rig.store->isOffline());
+        rig.store->refreshServer(servers[1]);
+        rig.probes.at(u"B"_s).answer({});
+        QVERIFY(!rig.store->isOffline());
+    }
+
     void singleRefresh() {
         StoreRig rig;
         QList<Server> servers = StoreRig::fleet(u"AB");

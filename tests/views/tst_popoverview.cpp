@@ -57,6 +57,21 @@ private Q_SLOTS:
         QVERIFY(desk.item(updatedText(desk.store->lastRefreshedAll(), QLocale::system())));
     }
 
+    void saysThatThisComputerIsOffline() {
+        PopoverRig desk(StoreRig::fleet(u"a"));
+        const QString words = u"This computer is offline"_s;
+        desk.hasDefaultRoute = false;
+        for (const bool fails : {true, false}) {
+            QCOMPARE(desk.item(words) != nullptr, !fails);
+            if (fails)
+                desk.click(u"Refresh All Servers"_s);
+            else
+                desk.store->refreshServer(desk.store->servers().first());
+            desk.probes[u"a"_s].answer(fails ? ServerMetrics::offline(u"no route"_s) : metricsWith());
+            QTRY_COMPARE(desk.item(words) != nullptr, fails);
+        }
+    }
+
     void sheets() {
         const std::tuple<QString, const char*, QSize> rows[] = {
             {u"Add New Server"_s, "showingAddServer", {480, 460}},

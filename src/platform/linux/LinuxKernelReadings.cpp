@@ -3,6 +3,7 @@
 #include "KernelFiles.h"
 #include "LinuxMachine.h"
 #include "LinuxProcessor.h"
+#include "LinuxRoutes.h"
 #include "LinuxThermalState.h"
 
 #include <QDir>
@@ -146,6 +147,10 @@ std::optional<VolumeSpace> LinuxKernelReadings::homeVolume() {
 
 qint64 LinuxKernelReadings::wallClockSeconds() {
     return std::time(nullptr);
+}
+
+bool LinuxKernelReadings::hasDefaultRoute() {
+    return LinuxRoutes::hasDefault(root_);
 }
 
 std::optional<LinuxMemory> LinuxKernelReadings::memory() {

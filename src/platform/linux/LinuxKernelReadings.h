@@ -32,6 +32,7 @@ public:
     [[nodiscard]] ThermalState thermalState() override;
     [[nodiscard]] std::optional<VolumeSpace> homeVolume() override;
     [[nodiscard]] qint64 wallClockSeconds() override;
+    [[nodiscard]] bool hasDefaultRoute() override;
 
 private:
     /// As it is now: who asks for the total and for what is used gets both from one reading.
