@@ -2,6 +2,7 @@
 
 #include "AlertRound.h"
 #include "Coding.h"
+#include "PrivateFolder.h"
 
 #include <QDir>
 #include <QFutureWatcher>
@@ -19,7 +20,9 @@ using namespace Qt::StringLiterals;
 namespace tarnwick {
 
 QString ServerStore::standardFolder() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Tarnwick"_s;
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    // Qt takes a relative $XDG_DATA_HOME, which is to be ignored.
+    return (QDir::isAbsolutePath(data) ? data : QDir::homePath() + u"/.local/share"_s) + u"/Tarnwick"_s;
 }
 
 /// A full refresh that is running.
@@ -61,10 +64,9 @@ void ServerStore::publish(const Change& change, Signal changed, const Arguments&
 // ---- Loading and saving
 
 void ServerStore::load() {
-    const QFileInfo folder(collaborators_.folder);
-    QDir().mkpath(folder.path());
-    QDir().mkdir(folder.filePath(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-
+    makePrivateFolder(collaborators_.folder);
+    serversFile_.removeLeftovers();
+    settingsFile_.removeLeftovers();
     if (const auto json = serversFile_.read()) {
         auto decoded = decodeServers(*json);
         if (auto* servers = std::get_if<QList<Server>>(&decoded))

@@ -132,7 +132,8 @@ public:
     }
 
     [[nodiscard]] QStringList files() const {
-        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                      QDir::Name);
     }
 
     /// Whether `operation` writes: both files, or neither.

@@ -2,7 +2,12 @@
 
 #include <QTest>
 
+#include <csignal>
 #include <limits>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -13,12 +18,14 @@ class StoredFilesTest : public QObject {
 private Q_SLOTS:
     void firstLaunchSeedsAndSaves() {
         StoreRig rig;
+        const mode_t usual = ::umask(0777);
         rig.sshHosts = {{u"web"_s, u"10.0.0.1"_s, u"admin"_s, 2222, u"/k"_s}, {u"db"_s, u"db"_s, u"root"_s, 22, {}}};
         rig.start();
         QCOMPARE(rig.files(), (QStringList{u"servers.json"_s, u"settings.json"_s}));
-        QCOMPARE(QFile::permissions(rig.folder) & 0x77, QFile::Permissions()); // nothing for group and others
-        for (const QString& file : rig.files())
-            QCOMPARE(QFile::permissions(rig.path(file)) & 0x177, QFile::Permissions());
+        ::umask(usual);
+        for (const auto& [path, mode] :
+             {std::pair(u".."_s, 0x7000), {u"."_s, 0x7000}, {u"servers.json"_s, 0x6000}, {u"settings.json"_s, 0x6000}})
+            QCOMPARE(QFile::permissions(rig.path(path)).toInt() & 0x7077, mode); // the owner's and others'
 
         QCOMPARE(rig.storedFleet(), rig.store->servers());
         QCOMPARE(rig.names(), (QStringList{u"Local Machine"_s, u"web"_s, u"db"_s}));
@@ -26,7 +33,7 @@ private Q_SLOTS:
         const Server web = rig.store->servers().at(1);
         QVERIFY(local.isLocal && local.isEnabled && local.dockerEnabled && !local.metrics);
         QVERIFY(!web.isLocal && web.isEnabled && web.dockerEnabled);
-        QCOMPARE(local.host + u'/' + local.user, u"localhost/root"_s);
+        QCOMPARE(u"%1@%2:%3"_s.arg(local.user, local.host).arg(local.port), u"root@localhost:22"_s);
         QCOMPARE(u"%1@%2:%3 %4"_s.arg(web.user, web.host).arg(web.port).arg(web.customSshKeyPath.value_or(QString())),
                  u"admin@10.0.0.1:2222 /k"_s);
         QVERIFY(web.id != local.id && web.id != rig.store->servers().at(2).id);
@@ -82,11 +89,54 @@ private Q_SLOTS:
     }
 
     void whatCannotBeReadIsMovedAside() {
+        const auto make = [](const QString& kind, const QString& path) {
+            const QByteArray name = QFile::encodeName(path);
+            return kind == u"folder"   ? QDir().mkpath(path)
+                   : kind == u"pipe"   ? ::mkfifo(name.constData(), 0600) == 0
+                   : kind == u"nobody" ? QFile::link(u"elsewhere.json"_s, path) && ::lchown(name.constData(), 1, 1) == 0
+                                       : QFile::link(kind, path);
+        };
+        QStringList kinds{u"folder"_s, u"pipe"_s, u"nothing.json"_s, u"."_s};
+        if (::geteuid() == 0) // only root can give a link away
+            kinds += u"nobody"_s;
+        for (const QString& kind : kinds) {
+            StoreRig rig;
+            rig.write(u"elsewhere.json"_s, "[]");
+            QVERIFY(make(kind, rig.path(u"servers.json"_s)));
+            rig.start();
+            QCOMPARE(rig.storedFleet(), rig.store->servers());
+            QCOMPARE(rig.files(), (QStringList{u"elsewhere.json"_s, u"servers.json"_s,
+                                               u"servers.json.unreadable-20010101T001640Z"_s, u"settings.json"_s}));
+            QCOMPARE(rig.read(u"elsewhere.json"_s), "[]"_ba);
+        }
+    }
+
+    void leftoversOfKilledSavesAreRemoved() {
         StoreRig rig;
-        QDir().mkpath(rig.path(u"servers.json/inside"_s));
+        QStringList kept;
+        for (const auto& [name, minutes, isKept] : {std::tuple(u"servers.json.vLCseP"_s, 11, false),
+                                                    {u"settings.json.aaaaaB"_s, 11, false},
+                                                    {u"servers.json.vLCseQ"_s, 9, true}, // somebody may be writing it
+                                                    {u"servers.json.backup"_s, 11, true},
+                                                    {u"servers.json.Backup"_s, 11, true},
+                                                    {u"servers.json.BACKUP"_s, 11, true},
+                                                    {u"servers.json.a1B2c3"_s, 11, true},
+                                                    {u"servers.json.vLCsePx"_s, 11, true},
+                                                    {u"servers_json.vLCseP"_s, 11, true}}) {
+            rig.write(name, "[]");
+            QFile file(rig.path(name));
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-60LL * minutes),
+                                     QFileDevice::FileModificationTime));
+            if (isKept)
+                kept += name;
+        }
         rig.start();
-        QCOMPARE(rig.storedFleet(), rig.store->servers());
-        QVERIFY(QFileInfo(rig.path(u"servers.json.unreadable-20010101T001640Z/inside"_s)).isDir());
+        kept += {u"servers.json"_s, u"settings.json"_s};
+        kept.sort();
+        QStringList files = rig.files();
+        files.sort();
+        QCOMPARE(files, kept);
     }
 
     void damagedSettingsStayUntilTheNextSave() {
@@ -119,13 +169,30 @@ private Q_SLOTS:
 
         broken.metrics.reset();
         rig.store->updateServer(broken);
-        QFile::remove(rig.path(u"servers.json"_s));
-        QFile::remove(rig.path(u"settings.json"_s));
-        QVERIFY(QDir().mkpath(rig.path(u"servers.json"_s)));
+        const QByteArray stored = rig.read(u"servers.json"_s);
+        QVERIFY(QFile::remove(rig.path(u"settings.json"_s)));
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit usual{};
+        QCOMPARE(::getrlimit(RLIMIT_FSIZE, &usual), 0);
+        const rlimit fullDisk{4096, usual.rlim_max};
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &fullDisk), 0);
+        rig.store->setServers(StoreRig::numbered(100));
         rig.store->save();
         QCOMPARE(rig.files(), QStringList{u"servers.json"_s}); // no settings without the fleet
-        QVERIFY(QDir().rmdir(rig.path(u"servers.json"_s)));
+        QCOMPARE(rig.read(u"servers.json"_s), stored);
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &usual), 0);
         QVERIFY(rig.saves([&] { rig.store->save(); }));
+    }
+
+    void standardFolder() {
+        const QByteArray before = qgetenv("XDG_DATA_HOME");
+        const QString usual = QDir::homePath() + u"/.local/share/Tarnwick"_s;
+        for (const auto& [variable, folder] :
+             {std::pair("/srv/data", u"/srv/data/Tarnwick"_s), {"", usual}, {"data", usual}, {"./data", usual}}) {
+            qputenv("XDG_DATA_HOME", variable);
+            QCOMPARE(ServerStore::standardFolder(), folder);
+        }
+        qputenv("XDG_DATA_HOME", before);
     }
 
     void noFolderAtAll() {

@@ -27,7 +27,7 @@ QString userEntry() {
 bool write(const QString& path, const QByteArray& entry) {
     QSaveFile file(path);
     return QDir().mkpath(path.section(u'/', 0, -2)) && file.open(QIODevice::WriteOnly) &&
-           file.write(entry) == entry.size() && file.commit();
+           file.write(entry) == entry.size() && file.flush() && file.commit(); // commit() overlooks a full disk
 }
 
 } // namespace
