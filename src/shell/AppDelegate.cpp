@@ -41,8 +41,10 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::applicationWillTerminate() {
-    if (store_)
-        store_->save();
+    if (!store_)
+        return;
+    store_->save();
+    store_->finishSaving();
 }
 
 void AppDelegate::updateStatusBarButton() {

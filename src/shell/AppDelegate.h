@@ -43,7 +43,7 @@ public:
 
     /// The launch sequence. Call once, just before the event loop runs.
     void applicationDidFinishLaunching();
-    /// Saves; safe to call before the launch sequence.
+    /// Saves, and waits for it as ServerStore::finishSaving() does; safe to call before the launch sequence.
     void applicationWillTerminate();
 
     void statusBarButtonClicked(QPoint position);

@@ -1,8 +1,7 @@
 #include "ServerStore.h"
 
 #include "AlertRound.h"
-#include "Coding.h"
-#include "PrivateFolder.h"
+#include "Merge.h"
 
 #include <QDir>
 #include <QFutureWatcher>
@@ -38,21 +37,32 @@ struct ServerStore::Cycle {
 ServerStore::ServerStore(StoreCollaborators collaborators, QObject* parent)
     : QObject(parent)
     , collaborators_(std::move(collaborators))
-    , serversFile_(collaborators_.folder + u"/servers.json"_s)
-    , settingsFile_(collaborators_.folder + u"/settings.json"_s)
-    , refreshTimer_(this) {
+    , refreshTimer_(this)
+    , saver_(collaborators_.folder, {.state =
+                                         [this] {
+                                             return StoredState{servers_, settings_};
+                                         },
+                                     .clock = collaborators_.clock,
+                                     .adopt =
+                                         [this](const StoredState& asked, const StoredState& found) {
+                                             adopt(asked, found);
+                                         }}) {
     refreshTimer_.setTimerType(Qt::PreciseTimer);
     connect(&refreshTimer_, &QTimer::timeout, this, &ServerStore::refreshAll);
 
-    load();
+    StoredState stored = saver_.load(); // nothing can be shown before this
+    servers_ = std::move(stored.servers);
+    settings_ = stored.settings;
+    setupTimer();
     if (servers_.isEmpty())
         seedDefaults();
-    setupTimer();
     QMetaObject::invokeMethod(
         this, [this] { refreshAll(); }, Qt::QueuedConnection);
 }
 
-ServerStore::~ServerStore() = default;
+ServerStore::~ServerStore() {
+    blockSignals(true); // the last save may still take something in, and nobody must ask for it now
+}
 
 template <typename Change, typename Signal, typename... Arguments>
 void ServerStore::publish(const Change& change, Signal changed, const Arguments&... arguments) {
@@ -62,26 +72,6 @@ void ServerStore::publish(const Change& change, Signal changed, const Arguments&
 }
 
 // ---- Loading and saving
-
-void ServerStore::load() {
-    makePrivateFolder(collaborators_.folder);
-    serversFile_.removeLeftovers();
-    settingsFile_.removeLeftovers();
-    if (const auto json = serversFile_.read()) {
-        auto decoded = decodeServers(*json);
-        if (auto* servers = std::get_if<QList<Server>>(&decoded))
-            servers_ = std::move(*servers);
-        else
-            serversFile_.reject();
-    }
-    if (const auto json = settingsFile_.read()) {
-        const auto decoded = decodeSettings(*json);
-        if (const auto* settings = std::get_if<AppSettings>(&decoded))
-            settings_ = *settings;
-        else
-            settingsFile_.reject();
-    }
-}
 
 void ServerStore::seedDefaults() {
     Server local;
@@ -99,12 +89,17 @@ void ServerStore::seedDefaults() {
 }
 
 void ServerStore::save() {
-    const Instant now = collaborators_.clock();
-    const auto servers = encodeServers(servers_);
-    if (!servers || !serversFile_.write(*servers, now))
-        return;
-    if (const auto settings = encodeSettings(settings_))
-        settingsFile_.write(*settings, now);
+    saver_.save();
+}
+
+void ServerStore::adopt(const StoredState& asked, const StoredState& found) {
+    // What has changed here since then stays.
+    QList<Server> servers = merged(asked.servers, servers_, found.servers);
+    if (servers != servers_)
+        setServers(std::move(servers));
+    const AppSettings settings = merged(asked.settings, settings_, found.settings);
+    if (settings != settings_)
+        editSettings([&settings](AppSettings& current) { current = settings; }, Saving::later);
 }
 
 // ---- Editing

@@ -2,8 +2,8 @@
 
 #include "AppSettings.h"
 #include "Server.h"
+#include "StateSaver.h"
 #include "StoreCollaborators.h"
-#include "StoredFile.h"
 
 #include <QFuture>
 #include <QList>
@@ -68,8 +68,12 @@ public:
     /// Moves the entry at `from` so that its index is `to`. Does not save: a live drag. False, and nothing happens,
     /// when the two are equal or one is outside of the list.
     bool moveServer(qsizetype from, qsizetype to);
-    /// Writes both files, each atomically. When the first one fails the second is not written; nothing is reported.
+    /// Soon, in a thread of its own: merges in what others have written to the two files, publishes that, and writes
+    /// both as they are by then, each atomically. When the first one fails the second is not written; nothing is
+    /// reported.
     void save();
+    /// Waits until all that was to be saved is, at most StateSaver::patience. False when it gave up.
+    bool finishSaving() { return saver_.finish(); }
 
     /// Starts the periodic refresh, or restarts it: the settings' interval, at least 10 seconds, from now on.
     void setupTimer();
@@ -91,8 +95,9 @@ Q_SIGNALS:
 private:
     struct Cycle;
 
-    void load();
     void seedDefaults();
+    /// Publishes what others have written; see StateSaver::Client.
+    void adopt(const StoredState& asked, const StoredState& found);
     /// Makes a change of published values: objectWillChange(), `change`, then the signal `changed` with `arguments`.
     template <typename Change, typename Signal, typename... Arguments>
     void publish(const Change& change, Signal changed, const Arguments&... arguments);
@@ -105,14 +110,13 @@ private:
     void setOffline(bool offline);
 
     StoreCollaborators collaborators_;
-    StoredFile serversFile_;
-    StoredFile settingsFile_;
     QList<Server> servers_;
     AppSettings settings_;
     bool isRefreshing_ = false;
     bool isOffline_ = false;
     std::optional<Instant> lastRefreshedAll_;
     QTimer refreshTimer_;
+    StateSaver saver_; ///< the last, because its destructor asks for the state
 };
 
 } // namespace tarnwick

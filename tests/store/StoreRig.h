@@ -122,7 +122,10 @@ public:
             qFatal("cannot write the test's file");
     }
 
-    [[nodiscard]] QByteArray read(const QString& name) const { return readFile(path(name)); }
+    [[nodiscard]] QByteArray read(const QString& name) const {
+        finishSaving();
+        return readFile(path(name));
+    }
 
     /// What `servers.json` holds, or another file; empty when it cannot be decoded.
     [[nodiscard]] QList<Server> storedFleet(const QString& name = QStringLiteral("servers.json")) const {
@@ -131,7 +134,13 @@ public:
         return servers ? *servers : QList<Server>();
     }
 
+    void finishSaving() const {
+        if (store && !store->finishSaving())
+            qFatal("the store does not save");
+    }
+
     [[nodiscard]] QStringList files() const {
+        finishSaving();
         return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
                                       QDir::Name);
     }
@@ -139,6 +148,7 @@ public:
     /// Whether `operation` writes: both files, or neither.
     template <typename Operation>
     [[nodiscard]] bool saves(Operation operation) const {
+        finishSaving();
         QFile::remove(path(QStringLiteral("servers.json")));
         QFile::remove(path(QStringLiteral("settings.json")));
         operation();

@@ -17,6 +17,7 @@ static int saveForever(const QString& folder) {
     for (bool large = true;; large = !large) {
         rig.store->setServers(QList<Server>(large ? 300 : 1, StoreRig::server(QString(50, u'x'))));
         rig.store->save();
+        rig.finishSaving();
         if (large)
             write(1, "s", 1);
     }

@@ -66,6 +66,7 @@ private Q_SLOTS:
 
         Server paused = servers.at(1);
         paused.isEnabled = false;
+        paused.metrics = metricsWithCpu(9);
         QVERIFY(rig.saves([&] { store.updateServer(paused); }));
         QCOMPARE(*store.server(paused.id), paused);
         QCOMPARE(entryChanged.takeFirst().at(0).toUuid(), paused.id);
@@ -135,7 +136,11 @@ private Q_SLOTS:
         QCOMPARE(store.lastRefreshedAll(), lastTime);
 
         rig.now = Instant{2050};
+        QList<Server> savedAtTheEnd;
+        connect(
+            &store, &ServerStore::isRefreshingChanged, this, [&] { savedAtTheEnd = rig.storedFleet(); });
         QVERIFY(rig.saves([&] { rig.probes.at(u"C"_s).answer(metricsWithCpu(3)); }));
+        QCOMPARE(savedAtTheEnd, store.servers());
         QVERIFY(!store.isRefreshing() && cycle.isFinished());
         QCOMPARE(store.lastRefreshedAll(), Instant{2050});
         QCOMPARE(cpuOf(rig, 1), 77.0); // paused: as it was

@@ -1,5 +1,8 @@
 #include "StoreRig.h"
 
+#include <QElapsedTimer>
+#include <QLockFile>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <csignal>
@@ -182,6 +185,64 @@ private Q_SLOTS:
         QCOMPARE(rig.read(u"servers.json"_s), stored);
         QCOMPARE(::setrlimit(RLIMIT_FSIZE, &usual), 0);
         QVERIFY(rig.saves([&] { rig.store->save(); }));
+    }
+
+    void whatOthersWriteIsMergedIn() {
+        StoreRig rig(u"ABC");
+        QSignalSpy changed(rig.store.get(), &ServerStore::serversChanged);
+        QList<Server> theirs = rig.storedFleet();
+        theirs.append(StoreRig::server(u"D"_s));
+        theirs[0].name = u"a"_s;
+        rig.write(u"servers.json"_s, encodeServers(theirs).value());
+        QTRY_COMPARE(rig.names().join(QString()), u"aBCD"_s); // while nothing is saved here
+        QCOMPARE(changed.size(), 1);
+
+        // The store saves before it hears of these.
+        theirs.removeAt(1);
+        AppSettings settings = rig.store->settings();
+        settings.alertRamThresholdPercent = 1;
+        rig.write(u"servers.json"_s, encodeServers(theirs).value());
+        rig.write(u"settings.json"_s, encodeSettings(settings).value());
+        rig.store->addServer(StoreRig::server(u"E"_s));
+        rig.store->editSettings([](AppSettings& edited) { edited.alertDiskThresholdPercent = 2; });
+        rig.finishSaving();
+        QCOMPARE(rig.names().join(QString()), u"aCDE"_s);
+        QCOMPARE(rig.storedFleet(), rig.store->servers());
+        settings.alertDiskThresholdPercent = 2;
+        QCOMPARE(rig.store->settings(), settings);
+        QCOMPARE(std::get<AppSettings>(decodeSettings(rig.read(u"settings.json"_s))), settings);
+
+        rig.write(u"servers.json"_s, "[");
+        rig.store->removeServer(theirs.at(0).id);
+        QCOMPARE(rig.read(u"servers.json.unreadable-20010101T001640Z"_s), "["_ba);
+        QCOMPARE(rig.storedFleet(), rig.store->servers());
+        QCOMPARE(rig.names().join(QString()), u"CDE"_s);
+    }
+
+    void savesWaitForOthersAndTheLastStateWins() {
+        StoreRig rig(u"A");
+        rig.finishSaving();
+        const QByteArray before = readFile(rig.path(u"servers.json"_s));
+        QLockFile others(rig.path(u"lock"_s));
+        QVERIFY(others.tryLock());
+        for (const QChar name : u"BCDE"_s)
+            rig.store->addServer(StoreRig::server(name));
+        QVERIFY(!rig.store->finishSaving()); // it must be possible to end
+        rig.store->removeServer(rig.store->servers().at(2).id);
+        QCOMPARE(readFile(rig.path(u"servers.json"_s)), before);
+        others.unlock();
+        QCOMPARE(rig.storedFleet(), rig.store->servers());
+        QCOMPARE(rig.names().join(QString()), u"ABDE"_s);
+
+        QVERIFY(others.tryLock());
+        rig.store->removeServer(rig.store->servers().at(2).id);
+        QVERIFY(!rig.store->finishSaving());
+        QElapsedTimer time;
+        time.start();
+        rig.store.reset(); // does not wait a second time
+        QVERIFY(time.elapsed() < StateSaver::patience.count());
+        others.unlock();
+        QTRY_COMPARE(rig.storedFleet().size(), 3);
     }
 
     void standardFolder() {
