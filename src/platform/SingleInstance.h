@@ -1,39 +1,54 @@
 #pragma once
 
+#include "Role.h"
+
+#include <QDeadlineTimer>
 #include <QObject>
+#include <QTimer>
 
 class QSocketNotifier;
 
 namespace tarnwick {
 
-/// One process per folder on this computer: the first holds a lock for as long as it lives, and a later one can ask it
-/// to come forward. The kernel frees the lock however the first one ends. Main thread only.
+/// One leader per folder on this computer. It holds a lock, which the kernel frees however it ends; a follower then
+/// takes the lead. One with a display takes it at once from one without, and of two with a display the later one is
+/// surplus. They talk through a named pipe that no other user can open. Main thread only.
 ///
-/// Where nothing can be locked (no folder, a read-only home, a file system without named pipes) every process counts as
-/// the first, because the program must run there, too.
+/// Where nothing can be locked (no folder, a read-only home, a file system without named pipes) every process leads,
+/// because the program must run there, too. So does one with a display after three seconds without an answer.
 class SingleInstance : public QObject {
     Q_OBJECT
 
 public:
-    /// Creates the folder, readable by its owner alone, when it is missing.
-    explicit SingleInstance(const QString& folder, QObject* parent = nullptr);
+    /// Makes the folder, for its owner alone, when it is missing.
+    SingleInstance(const QString& folder, bool hasDisplay, QObject* parent = nullptr);
     ~SingleInstance() override;
 
-    [[nodiscard]] bool isFirst() const { return first_; }
-    /// Asks the first process to come forward. Call in a process that is not the first. False when nothing could be
-    /// sent.
+    [[nodiscard]] Role role() const { return role_; }
+    /// Whether another process shows the windows already, so that this one has nothing to do but requestActivation().
+    [[nodiscard]] bool isSurplus() const { return isSurplus_; }
+    /// Asks the leader to come forward. False when nothing could be sent.
     bool requestActivation();
 
 Q_SIGNALS:
-    /// Another process asks this one, the first, to come forward. Requests that arrive together are one.
+    /// Another process asks this one, the leader, to come forward. Requests that arrive together are one.
     void activationRequested();
+    /// When this process becomes a follower, another takes the lead as soon as all slots have returned: they save.
+    void roleChanged();
 
 private:
-    void watch();
+    void tryToLead();
+    void lead();
+    void hearRequest();
+    void setRole(Role role);
 
+    const bool hasDisplay_;
     int pipe_ = -1;
-    bool first_ = true;
-    QSocketNotifier* notifier_ = nullptr;
+    Role role_ = Role::leader;
+    bool isSurplus_ = false;
+    QTimer attempts_; ///< to take the lead
+    QDeadlineTimer answerBy_{std::chrono::seconds(3)};
+    QSocketNotifier* notifier_ = nullptr; ///< of the pipe, while this process holds the lead
 };
 
 } // namespace tarnwick

@@ -45,6 +45,8 @@ public:
     void applicationDidFinishLaunching();
     /// Saves, and waits for it as ServerStore::finishSaving() does; safe to call before the launch sequence.
     void applicationWillTerminate();
+    /// Leads, or follows a leader, from now on; see ServerStore::setRole(). Call after the launch sequence.
+    void setRole(Role role) { store_->setRole(role); }
 
     void statusBarButtonClicked(QPoint position);
     /// Composes symbol and title and shows them.

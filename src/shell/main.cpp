@@ -82,8 +82,8 @@ int main(int argc, char* argv[]) {
         std::fprintf(stderr, "tarnwick: %s\n", qPrintable(display.problem));
     const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv, display.platform);
 
-    SingleInstance instance(ServerStore::standardFolder());
-    if (!instance.isFirst()) {
+    SingleInstance instance(ServerStore::standardFolder(), !display.platform.isEmpty());
+    if (instance.isSurplus()) {
         instance.requestActivation();
         std::fputs("tarnwick is running already.\n", stderr);
         return 0;
@@ -97,7 +97,7 @@ int main(int argc, char* argv[]) {
     });
     ThisComputer computer(*parts.kernel, *parts.sensors, systemWords());
     AppDelegate delegate({
-        .store = StoreCollaborators::real(computer),
+        .store = StoreCollaborators::real(computer, instance.role()),
         .computer = computer,
         .clock = ThisComputer::steadyTime,
         .statusItem = std::move(parts.statusItem),
@@ -108,6 +108,7 @@ int main(int argc, char* argv[]) {
     auto* const signalsToQt = new TerminationSignals(app.get()); // it limits the end until all else is destroyed
     QObject::connect(signalsToQt, &TerminationSignals::terminationRequested, app.get(), &QCoreApplication::quit);
     QObject::connect(&instance, &SingleInstance::activationRequested, &delegate, &AppDelegate::showPopover);
+    QObject::connect(&instance, &SingleInstance::roleChanged, &delegate, [&] { delegate.setRole(instance.role()); });
     QObject::connect(app.get(), &QCoreApplication::aboutToQuit, &delegate, &AppDelegate::applicationWillTerminate);
 
     delegate.applicationDidFinishLaunching();

@@ -37,6 +37,7 @@ struct ServerStore::Cycle {
 ServerStore::ServerStore(StoreCollaborators collaborators, QObject* parent)
     : QObject(parent)
     , collaborators_(std::move(collaborators))
+    , role_(collaborators_.role)
     , refreshTimer_(this)
     , saver_(collaborators_.folder, {.state =
                                          [this] {
@@ -54,10 +55,8 @@ ServerStore::ServerStore(StoreCollaborators collaborators, QObject* parent)
     servers_ = std::move(stored.servers);
     settings_ = stored.settings;
     setupTimer();
-    if (servers_.isEmpty())
-        seedDefaults();
-    QMetaObject::invokeMethod(
-        this, [this] { refreshAll(); }, Qt::QueuedConnection);
+    if (role_ == Role::leader)
+        lead();
 }
 
 ServerStore::~ServerStore() {
@@ -72,6 +71,29 @@ void ServerStore::publish(const Change& change, Signal changed, const Arguments&
 }
 
 // ---- Loading and saving
+
+void ServerStore::lead() {
+    if (servers_.isEmpty())
+        seedDefaults();
+    QMetaObject::invokeMethod(
+        this, [this] { refreshAll(); }, Qt::QueuedConnection);
+}
+
+void ServerStore::setRole(Role role) {
+    if (role == role_)
+        return;
+    if (role == Role::follower) {
+        save();
+        finishSaving();
+        role_ = role;
+        return;
+    }
+    saver_.look();
+    finishSaving();
+    role_ = role;
+    save(); // what was edited meanwhile
+    lead();
+}
 
 void ServerStore::seedDefaults() {
     Server local;
@@ -89,7 +111,8 @@ void ServerStore::seedDefaults() {
 }
 
 void ServerStore::save() {
-    saver_.save();
+    if (role_ == Role::leader)
+        saver_.save();
 }
 
 void ServerStore::adopt(const StoredState& asked, const StoredState& found) {
@@ -182,7 +205,9 @@ void ServerStore::setupTimer() {
 }
 
 QFuture<void> ServerStore::refreshAll() {
-    if (isRefreshing_)
+    if (role_ == Role::follower)
+        saver_.look(); // where the system does not tell of changes
+    if (role_ == Role::follower || isRefreshing_)
         return {};
     publish([&] { isRefreshing_ = true; }, &ServerStore::isRefreshingChanged);
 
@@ -251,7 +276,7 @@ void ServerStore::probe(const Server& server, const std::function<void(const Ser
 
 const Server* ServerStore::apply(const QUuid& id, const ServerMetrics& metrics) {
     const qsizetype index = indexOf(id);
-    if (index < 0)
+    if (index < 0 || role_ == Role::follower)
         return nullptr;
     const bool remoteAnswered = !servers_.at(index).isLocal && !metrics.errorMessage;
     publish([&] { servers_[index].metrics = metrics; }, &ServerStore::serverChanged, id);

@@ -18,14 +18,15 @@
 namespace tarnwick {
 
 /// The one owner of the fleet and of the settings, persisted as two JSON files. It refreshes the fleet periodically
-/// and raises alerts. Main thread only.
+/// and raises alerts. A follower does neither and writes nothing: it shows what the leader has saved. Main thread only.
 ///
 /// objectWillChange() is emitted before any published value changes, and the value's own signal after.
 class ServerStore : public QObject {
     Q_OBJECT
 
 public:
-    /// The start-up sequence: loads or seeds the fleet, starts the timer and, from the event loop, a first refresh.
+    /// The start-up sequence: loads or seeds the fleet, starts the timer and, from the event loop, a first refresh. A
+    /// follower only loads.
     explicit ServerStore(StoreCollaborators collaborators, QObject* parent = nullptr);
     ~ServerStore() override;
 
@@ -47,6 +48,10 @@ public:
 
     /// Replaces the published list (a live reorder). Does not save.
     void setServers(QList<Server> servers);
+    /// A leader that becomes a follower saves first, and waits for it as finishSaving() does. A follower that becomes
+    /// the leader takes in what the old one has saved and begins as at start.
+    void setRole(Role role);
+
     enum class Saving {
         now,
         later, ///< by the next save() of anything else
@@ -70,7 +75,7 @@ public:
     bool moveServer(qsizetype from, qsizetype to);
     /// Soon, in a thread of its own: merges in what others have written to the two files, publishes that, and writes
     /// both as they are by then, each atomically. When the first one fails the second is not written; nothing is
-    /// reported.
+    /// reported. A follower writes nothing.
     void save();
     /// Waits until all that was to be saved is, at most StateSaver::patience. False when it gave up.
     bool finishSaving() { return saver_.finish(); }
@@ -95,6 +100,7 @@ Q_SIGNALS:
 private:
     struct Cycle;
 
+    void lead();
     void seedDefaults();
     /// Publishes what others have written; see StateSaver::Client.
     void adopt(const StoredState& asked, const StoredState& found);
@@ -112,6 +118,7 @@ private:
     StoreCollaborators collaborators_;
     QList<Server> servers_;
     AppSettings settings_;
+    Role role_;
     bool isRefreshing_ = false;
     bool isOffline_ = false;
     std::optional<Instant> lastRefreshedAll_;

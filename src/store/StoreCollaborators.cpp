@@ -8,7 +8,7 @@
 
 namespace tarnwick {
 
-StoreCollaborators StoreCollaborators::real(ThisComputer& computer) {
+StoreCollaborators StoreCollaborators::real(ThisComputer& computer, Role role) {
     return {
         .collect = [&computer](const Server& server) { return SSHMetricsCollector::collect(server, computer); },
         .clock = Instant::now,
@@ -21,6 +21,7 @@ StoreCollaborators StoreCollaborators::real(ThisComputer& computer) {
         .sshHosts = SSHConfigParser::parseUserConfig,
         .computerName = Desktop::computerName,
         .folder = ServerStore::standardFolder(),
+        .role = role,
     };
 }
 

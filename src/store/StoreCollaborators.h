@@ -2,6 +2,7 @@
 
 #include "AlertRules.h"
 #include "Instant.h"
+#include "Role.h"
 #include "SSHConfigParser.h"
 #include "Server.h"
 
@@ -28,10 +29,11 @@ struct StoreCollaborators {
     std::function<std::optional<QString>()> computerName;
     /// Holds `servers.json` and `settings.json`; made when missing.
     QString folder;
+    Role role = Role::leader; ///< at first
 
     /// The real ones: probes over ssh and of `computer`, the wall clock, the desktop's notifications, the standard
     /// folder.
-    [[nodiscard]] static StoreCollaborators real(ThisComputer& computer);
+    [[nodiscard]] static StoreCollaborators real(ThisComputer& computer, Role role = Role::leader);
 };
 
 } // namespace tarnwick

@@ -4,6 +4,7 @@
 #include "OpenSshServer.h"
 
 #include <QDir>
+#include <QVariantMap>
 
 #include <algorithm>
 
@@ -32,6 +33,23 @@ bool writeFleet(const DesktopRig& rig, const OpenSshServer& server) {
            rig.home.writeSshFile(u"known_hosts"_s, server.knownHostsLine());
 }
 
+/// Records what the desktop's notification service is told to show.
+class Notifications : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+
+public:
+    QStringList summaries;
+
+public Q_SLOTS:
+    QStringList GetCapabilities() { return {}; }
+    uint Notify(const QString&, uint, const QString&, const QString& summary, const QString&, const QStringList&,
+                const QVariantMap&, int) {
+        summaries += summary;
+        return 1;
+    }
+};
+
 } // namespace
 
 class DesktopTest : public QObject {
@@ -48,8 +66,20 @@ private Q_SLOTS:
             "9a7d3310cc02\told-shop\tregistry.example/shop:1\tExited (0) 3 weeks ago\texited\t\n"));
         QCOMPARE(server.start(), QString());
         QVERIFY(writeFleet(rig, server));
+        Notifications notifications;
+        QVERIFY(QDBusConnection::sessionBus().registerObject(u"/org/freedesktop/Notifications"_s, &notifications,
+                                                             QDBusConnection::ExportAllSlots));
+        // A terminal that writes down what it is to run.
+        const QString terminal = rig.home.folder() + u"/xdg-terminal-exec"_s;
+        const QString lines = rig.home.folder() + u"/lines"_s;
+        QVERIFY(writeFile(terminal, "#!/bin/sh\necho \"$5\" >> " + lines.toUtf8()) &&
+                QFile::setPermissions(terminal, QFile::ReadOwner | QFile::ExeOwner));
+        qputenv("PATH", rig.home.folder().toUtf8() + ':' + qgetenv("PATH"));
 
-        rig.launch();
+        QProcess text;
+        desktop.run(text, QStringLiteral(TARNWICK_EXECUTABLE), {u"DISPLAY="_s});
+        QVERIFY(text.waitForReadyRead(DesktopSession::patience));
+        rig.launch(); // takes the lead
         QCOMPARE(desktop.windows(), QByteArrayList());
         QVERIFY(desktop.click(DesktopSession::itemPlace.center()));
         DESKTOP_COMPARE(desktop.windows().size(), 1);
@@ -63,8 +93,12 @@ private Q_SLOTS:
         DESKTOP_PRESS(rig, u"1 / 2 Containers"_s);
         DESKTOP_PRESS(rig, u"Restart container"_s);
         DESKTOP_COMPARE(server.standIns().restarts(), QStringList{u"4f1c2a9b7d10"_s});
+        DESKTOP_PRESS(rig, u"Enter container shell (docker exec)"_s);
+        DESKTOP_COMPARE(readFile(lines).count("docker exec -it shop"), 1);
         DESKTOP_PRESS(rig, u"1 / 2 Containers"_s);
         DESKTOP_VERIFY(places(u"Restart container"_s).isEmpty());
+        DESKTOP_PRESS(rig, u"Open SSH in Terminal"_s);
+        DESKTOP_COMPARE(readFile(lines).count('\n'), 2);
 
         // Recognises cards by their names, which are at the same place in every card.
         const QRect first = desktop.restingPlace(*rig.reader, u"web"_s);
@@ -77,6 +111,15 @@ private Q_SLOTS:
         const QStringList order{u"mail"_s, u"web"_s, u"db"_s, u"build"_s};
         DESKTOP_COMPARE(rig.names(), order);
 
+        DESKTOP_PRESS(rig, u"1 / 2 Containers"_s);
+        QVERIFY(server.standIns().add(u"docker"_s, "#!/bin/sh\ntouch \"$0.restarts\"\nexec sleep 60\n"));
+        DESKTOP_PRESS(rig, u"Restart container"_s); // it lasts until the program ends
+        DESKTOP_VERIFY(QFile::exists(server.standIns().folder() + u"/docker.restarts"_s));
+
+        server.stop();
+        DESKTOP_PRESS(rig, u"Refresh All Servers"_s);
+        DESKTOP_COMPARE(notifications.summaries.size(), 4);
+        QCOMPARE(notifications.summaries.last(), u"and 1 more server needs attention"_s);
         QVERIFY(desktop.click({300, 800}));
         DESKTOP_COMPARE(desktop.windows(), QByteArrayList());
         QProcess second;
@@ -86,10 +129,12 @@ private Q_SLOTS:
         DESKTOP_COMPARE(places(u"mail"_s).size(), 1);
         QVERIFY(desktop.xdotool(u"key Escape"_s));
         DESKTOP_COMPARE(desktop.windows(), QByteArrayList());
-
         rig.program.terminate();
         rig.expectEnd();
-        QCOMPARE(rig.names(), order);
+        QVERIFY(QFile::remove(rig.path(u"servers.json"_s)));
+        DESKTOP_COMPARE(rig.names(), order); // the one without a display has followed, and leads again
+        text.terminate();
+        expectGoodEnd(text);
     }
 };
 

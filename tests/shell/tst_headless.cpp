@@ -229,20 +229,28 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(settings));
     }
 
-    static void leavesASecondLaunchAloneAndSavesAtItsEnd() {
+    static void secondOneFollowsAndTakesOver() {
         const QTemporaryDir home;
-        Program first(home.path());
-        QTRY_VERIFY_WITH_TIMEOUT(!first.lines().isEmpty(), 10'000);
-        Program second(home.path());
-        expectGoodEnd(second);
-        QCOMPARE(second.lines(), QStringList());
-
         const QString settings = home.filePath(u".local/share/Tarnwick/settings.json"_s);
+        Program first(home.path());
+        QTRY_VERIFY_WITH_TIMEOUT(!first.lines().isEmpty() && first.lines().last().endsWith(u"1 OK"_s), 10'000);
+        Program second(home.path());
+        QTRY_VERIFY_WITH_TIMEOUT(!second.lines().isEmpty(), 10'000);
+        QVERIFY(second.lines().last().endsWith(u"• 1 OK"_s)); // it has not probed
         QVERIFY(QFile::remove(settings));
-        QCOMPARE(first.state(), QProcess::Running);
+        second.terminate();
+        expectGoodEnd(second);
+        QVERIFY(!QFile::exists(settings)); // nor saved
+
+        Program third(home.path());
+        QTRY_VERIFY_WITH_TIMEOUT(!third.lines().isEmpty(), 10'000);
         QCOMPARE(::kill(static_cast<pid_t>(first.processId()), SIGINT), 0);
         expectGoodEnd(first);
-        QVERIFY(QFile::exists(settings));
+        QVERIFY(QFile::remove(settings));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(settings), 10'000);
+        third.terminate();
+        expectGoodEnd(third);
+        QCOMPARE(third.readAllStandardError() + first.readAllStandardError(), QByteArray());
     }
 
     static void aHomeThatHangsStopsNothing() {

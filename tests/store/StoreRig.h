@@ -30,6 +30,7 @@ public:
 
     QTemporaryDir home;
     QString folder = home.filePath(QStringLiteral("a/b/Tarnwick"));
+    Role role = Role::leader;
     Instant now{1000};
     QList<SSHConfigHost> sshHosts;
     std::optional<QString> computerName;
@@ -66,6 +67,7 @@ public:
             .sshHosts = [this] { return sshHosts; },
             .computerName = [this] { return computerName; },
             .folder = folder,
+            .role = role,
         });
     }
 

@@ -269,6 +269,36 @@ private Q_SLOTS:
         QCOMPARE(cpuOf(rig, 0), 2.0); // the one applied last stays
     }
 
+    void followerOnlyShows() {
+        StoreRig rig;
+        rig.role = Role::follower;
+        rig.start();
+        QVERIFY(rig.files().isEmpty() && rig.store->servers().isEmpty()); // nothing is seeded
+        rig.write(u"servers.json"_s, encodeServers(StoreRig::fleet(u"AB")).value());
+        QTRY_COMPARE(rig.names().join(QString()), u"AB"_s);
+        const auto showsNothingElse = [&] {
+            QCoreApplication::processEvents();
+            return !rig.saves([&] {
+                rig.store->refreshAll();
+                rig.store->editSettings([](AppSettings& settings) { settings.soundAlerts = false; });
+                if (rig.probes.contains(u"A"_s))
+                    rig.probes.at(u"A"_s).answer(ServerMetrics::offline(u"down"_s));
+            }) && rig.alerts.isEmpty() &&
+                   !rig.store->servers().at(0).metrics;
+        };
+        QVERIFY(showsNothingElse() && rig.probed.isEmpty());
+
+        QVERIFY(rig.saves([&] { rig.store->setRole(Role::leader); }));
+        QCOMPARE(rig.storedFleet(), rig.store->servers());
+        QVERIFY(!std::get<AppSettings>(decodeSettings(rig.read(u"settings.json"_s))).soundAlerts);
+        QTRY_COMPARE(rig.probed.size(), 2);
+
+        rig.store->setServers({rig.store->servers().at(0)});
+        rig.store->setRole(Role::follower);
+        QCOMPARE(readFile(rig.path(u"servers.json"_s)), encodeServers(rig.store->servers())); // saved by now
+        QVERIFY(showsNothingElse());
+    }
+
     void cyclesEndWhateverTheProbesDo() {
         StoreRig rig(u"A");
         rig.store->refreshAll();
