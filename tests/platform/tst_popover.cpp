@@ -1,18 +1,26 @@
 #include "Companion.h"
 #include "DesktopPopover.h"
 #include "PopoverGeometry.h"
+#include "SwayWorkspaces.h"
 
 #include <QGuiApplication>
 #include <QPointer>
 #include <QProcess>
 #include <QRasterWindow>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <memory>
+#include <thread>
 #include <tuple>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -62,7 +70,8 @@ private Q_SLOTS:
             {"right corner", {1270, 14}, topPanel, {874, 34, 400, 560}},
             {"left corner", {3, 14}, topPanel, {6, 34, 400, 560}},
             {"panel below", {1270, 790}, {0, 0, 1280, 772}, {874, 206, 400, 560}},
-            {"panel at the left", {14, 700}, {28, 0, 1252, 800}, {34, 126, 400, 560}},
+            {"panel at the left", {14, 700}, {28, 0, 1252, 800}, {34, 234, 400, 560}},
+            {"panel at the right", {1260, 500}, {0, 0, 1236, 800}, {830, 220, 400, 560}},
             {"panel of unknown height", {1000, 14}, {0, 0, 1280, 800}, {800, 28, 400, 560}},
             {"second screen", {1900, 14}, {1280, 28, 1920, 1052}, {1700, 34, 400, 560}},
             {"screen left of the first", {-10, 14}, {-1280, 28, 1280, 772}, {-406, 34, 400, 560}},
@@ -76,11 +85,11 @@ private Q_SLOTS:
             {"no item, panel at the left",
              endOfPanel(screen, {40, 0, 1240, 800}),
              {40, 0, 1240, 800},
-             {46, 225, 400, 560}},
+             {46, 234, 400, 560}},
             {"no item, panel at the right",
              endOfPanel(screen, {0, 0, 1240, 800}),
              {0, 0, 1240, 800},
-             {834, 225, 400, 560}},
+             {834, 234, 400, 560}},
             {"no item, no panel known", endOfPanel(screen, screen), screen, {874, 40, 400, 560}},
         };
         for (const auto& [name, anchor, available, expected] : rows)
@@ -186,6 +195,36 @@ private Q_SLOTS:
         QCOMPARE(windowsOnScreen(), 2);
         row(u"GNOME Shell"_s, {}); // on X11 every press is heard of
         QCOMPARE(windowsOnScreen(), 1);
+    }
+
+    /// A stand-in for sway answers one question.
+    void asksSwayForItsScreens() {
+        const QTemporaryDir folder;
+        sockaddr_un address{AF_UNIX, {}};
+        const QByteArray path = folder.filePath(u"sway"_s).toUtf8();
+        std::ranges::copy(path, address.sun_path);
+        const int listener = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        QCOMPARE(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        QCOMPARE(::listen(listener, 1), 0);
+        QByteArray answer = R"([{"visible":false,"rect":{"x":0,"y":28,"width":1,"height":1},"focused":false},
+            {"visible":true,"rect":{"x":0,"y":0,"width":1280,"height":772},"focused":false},
+            {"visible":true,"rect":{"x":1280,"y":28,"width":1920,"height":1052},"focused":true}])";
+        std::array<char, 14> question{};
+        std::jthread sway([&] {
+            const int connection = ::accept(listener, nullptr, nullptr);
+            ::recv(connection, question.data(), question.size(), MSG_WAITALL);
+            const std::array<quint32, 2> lengthAndType{static_cast<quint32>(answer.size()), 1};
+            answer.prepend("i3-ipc" + QByteArray(reinterpret_cast<const char*>(lengthAndType.data()), 8));
+            ::send(connection, answer.data(), static_cast<size_t>(answer.size()), 0);
+            ::close(connection);
+            ::close(listener);
+        });
+        qputenv("SWAYSOCK", path);
+        QCOMPARE(swayWorkspaces(), (QList{WorkArea{{0, 0, 1280, 772}}, WorkArea{{1280, 28, 1920, 1052}, true}}));
+        sway.join();
+        QCOMPARE(QByteArray(question.data(), question.size()), QByteArray("i3-ipc\0\0\0\0\1\0\0\0", 14));
+        QCOMPARE(swayWorkspaces(), QList<WorkArea>()); // nobody answers
+        qunsetenv("SWAYSOCK");
     }
 
     void takesItsContentAlong() {

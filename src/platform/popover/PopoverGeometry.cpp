@@ -31,7 +31,8 @@ QRect popoverGeometry(QPoint anchor, QSize size, const QRect& available) {
     const QSize fitted = size.boundedTo(inner.size());
     const int toSide = std::min(anchor.x() - available.left(), available.right() - anchor.x());
     const int toEnd = std::min(anchor.y() - available.top(), available.bottom() - anchor.y());
-    const bool isBeside = toSide >= 0 && toSide <= widestPanel && toEnd > widestPanel;
+    // Below zero the anchor is in a panel that the screen's free part leaves out.
+    const bool isBeside = toSide < 0 ? toEnd >= 0 : toSide <= widestPanel && toEnd > widestPanel;
     const auto besides = [](int item, int length, bool isFirstHalf) {
         return isFirstHalf ? item + itemDistance : item - itemDistance - length;
     };

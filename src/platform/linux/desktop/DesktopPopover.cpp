@@ -105,7 +105,7 @@ void DesktopPopover::place() {
         return;
     QScreen* screen = anchor_.isNull() ? nullptr : QGuiApplication::screenAt(anchor_);
     if (!screen)
-        screen = QGuiApplication::primaryScreen();
+        screen = X11Session::currentScreen();
     const QRect available = X11Session::availableGeometry(*screen);
     const QRect geometry =
         popoverGeometry(anchor_.isNull() ? endOfPanel(screen->geometry(), available) : anchor_, size_, available);

@@ -1,5 +1,6 @@
 #include "X11Session.h"
 
+#include "SwayWorkspaces.h"
 #include "linux/Libxcb.h"
 
 #include <QGuiApplication>
@@ -65,6 +66,36 @@ struct Display {
     }
 };
 
+QList<QRect> rectangles(const QList<std::uint32_t>& numbers) {
+    QList<QRect> rectangles;
+    for (qsizetype i = 0; i + 3 < numbers.size(); i += 4)
+        rectangles.push_back(QRect(static_cast<int>(numbers[i]), static_cast<int>(numbers[i + 1]),
+                                   static_cast<int>(numbers[i + 2]), static_cast<int>(numbers[i + 3])));
+    return rectangles;
+}
+
+/// Of each screen, where the window manager says that.
+QList<WorkArea> workAreas() {
+    QList<WorkArea> areas = swayWorkspaces();
+    const Display display;
+    if (!areas.isEmpty() || !display)
+        return areas;
+    for (const QRect& place : rectangles(display.numbers(display.root(), "_GTK_WORKAREAS_D0")))
+        areas.push_back({place});
+    return areas;
+}
+
+/// Qt scales the size of a screen, and leaves its corner where it is.
+QRect inPixelsOf(const QScreen& screen, const QRect& area) {
+    const QPoint corner = screen.geometry().topLeft();
+    const double scale = screen.devicePixelRatio();
+    return {corner + (area.topLeft() - corner) / scale, area.size() / scale};
+}
+
+QRect nativeGeometry(const QScreen& screen) {
+    return {screen.geometry().topLeft(), screen.size() * screen.devicePixelRatio()};
+}
+
 // From the X Input Extension, version 2: its name, one request and one event.
 xcb_extension_t inputExtension{"XInputExtension", 0};
 constexpr std::uint8_t selectEventsRequest = 46;
@@ -114,21 +145,24 @@ bool X11Session::isInsideWayland() {
 }
 
 QRect X11Session::availableGeometry(const QScreen& screen) {
+    for (const WorkArea& area : workAreas())
+        if (const QRect scaled = inPixelsOf(screen, area.place); screen.geometry().contains(scaled))
+            return scaled;
+    // One rectangle for all screens, which Qt uses where there is one screen. Of several it says something of those
+    // that it touches.
     const Display display;
-    if (!display || screen.virtualSiblings().size() == 1)
+    if (!display)
         return screen.availableGeometry();
-    // Qt scales the size of a screen, and leaves its corner where it is.
-    const QPoint corner = screen.geometry().topLeft();
-    const double scale = screen.devicePixelRatio();
-    const QList<std::uint32_t> numbers = display.numbers(display.root(), "_GTK_WORKAREAS_D0");
-    for (qsizetype i = 0; i + 3 < numbers.size(); i += 4) {
-        const QPoint areaCorner(static_cast<int>(numbers[i]), static_cast<int>(numbers[i + 1]));
-        const QSize areaSize(static_cast<int>(numbers[i + 2]), static_cast<int>(numbers[i + 3]));
-        const QRect area(corner + (areaCorner - corner) / scale, areaSize / scale);
-        if (screen.geometry().contains(area))
-            return area;
-    }
-    return screen.availableGeometry();
+    const QRect common = rectangles(display.numbers(display.root(), "_NET_WORKAREA")).value(0) & nativeGeometry(screen);
+    return common.isEmpty() ? screen.availableGeometry() : inPixelsOf(screen, common);
+}
+
+QScreen* X11Session::currentScreen() {
+    for (const WorkArea& area : workAreas())
+        for (QScreen* const screen : QGuiApplication::screens())
+            if (area.isFocused && screen->geometry().contains(inPixelsOf(*screen, area.place)))
+                return screen;
+    return QGuiApplication::primaryScreen();
 }
 
 void X11Session::skipTaskBars(QWindow& window) {

@@ -22,9 +22,11 @@ enum class WindowManager {
 [[nodiscard]] WindowManager windowManager();
 /// Whether the X server runs inside a Wayland session: it then knows the pointer only while that is over an X window.
 [[nodiscard]] bool isInsideWayland();
-/// The part of a screen that panels leave free, in device-independent pixels: as Qt says, and where there are several
-/// screens, of which Qt says nothing, as the window manager says.
+/// The part of a screen that panels leave free, in device-independent pixels: as Qt says, and where Qt does not know,
+/// as with several screens, as the window manager says.
 [[nodiscard]] QRect availableGeometry(const QScreen& screen);
+/// The screen that the user works on, as far as the window manager says it; else the primary one.
+[[nodiscard]] QScreen* currentScreen();
 /// Keeps a window out of task bars, pagers and window switchers. Call before it is shown.
 void skipTaskBars(QWindow& window);
 /// Makes an unpainted window with an alpha channel clear instead of undefined. Call before it is shown.
