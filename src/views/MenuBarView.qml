@@ -10,6 +10,8 @@ Rectangle {
     required property PopoverModel popover
     required property UIState ui
     property bool rounded: true
+    /// The greatest height that the screen has room for.
+    property real longest: Infinity
 
     readonly property bool showsCards: !popover.content.isEmpty
     /// The topmost sheet. The page keeps its own size while it is hidden by one.
@@ -18,7 +20,7 @@ Rectangle {
     implicitWidth: sheet?.implicitWidth ?? page.width
     implicitHeight: sheet?.implicitHeight ?? page.implicitHeight
     width: implicitWidth
-    height: implicitHeight
+    height: Math.min(implicitHeight, longest)
     radius: rounded ? Theme.radiusWindow : 0
     color: Theme.window
     focus: true
@@ -36,6 +38,8 @@ Rectangle {
         visible: !root.sheet
 
         PopoverHeader {
+            id: header
+
             width: parent.width
             popover: root.popover
             ui: root.ui
@@ -63,6 +67,7 @@ Rectangle {
         ServerList {
             visible: root.showsCards
             width: parent.width
+            longest: Math.min(520, root.longest - header.height - footer.height - 2)
             servers: root.popover.servers
             actions: root.popover.cardActions
             words: root.popover.words
@@ -77,6 +82,8 @@ Rectangle {
             width: parent.width
         }
         PopoverFooter {
+            id: footer
+
             width: parent.width
             popover: root.popover
             radius: root.radius
@@ -94,6 +101,7 @@ Rectangle {
 
         presented: root.ui.showingAddServer
         radius: root.radius
+        longest: root.longest
         onDismissed: root.ui.showingAddServer = false
         sheet: Component {
             AddServerSheet {
@@ -109,6 +117,7 @@ Rectangle {
 
         presented: root.ui.showingSettings
         radius: root.radius
+        longest: root.longest
         onDismissed: root.ui.showingSettings = false
         sheet: Component {
             SettingsView {
@@ -124,6 +133,7 @@ Rectangle {
 
         presented: root.ui.showingMacInfoSheet
         radius: root.radius
+        longest: root.longest
         onDismissed: root.ui.showingMacInfoSheet = false
         sheet: Component {
             MacInfoSheet {
@@ -140,6 +150,7 @@ Rectangle {
 
         presented: root.ui.showingOnboarding
         radius: root.radius
+        longest: root.longest
         onDismissed: root.ui.showingOnboarding = false
         sheet: Component {
             OnboardingView {

@@ -16,6 +16,10 @@ PopoverView::PopoverView(ServerStore& store, UIState& ui, ViewCollaborators coll
     setResizeMode(SizeViewToRootObject);
     loadView(*this, u"MenuBarView"_s,
              {{u"popover"_s, QVariant::fromValue(&model_)}, {u"ui"_s, QVariant::fromValue(&ui)}});
+    connect(this, &QWindow::maximumHeightChanged, this, [this](int height) {
+        if (rootObject())
+            rootObject()->setProperty("longest", height);
+    });
 }
 
 PopoverView::~PopoverView() {

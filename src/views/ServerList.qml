@@ -11,7 +11,8 @@ Item {
     required property ServerListModel servers
     required property CardActions actions
     required property popoverWords words
-    readonly property real longest: 520
+    /// The greatest height.
+    required property real longest
 
     property bool isDragging: false
     property real pointerY: 0

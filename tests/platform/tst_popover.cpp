@@ -99,6 +99,7 @@ private Q_SLOTS:
     void hangsFromItsAnchor() {
         QVERIFY(popover_->isShown());
         QCOMPARE(window_->geometry(), QRect(440, 28, 400, 560));
+        QCOMPARE(window_->maximumSize(), QSize(1280 - 12, 800 - 12));
         QVERIFY(window_->flags().testFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint));
         // Its corners are square, because there is no compositor.
         QVERIFY(!popover_->isTranslucent() && window_->requestedFormat().alphaBufferSize() <= 0);

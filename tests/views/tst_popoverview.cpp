@@ -107,6 +107,18 @@ private Q_SLOTS:
         }
     }
 
+    void keepsToALowScreen() {
+        PopoverRig desk(StoreRig::fleet(u"a,b,c,d,e,f"));
+        desk.view->setMaximumHeight(300);
+        for (const char* flag :
+             {"", "showingAddServer", "showingMacInfoSheet", "showingSettings", "showingOnboarding"}) {
+            desk.ui.setProperty(flag, true);
+            QTRY_COMPARE(desk.view->rootObject()->height(), 300);
+        }
+        const QQuickItem* const next = desk.item(u"next"_s);
+        QCOMPARE_LT(next->mapToScene({0, next->height()}).y(), 300); // the end of what is shown is still shown
+    }
+
     void emptyFleet() {
         PopoverRig desk(StoreRig::fleet(u"a"));
         desk.click(u"Remove server from Tarnwick"_s);

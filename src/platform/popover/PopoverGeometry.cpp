@@ -13,6 +13,10 @@ constexpr int itemDistance = 14;
 constexpr int unknownPanelMiddle = 40 - itemDistance;
 /// The widest panel at a side of the screen.
 constexpr int widestPanel = 64;
+
+QRect inside(const QRect& available) {
+    return available.marginsRemoved({margin, margin, margin, margin});
+}
 } // namespace
 
 QPoint endOfPanel(const QRect& screen, const QRect& available) {
@@ -26,8 +30,12 @@ QPoint endOfPanel(const QRect& screen, const QRect& available) {
     return thickest == left ? screen.bottomLeft() : screen.bottomRight();
 }
 
+QSize largestPopover(const QRect& available) {
+    return inside(available).size();
+}
+
 QRect popoverGeometry(QPoint anchor, QSize size, const QRect& available) {
-    const QRect inner = available.marginsRemoved({margin, margin, margin, margin});
+    const QRect inner = inside(available);
     const QSize fitted = size.boundedTo(inner.size());
     const int toSide = std::min(anchor.x() - available.left(), available.right() - anchor.x());
     const int toEnd = std::min(anchor.y() - available.top(), available.bottom() - anchor.y());

@@ -9,10 +9,11 @@ import Tarnwick
 T.Popup {
     id: root
 
-    /// Its implicit size is the size of the sheet.
+    /// Its implicit size is the size of the sheet, where there is room for it.
     property Component sheet
     property bool presented: false
     property real radius: 0
+    required property real longest
     /// The sheet while it is presented.
     property Item shown: null
     /// Gets the keyboard focus back when the sheet closes.
@@ -26,9 +27,10 @@ T.Popup {
     closePolicy: T.Popup.CloseOnEscape
     implicitWidth: implicitContentWidth
     implicitHeight: implicitContentHeight
+    height: Math.min(implicitHeight, longest)
     onAboutToShow: {
         focusedBefore = parent.Window.activeFocusItem;
-        shown = sheet.createObject(contentItem) as Item;
+        shown = sheet.createObject(contentItem, { "height": Qt.binding(() => root.height) }) as Item;
     }
     onClosed: {
         const leaving = shown;

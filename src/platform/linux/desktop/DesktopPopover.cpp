@@ -1,17 +1,13 @@
 #include "DesktopPopover.h"
 
-#include "FreeMemory.h"
-#include "PopoverGeometry.h"
 #include "X11Session.h"
 
-#include <QColor>
 #include <QCoreApplication>
 #include <QCursor>
-#include <QEvent>
-#include <QFont>
 #include <QGuiApplication>
 #include <QScreen>
-#include <QSurfaceFormat>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -26,122 +22,72 @@ constexpr auto windowType = "_q_xcb_wm_window_type";
 constexpr int desktopType = 2;
 constexpr int popupMenuType = 0x200;
 
-void makeTranslucent(QWindow& window) {
-    QSurfaceFormat format = window.format();
-    format.setAlphaBufferSize(8);
-    window.setFormat(format);
-}
-
-/// A clear window over all screens. GNOME keeps it behind all others, where it catches what falls on the bare desktop.
-/// Under wlroots it is right behind the popover, which would not even hear of a press in another program.
-std::unique_ptr<QWindow> makeBackdrop(WindowManager windowManager) {
-    if (windowManager != WindowManager::gnome && windowManager != WindowManager::wlroots)
-        return {};
-    auto backdrop = std::make_unique<QWindow>();
-    backdrop->setFlags(Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
-    const bool isGnome = windowManager == WindowManager::gnome;
-    backdrop->setFlag(Qt::X11BypassWindowManagerHint, !isGnome);
-    backdrop->setProperty(windowType, isGnome ? desktopType : popupMenuType);
-    makeTranslucent(*backdrop);
-    backdrop->setGeometry(QGuiApplication::primaryScreen()->virtualGeometry());
-    X11Session::clear(*backdrop);
-    X11Session::skipTaskBars(*backdrop);
-    return backdrop;
-}
-
 } // namespace
 
-void returnWindowMemory() {
-    QFont::cleanup(); // 1.2 MB of font tables, loaded to shape text
-    returnFreeMemory();
-}
-
-DesktopPopover::DesktopPopover(QObject* parent) : Popover(parent) {
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &DesktopPopover::focusChanged);
-}
-
 DesktopPopover::~DesktopPopover() {
-    DesktopPopover::close();
+    HangingPopover::close();
 }
 
 bool DesktopPopover::isTranslucent() const {
     return QGuiApplication::platformName() != "xcb"_L1 || X11Session::isCompositing();
 }
 
-void DesktopPopover::show(std::unique_ptr<QWindow> content, QPoint anchor) {
-    close();
-    content_ = std::move(content);
-    size_ = content_->size();
-    anchor_ = anchor;
-    hadFocus_ = false;
+QRect DesktopPopover::availableGeometry(const QScreen& screen) const {
+    return X11Session::availableGeometry(screen);
+}
 
+QScreen* DesktopPopover::panelScreen() const {
+    return X11Session::currentScreen();
+}
+
+/// A clear window that is behind all others, or in front of all others as menus are.
+std::unique_ptr<QWindow> DesktopPopover::makeCatcher(int type, const QRect& place) {
+    auto catcher = std::make_unique<QWindow>();
+    catcher->setFlags(Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+    catcher->setFlag(Qt::X11BypassWindowManagerHint, type == popupMenuType);
+    catcher->setProperty(windowType, type);
+    makeTranslucent(*catcher);
+    catcher->setGeometry(place);
+    X11Session::clear(*catcher);
+    X11Session::skipTaskBars(*catcher);
+    return catcher;
+}
+
+/// Catches what no one else would tell. Under GNOME that is the bare desktop; under wlroots everything, as a popover
+/// that has no focus does not even hear of a press in another program.
+void DesktopPopover::makeCatchers() {
     const WindowManager windowManager = X11Session::windowManager();
-    const bool isBypassing = windowManager == WindowManager::wlroots;
+    const QRect everything = QGuiApplication::primaryScreen()->virtualGeometry();
+    if (windowManager == WindowManager::wlroots)
+        catchers_.push_back(makeCatcher(popupMenuType, everything));
+    if (windowManager != WindowManager::gnome)
+        return;
+    catchers_.push_back(makeCatcher(desktopType, everything));
+}
+
+void DesktopPopover::present(QWindow& content) {
+    const bool isBypassing = X11Session::windowManager() == WindowManager::wlroots;
     // A window that bypasses the window manager gets the keyboard only if it looks like an ordinary one.
-    content_->setFlags(isBypassing ? Qt::Window | Qt::X11BypassWindowManagerHint : Qt::Tool);
-    content_->setFlag(Qt::FramelessWindowHint);
-    content_->setFlag(Qt::WindowStaysOnTopHint);
-    if (isTranslucent()) {
-        makeTranslucent(*content_);
-        content_->setProperty("color", QColor(Qt::transparent)); // a Qt Quick window clears itself with it
-    }
-    content_->installEventFilter(this);
-    place();
-    X11Session::skipTaskBars(*content_);
-    backdrop_ = makeBackdrop(windowManager);
-    if (backdrop_)
-        backdrop_->show();
-    content_->show();
     if (isBypassing)
-        content_->setKeyboardGrabEnabled(true); // such a window may not take the focus itself
+        content.setFlags(Qt::Window | Qt::X11BypassWindowManagerHint | Qt::FramelessWindowHint |
+                         Qt::WindowStaysOnTopHint);
+    X11Session::skipTaskBars(content);
+    makeCatchers();
+    for (const auto& catcher : catchers_)
+        catcher->show();
+    content.show();
+    if (isBypassing)
+        content.setKeyboardGrabEnabled(true); // such a window may not take the focus itself
     else
-        content_->requestActivate();
+        content.requestActivate();
     QCoreApplication::instance()->installNativeEventFilter(this);
     X11Session::watchPresses(true);
 }
 
-void DesktopPopover::place() {
-    if (!content_)
-        return;
-    QScreen* screen = anchor_.isNull() ? nullptr : QGuiApplication::screenAt(anchor_);
-    if (!screen)
-        screen = X11Session::currentScreen();
-    const QRect available = X11Session::availableGeometry(*screen);
-    const QRect geometry =
-        popoverGeometry(anchor_.isNull() ? endOfPanel(screen->geometry(), available) : anchor_, size_, available);
-    content_->setScreen(screen);
-    // A fixed size also makes tiling window managers let it float.
-    content_->setMinimumSize(geometry.size());
-    content_->setMaximumSize(geometry.size());
-    content_->setGeometry(geometry);
-    connect(screen, &QScreen::availableGeometryChanged, this, &DesktopPopover::place, Qt::UniqueConnection);
-}
-
-void DesktopPopover::close() {
-    if (!content_)
-        return;
+void DesktopPopover::dismiss() {
     QCoreApplication::instance()->removeNativeEventFilter(this);
     X11Session::watchPresses(false);
-    content_->removeEventFilter(this);
-    content_->hide();
-    backdrop_.reset();
-    // As a child it is destroyed even when this popover is destroyed before the event loop gets to it.
-    QWindow* const leaving = content_.release();
-    static_cast<QObject*>(leaving)->setParent(this);
-    connect(leaving, &QObject::destroyed, this, &returnWindowMemory, Qt::QueuedConnection);
-    leaving->deleteLater();
-}
-
-bool DesktopPopover::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == content_.get() && event->type() == QEvent::Close) {
-        close();
-        return true;
-    }
-    if (watched == content_.get() && event->type() == QEvent::Resize && content_->size() != size_) {
-        size_ = content_->size();
-        place();
-    }
-    return Popover::eventFilter(watched, event);
+    catchers_.clear();
 }
 
 bool DesktopPopover::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
@@ -150,22 +96,9 @@ bool DesktopPopover::nativeEventFilter(const QByteArray& eventType, void* messag
     // Presses in our own windows are not outside: one on the strip is a click on the status item, others take the
     // focus.
     const QWindow* const pressed = QGuiApplication::topLevelAt(QCursor::pos());
-    if (!pressed || pressed == backdrop_.get())
+    if (!pressed || std::ranges::find(catchers_, pressed, &std::unique_ptr<QWindow>::get) != catchers_.end())
         Q_EMIT pressedOutside();
     return true;
-}
-
-void DesktopPopover::focusChanged(const QWindow* focus) {
-    if (!content_)
-        return;
-    if (focus == content_.get())
-        hadFocus_ = true;
-    else if (hadFocus_ && !(focus && belongsToContent(*focus)))
-        Q_EMIT lostFocus();
-}
-
-bool DesktopPopover::belongsToContent(const QWindow& window) const {
-    return window.type() == Qt::Popup || content_->isAncestorOf(&window, QWindow::IncludeTransients);
 }
 
 } // namespace tarnwick
