@@ -169,7 +169,8 @@ private Q_SLOTS:
     /// presses.
     void isPlacedAndClosedUnderEachWindowManager() {
         QRasterWindow check;
-        const auto row = [&](const QString& name, const QByteArray& wayland) {
+        const auto row = [&](const QString& name, const QByteArray& wayland, const QRect& place = {440, 28, 400, 560},
+                             int pressedY = 300) {
             check.setTitle(name);
             check.create();
             const QString id = QString::number(check.winId());
@@ -179,9 +180,9 @@ private Q_SLOTS:
                      0);
             window_ = show();
             QVERIFY(QTest::qWaitForWindowActive(window_));
-            QCOMPARE(window_->geometry(), QRect(440, 28, 400, 560));
+            QCOMPARE(window_->geometry(), place);
             const QSignalSpy outside(popover_.get(), &Popover::pressedOutside);
-            xdotool(u"key a mousemove 100 300 click 1"_s);
+            xdotool(u"key a mousemove 100 %1 click 1"_s.arg(pressedY));
             QTRY_COMPARE(outside.size(), 1);
             QTRY_COMPARE(window_->keys, u"a"_s);
         };
@@ -196,6 +197,21 @@ private Q_SLOTS:
         QCOMPARE(windowsOnScreen(), 2);
         row(u"GNOME Shell"_s, {}); // on X11 every press is heard of
         QCOMPARE(windowsOnScreen(), 1);
+
+        // The panel takes no focus, so that it is covered.
+        const auto setWorkArea = [](const QString& numbers) {
+            const QString property = u"_GTK_WORKAREAS_D0"_s;
+            QCOMPARE(QProcess::execute(needed(u"xprop"_s),
+                                       {u"-root"_s, u"-f"_s, property, u"32c"_s, u"-set"_s, property, numbers}),
+                     0);
+        };
+        setWorkArea(u"0,28,1280,772"_s);
+        row(u"GNOME Shell"_s, "wayland-1", {440, 34, 400, 560}, 14);
+        QVERIFY(std::ranges::any_of(QGuiApplication::topLevelWindows(), [](const QWindow* window) {
+            return window->isVisible() && window->geometry() == QRect(0, 0, 1280, 28) &&
+                   window->flags().testFlag(Qt::X11BypassWindowManagerHint);
+        }));
+        setWorkArea(u"0,0,1280,800"_s);
     }
 
     /// A stand-in for sway answers one question.

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QCursor>
 #include <QGuiApplication>
+#include <QRegion>
 #include <QScreen>
 
 #include <algorithm>
@@ -53,8 +54,9 @@ std::unique_ptr<QWindow> DesktopPopover::makeCatcher(int type, const QRect& plac
     return catcher;
 }
 
-/// Catches what no one else would tell. Under GNOME that is the bare desktop; under wlroots everything, as a popover
-/// that has no focus does not even hear of a press in another program.
+/// Catches what no one else would tell. Under GNOME that is the bare desktop, and its panel, which takes the press but
+/// not the focus; under wlroots everything, as a popover that has no focus does not even hear of a press in another
+/// program.
 void DesktopPopover::makeCatchers() {
     const WindowManager windowManager = X11Session::windowManager();
     const QRect everything = QGuiApplication::primaryScreen()->virtualGeometry();
@@ -63,6 +65,9 @@ void DesktopPopover::makeCatchers() {
     if (windowManager != WindowManager::gnome)
         return;
     catchers_.push_back(makeCatcher(desktopType, everything));
+    for (const QScreen* screen : QGuiApplication::screens())
+        for (const QRect& panel : QRegion(screen->geometry()) - X11Session::availableGeometry(*screen))
+            catchers_.push_back(makeCatcher(popupMenuType, panel));
 }
 
 void DesktopPopover::present(QWindow& content) {
