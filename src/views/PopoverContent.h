@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FleetFilter.h"
 #include "Instant.h"
 #include "SharedCaptions.h"
 #include "card/CardWords.h"

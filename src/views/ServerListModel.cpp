@@ -4,6 +4,7 @@ namespace tarnwick {
 
 ServerListModel::ServerListModel(ServerStore& store, UIState& ui, ThisComputer& computer, QObject* parent)
     : QAbstractListModel(parent), store_(store), ui_(ui), computer_(computer) {
+    countFleet();
     rows_ = publishedRows();
     connect(
         &store, &ServerStore::objectWillChange, this, [this] { update_.request(); });
@@ -25,7 +26,22 @@ QHash<int, QByteArray> ServerListModel::roleNames() const {
     return {{ContentRole, "content"}};
 }
 
+void ServerListModel::setFilter(const FleetFilter& filter) {
+    const FleetFilter possible(filter.text(), isCounted() ? filter.group() : std::nullopt);
+    if (possible == filter_)
+        return;
+    Q_EMIT filterWillChange();
+    filter_ = possible;
+    countFleet();
+    replaceAll(publishedRows());
+    Q_EMIT updated();
+    Q_EMIT filterChanged();
+}
+
 void ServerListModel::updateRows() {
+    countFleet();
+    if (filter_.group() && !isCounted())
+        return setFilter(filter_);
     const QList<Row> published = publishedRows();
     QHash<Key, qsizetype> places;
     places.reserve(published.size());
@@ -34,14 +50,26 @@ void ServerListModel::updateRows() {
     removeMissing(places);
     arrange(published, places);
     replaceChanged(published);
+    Q_EMIT updated();
+}
+
+void ServerListModel::countFleet() {
+    fleetSize_ = store_.servers().size();
+    counts_.fill(0);
+    for (const Server& server : store_.servers())
+        if (const auto group = fleetGroup(server))
+            ++counts_.at(static_cast<size_t>(*group));
 }
 
 QList<ServerListModel::Row> ServerListModel::publishedRows() const {
     QList<Row> rows;
     rows.reserve(store_.servers().size());
     QHash<QUuid, int> occurrences;
-    for (const Server& server : store_.servers())
-        rows += {server, stateOf(server), occurrences[server.id]++};
+    for (const Server& server : store_.servers()) {
+        const int occurrence = occurrences[server.id]++;
+        if (filter_.matches(server))
+            rows += {server, stateOf(server), occurrence};
+    }
     return rows;
 }
 
@@ -97,6 +125,22 @@ void ServerListModel::moveRow(qsizetype from, qsizetype to) {
     beginMoveRows({}, static_cast<int>(from), static_cast<int>(from), {}, destination);
     rows_.move(from, to);
     endMoveRows();
+}
+
+void ServerListModel::replaceAll(const QList<Row>& published) {
+    const auto before = static_cast<int>(rows_.size());
+    const auto after = static_cast<int>(published.size());
+    if (after < before) {
+        beginRemoveRows({}, after, before - 1);
+        rows_.resize(after);
+        endRemoveRows();
+    }
+    replaceChanged(published);
+    if (after > before) {
+        beginInsertRows({}, before, after - 1);
+        rows_ = published;
+        endInsertRows();
+    }
 }
 
 void ServerListModel::replaceChanged(const QList<Row>& published) {

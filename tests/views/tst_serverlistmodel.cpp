@@ -63,7 +63,7 @@ private Q_SLOTS:
             const auto place = [&] {
                 return random.bounded(std::max<qsizetype>(servers.size(), 1));
             };
-            const int change = servers.isEmpty() ? 0 : random.bounded(6);
+            const int change = servers.isEmpty() ? 0 : random.bounded(7);
             if (change == 0)
                 servers.insert(place(), StoreRig::server(u"new %1"_s.arg(round)));
             else if (change == 1)
@@ -74,13 +74,19 @@ private Q_SLOTS:
                 std::shuffle(servers.begin(), servers.end(), random);
             else if (change == 4)
                 servers[place()].name = u"renamed %1"_s.arg(round);
+            else if (change == 5)
+                fleet.model->setFilter(FleetFilter(QStringList{u"1"_s, u"n 2"_s, {}}[random.bounded(3)]));
             else
                 servers.move(place(), place());
             fleet.store->setServers(servers);
             if (random.bounded(3) > 0) // several changes may fall in one turn
                 QCoreApplication::processEvents();
         }
+        fleet.model->setFilter(FleetFilter(u"1"_s));
         QCoreApplication::processEvents();
+        QVERIFY(fleet.store->servers().size() > fleet.model->rowCount());
+        QCOMPARE(fleet.shownNames(), fleet.names().filter(u"1"_s));
+        fleet.model->setFilter({});
         QCOMPARE(fleet.shownNames(), fleet.names());
         QVERIFY(resets.isEmpty());
     }

@@ -86,22 +86,26 @@ void fillContainers(ServerCardContent& card, const QList<ContainerInfo>& contain
 
 } // namespace
 
+QString statusWord(const Server& server) {
+    if (!server.isEnabled)
+        return u"paused"_s;
+    return rawValue(server.metrics ? server.metrics->status() : ServerHealthStatus::checking);
+}
+
 ServerCardContent serverCardContent(const Server& server, const CardState& state, const SystemWords& words) {
     ServerCardContent card;
     fillHeader(card, server, state);
+    card.statusWord = statusWord(server);
     if (!server.isEnabled) {
-        card.statusWord = u"paused"_s;
         card.notice = u"Monitoring paused. Click play icon to resume."_s;
         return card;
     }
     if (!server.metrics) {
-        card.statusWord = u"checking"_s;
         card.isChecking = true;
         card.notice = u"Checking..."_s;
         return card;
     }
     const ServerMetrics& metrics = *server.metrics;
-    card.statusWord = rawValue(metrics.status());
     card.dotRole = statusRole(metrics.status());
     if (metrics.errorMessage) {
         card.hasFailed = true;

@@ -59,7 +59,7 @@ public:
     QUuid id;
     QString name;
     QString address;
-    QString statusWord; ///< the dot's meaning, for screen readers
+    QString statusWord; ///< for screen readers
     ColorRole::Role dotRole = ColorRole::Role::Gray;
     bool isEnabled = true;
     bool isLocal = false;
@@ -87,6 +87,8 @@ public:
     Q_INVOKABLE [[nodiscard]] tarnwick::MetricBarContent bar(int index) const { return bars.value(index); }
 };
 
+/// The dot's meaning: "paused", "checking", or the health verdict's own word.
+[[nodiscard]] QString statusWord(const Server& server);
 [[nodiscard]] ServerCardContent serverCardContent(const Server& server, const CardState& state,
                                                   const SystemWords& words);
 
