@@ -1,7 +1,7 @@
 // The popover and its sheets, drawn without a screen: how soon they appear, what a frame costs, and how much memory
 // stays.
 //
-//   bench_popover opening | motion | rest | sheets | memory
+//   bench_popover opening | typing | motion | rest | sheets | memory
 
 #include "Figures.h"
 #include "FreeMemory.h"
@@ -16,6 +16,7 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QQuickItem>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -167,6 +168,40 @@ void opening(int size, double limit) {
                     QStringLiteral("(worst %1, the process's very first %2 ms)")
                         .arg(*std::ranges::max_element(times), 0, 'f', 1)
                         .arg(first, 0, 'f', 1));
+}
+
+/// Types a text key by key, "\b" and "\x1b" for Backspace and Escape; each key's work on the main thread is counted
+/// until its frame is drawn and nothing moves any more.
+void typing() {
+    Fleet fleet(1000);
+    const auto view = fleet.open();
+    view->requestActivate();
+    waitFor(std::chrono::milliseconds(500));
+    const auto* const list = view->rootObject()->findChild<QQuickItem*>(QStringLiteral("serverList"));
+    const auto type = [&](const QString& keys, int shown) {
+        double worst = 0;
+        QStringList each;
+        for (const QChar character : keys) {
+            const int key = character == u'\b' ? Qt::Key_Backspace : character == u'\x1b' ? Qt::Key_Escape : Qt::Key_A;
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, character);
+            const double start = threadMilliseconds();
+            QCoreApplication::sendEvent(view.get(), &press);
+            waitForFrame(*view);
+            const double work = threadMilliseconds() - start;
+            worst = std::max(worst, work);
+            each += QString::number(work, 'f', 1);
+            waitFor(std::chrono::milliseconds(100));
+        }
+        if (list->property("count").toInt() != shown)
+            qFatal("%d cards are left", list->property("count").toInt());
+        figures::report("1,000 servers, typing: worst key's work", worst, "ms", 16, u'(' + each.join(u' ') + u')');
+    };
+    type(QStringLiteral("host-999"), 1);
+    type(QStringLiteral("\b\b\b\b"), 1000);
+    type(QStringLiteral("nothing"), 0);
+    type(QStringLiteral("\x1b"), 1000);
+    type(QStringLiteral("example service-2 777"), 1);
+    type(QStringLiteral("\x1b"), 1000);
 }
 
 /// Calls `step` at the rate of a display for two seconds, then waits until nothing moves any more.
@@ -338,6 +373,8 @@ int main(int argc, char* argv[]) {
     if (what == u"opening") {
         opening(10, 60);
         opening(1000, 100);
+    } else if (what == u"typing") {
+        typing();
     } else if (what == u"motion") {
         motion();
     } else if (what == u"rest") {
@@ -347,7 +384,7 @@ int main(int argc, char* argv[]) {
     } else if (what == u"memory") {
         memory();
     } else {
-        std::fprintf(stderr, "bench_popover opening | motion | rest | sheets | memory\n");
+        std::fprintf(stderr, "bench_popover opening | typing | motion | rest | sheets | memory\n");
         return 2;
     }
     return figures::exitStatus();

@@ -13,7 +13,7 @@ Rectangle {
     /// The greatest height that the screen has room for.
     property real longest: Infinity
 
-    readonly property bool showsCards: !popover.content.isEmpty
+    readonly property bool showsCards: !popover.content.isEmpty || cards.isRemoving
     /// The topmost sheet. The page keeps its own size while it is hidden by one.
     readonly property Item sheet: tour.shown ?? macInfo.shown ?? settings.shown ?? addServer.shown
 
@@ -23,7 +23,12 @@ Rectangle {
     height: Math.min(implicitHeight, longest)
     radius: rounded ? Theme.radiusWindow : 0
     color: Theme.window
-    focus: true
+    // What is typed while a card or a button has the keyboard is looked for, too.
+    Keys.forwardTo: [finder.field]
+    onActiveFocusChanged: {
+        if (activeFocus)
+            finder.field.forceActiveFocus();
+    }
     Keys.onEscapePressed: popover.close()
 
     Binding {
@@ -64,13 +69,24 @@ Rectangle {
                 tint: Theme.secondary
             }
         }
+        FinderBar {
+            id: finder
+
+            width: parent.width
+            popover: root.popover
+            onSteppedDown: cards.enter()
+            onPassed: forward => root.nextItemInFocusChain(forward).forceActiveFocus(forward ? Qt.TabFocusReason
+                                                                                             : Qt.BacktabFocusReason)
+        }
         ServerList {
+            id: cards
+
             visible: root.showsCards
             width: parent.width
             longest: Math.min(520, root.longest - header.height - footer.height - 2)
-            servers: root.popover.servers
-            actions: root.popover.cardActions
-            words: root.popover.words
+            popover: root.popover
+            taken: finder.height
+            onLeftAbove: finder.field.forceActiveFocus()
         }
         EmptyState {
             visible: !root.showsCards

@@ -2,6 +2,7 @@
 
 #include "ProductLinks.h"
 #include "SharedCaptions.h"
+#include "controls/DisplayText.h"
 
 #include <QRegularExpression>
 
@@ -20,7 +21,46 @@ QString timeFormat(const QLocale& locale) {
     return format.trimmed();
 }
 
+/// The symbols differ, too, for those who do not see the colours apart.
+struct GroupLook {
+    QStringView symbol;
+    ColorRole::Role role;
+};
+
+GroupLook look(FleetGroup group) {
+    using enum ColorRole::Role;
+    switch (group) {
+    case FleetGroup::offline:
+        return {u"slash.circle.fill", Red};
+    case FleetGroup::warning:
+        return {u"exclamationmark.triangle.fill", Orange};
+    case FleetGroup::well:
+        return {u"checkmark.circle.fill", Green};
+    case FleetGroup::paused:
+        return {u"pause.circle", Gray};
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
+
+FleetCount fleetCountContent(FleetGroup group, int count, bool isChosen) {
+    const auto [symbol, role] = look(group);
+    return {.symbol = symbol.toString(),
+            .text = QString::number(count) + u' ' + word(group),
+            .role = count > 0 ? role : ColorRole::Role::Secondary,
+            .isChosen = isChosen,
+            .isEnabled = isChosen || count > 0};
+}
+
+QString nothingFoundText(const FleetFilter& filter) {
+    QStringList sought;
+    if (filter.group())
+        sought += word(*filter.group());
+    if (const QString text = displayText(filter.text()); !text.isEmpty())
+        sought += text;
+    return u"No server matches \u201c"_s + sought.join(u' ') + u'\u201d';
+}
 
 QString updatedText(const std::optional<Instant>& lastRefreshedAll, const QLocale& locale) {
     if (!lastRefreshedAll)

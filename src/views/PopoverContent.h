@@ -4,6 +4,7 @@
 #include "Instant.h"
 #include "SharedCaptions.h"
 #include "card/CardWords.h"
+#include "controls/ColorRole.h"
 
 #include <QList>
 #include <QLocale>
@@ -33,6 +34,26 @@ public:
     bool isEmphasized = false;
 };
 
+/// One group of a large fleet, in the head: how many servers it has. Pressed, it shows these alone.
+struct FleetCount {
+    Q_GADGET
+    QML_VALUE_TYPE(fleetCount)
+    Q_PROPERTY(QString symbol MEMBER symbol)
+    Q_PROPERTY(QString text MEMBER text)
+    Q_PROPERTY(tarnwick::ColorRole::Role role MEMBER role)
+    Q_PROPERTY(bool isChosen MEMBER isChosen)
+    Q_PROPERTY(bool isEnabled MEMBER isEnabled)
+
+public:
+    QString symbol;
+    QString text; ///< such as "3 offline"
+    ColorRole::Role role = ColorRole::Role::Secondary;
+    bool isChosen = false;
+    bool isEnabled = false; ///< it has servers, or is chosen
+
+    friend bool operator==(const FleetCount&, const FleetCount&) = default;
+};
+
 /// The popover's fixed texts.
 struct PopoverWords {
     Q_GADGET
@@ -47,6 +68,12 @@ struct PopoverWords {
     Q_PROPERTY(QString noServers MEMBER noServers)
     Q_PROPERTY(QString howToAdd MEMBER howToAdd)
     Q_PROPERTY(QString addFirst MEMBER addFirst)
+    Q_PROPERTY(QString find MEMBER find)
+    Q_PROPERTY(QString howToFind MEMBER howToFind)
+    Q_PROPERTY(QString stopFinding MEMBER stopFinding)
+    Q_PROPERTY(QString counts MEMBER counts)
+    Q_PROPERTY(QString showGroup MEMBER showGroup)
+    Q_PROPERTY(QString showAll MEMBER showAll)
 
 public:
     QString product = SharedCaptions::product.toString();
@@ -59,6 +86,12 @@ public:
     QString noServers = QStringLiteral("No Servers Configured");
     QString howToAdd = QStringLiteral("Click the + button to add a remote server or import your ~/.ssh/config.");
     QString addFirst = QStringLiteral("Add First Server");
+    QString find = QStringLiteral("Find servers");
+    QString howToFind = QStringLiteral("Type to find");
+    QString stopFinding = QStringLiteral("Show all servers (Escape)");
+    QString counts = QStringLiteral("Servers by state");
+    QString showGroup = QStringLiteral("Show these alone");
+    QString showAll = QStringLiteral("Show all servers");
 };
 
 /// What the popover shows around its cards.
@@ -69,18 +102,32 @@ struct PopoverContent {
     Q_PROPERTY(bool isEmpty MEMBER isEmpty)
     Q_PROPERTY(bool isOffline MEMBER isOffline)
     Q_PROPERTY(QString updatedText MEMBER updatedText)
+    Q_PROPERTY(int countCount READ countCount)
+    Q_PROPERTY(bool isFiltered MEMBER isFiltered)
+    Q_PROPERTY(QString foundText MEMBER foundText)
+    Q_PROPERTY(QString nothingFoundText MEMBER nothingFoundText)
 
 public:
     bool isRefreshing = false; ///< the refresh button is disabled and shows progress
     bool isEmpty = true;       ///< no servers: a prompt takes the place of the list
     bool isOffline = false;    ///< a line above the cards says so
     QString updatedText;       ///< empty before the first full refresh has ended
+    QList<FleetCount> counts;  ///< in the order of fleetGroups; none of a small fleet
+    bool isFiltered = false;
+    QString foundText;        ///< such as "3 of 300"; empty while all are shown
+    QString nothingFoundText; ///< in place of the cards when none is found
+
+    [[nodiscard]] int countCount() const { return static_cast<int>(counts.size()); }
+    Q_INVOKABLE [[nodiscard]] tarnwick::FleetCount count(int index) const { return counts.value(index); }
 
     friend bool operator==(const PopoverContent&, const PopoverContent&) = default;
 };
 
 /// "Updated " and the time of day, with seconds, in the locale's standard style; empty before the first refresh.
 [[nodiscard]] QString updatedText(const std::optional<Instant>& lastRefreshedAll, const QLocale& locale);
+[[nodiscard]] FleetCount fleetCountContent(FleetGroup group, int count, bool isChosen);
+/// Says what no server matches.
+[[nodiscard]] QString nothingFoundText(const FleetFilter& filter);
 /// The footer's links; one whose address is not a valid URL is left out.
 [[nodiscard]] QList<FooterLink> footerLinks();
 

@@ -1,18 +1,20 @@
 import QtQuick
 import Tarnwick
 
-/// The popover's head: the product mark and four buttons.
+/// The popover's head: the product mark and four buttons; of a large fleet also how it is.
 Band {
     id: root
 
     required property PopoverModel popover
     required property UIState ui
 
-    implicitHeight: 48
+    readonly property real lineHeight: 48
+
+    implicitHeight: summary.visible ? lineHeight + summary.height + 6 : lineHeight
 
     SymbolLabel {
         x: 14
-        anchors.verticalCenter: parent.verticalCenter
+        height: root.lineHeight
         text: root.popover.words.product
         textSize: 14
         textWeight: Font.Bold
@@ -23,7 +25,7 @@ Band {
     Row {
         anchors.right: parent.right
         anchors.rightMargin: 10
-        anchors.verticalCenter: parent.verticalCenter
+        y: (root.lineHeight - height) / 2
         spacing: 4
 
         DisabledHelp {
@@ -50,5 +52,13 @@ Band {
             symbol: "gearshape"
             onClicked: root.ui.showingSettings = true
         }
+    }
+    FleetSummary {
+        id: summary
+
+        x: 12
+        y: root.lineHeight - 4
+        visible: root.popover.content.countCount > 0
+        popover: root.popover
     }
 }

@@ -1,5 +1,7 @@
 #include "PopoverModel.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tarnwick {
 
 PopoverModel::PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators collaborators, QObject* parent)
@@ -13,16 +15,27 @@ PopoverModel::PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators co
     connect(&store, &ServerStore::isRefreshingChanged, this, &PopoverModel::update);
     connect(&store, &ServerStore::lastRefreshedAllChanged, this, &PopoverModel::update);
     connect(&store, &ServerStore::isOfflineChanged, this, &PopoverModel::update);
-    // isEmpty follows the rows, which change later than the store: once per turn of the event loop.
-    connect(&servers_, &QAbstractItemModel::rowsInserted, this, &PopoverModel::update);
-    connect(&servers_, &QAbstractItemModel::rowsRemoved, this, &PopoverModel::update);
+    // What the rows decide follows them. They change later than the store: once per turn of the event loop.
+    connect(&servers_, &ServerListModel::updated, this, &PopoverModel::update);
 }
 
 PopoverContent PopoverModel::publishedContent() const {
-    return {.isRefreshing = store_.isRefreshing(),
-            .isEmpty = servers_.rowCount() == 0,
-            .isOffline = store_.isOffline(),
-            .updatedText = updatedText(store_.lastRefreshedAll(), QLocale::system())};
+    PopoverContent content;
+    content.isRefreshing = store_.isRefreshing();
+    content.isEmpty = servers_.fleetSize() == 0;
+    content.isOffline = store_.isOffline();
+    content.updatedText = updatedText(store_.lastRefreshedAll(), QLocale::system());
+    const FleetFilter& filter = servers_.filter();
+    if (servers_.isCounted())
+        for (const FleetGroup group : fleetGroups)
+            content.counts += fleetCountContent(group, servers_.count(group), filter.group() == group);
+    if (filter.isEmpty())
+        return content;
+    content.isFiltered = true;
+    content.foundText = QString::number(servers_.rowCount()) + u" of "_s + QString::number(servers_.fleetSize());
+    if (servers_.rowCount() == 0)
+        content.nothingFoundText = nothingFoundText(filter);
+    return content;
 }
 
 void PopoverModel::update() {
@@ -47,6 +60,25 @@ MacInfoModel* PopoverModel::macInfoModel(QObject* sheet) {
 
 OnboardingModel* PopoverModel::onboardingModel(QObject* sheet) {
     return new OnboardingModel(store_, ui_, collaborators_, sheet);
+}
+
+void PopoverModel::find(const QString& text) {
+    servers_.setFilter(FleetFilter(text, servers_.filter().group()));
+}
+
+void PopoverModel::toggleGroup(int index) {
+    const FleetFilter& filter = servers_.filter();
+    const FleetGroup group = fleetGroups.at(static_cast<size_t>(index));
+    servers_.setFilter(FleetFilter(filter.text(), filter.group() == group ? std::nullopt : std::optional(group)));
+}
+
+void PopoverModel::showAll() {
+    servers_.setFilter(FleetFilter());
+}
+
+void PopoverModel::openFound() {
+    if (!servers_.filter().isEmpty() && servers_.rowCount() == 1)
+        cardActions_.openSSH(servers_.id(0));
 }
 
 void PopoverModel::refreshAll() {

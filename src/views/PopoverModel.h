@@ -40,6 +40,14 @@ public:
     Q_INVOKABLE tarnwick::MacInfoModel* macInfoModel(QObject* sheet);
     Q_INVOKABLE tarnwick::OnboardingModel* onboardingModel(QObject* sheet);
 
+    /// Shows the servers that match the text alone; see FleetFilter.
+    Q_INVOKABLE void find(const QString& text);
+    /// Shows the servers of that one of fleetGroups alone, or no longer.
+    Q_INVOKABLE void toggleGroup(int index);
+    Q_INVOKABLE void showAll();
+    /// Opens the shell of the server that was looked for, once it is the only one left.
+    Q_INVOKABLE void openFound();
+
     Q_INVOKABLE void refreshAll();
     Q_INVOKABLE void open(const QUrl& address);
     /// Asks for the view to be closed.

@@ -31,6 +31,9 @@ void PopoverView::setRounded(bool rounded) {
 }
 
 void PopoverView::keyPressEvent(QKeyEvent* event) {
+    // The card that had the keyboard may be gone.
+    if (!activeFocusItem() || activeFocusItem() == contentItem())
+        rootObject()->forceActiveFocus();
     if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
         orderCards();
     QQuickView::keyPressEvent(event);

@@ -4,15 +4,26 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick
 
-/// The cards of the fleet, at most 520 high. Dragging a card over another one reorders the fleet at once.
+/// The cards of the fleet; while they are filtered, as high as before. Dragging a card over another one reorders the fleet
+/// at once.
 Item {
     id: root
 
-    required property ServerListModel servers
-    required property CardActions actions
-    required property popoverWords words
+    required property PopoverModel popover
+    readonly property CardActions actions: popover.cardActions
+    readonly property bool isFiltered: popover.content.isFiltered
     /// The greatest height.
     required property real longest
+    /// How much of that height the filter's field takes.
+    property real taken: 0
+    /// Up, from the first card.
+    signal leftAbove
+
+    property bool isHeld: false
+    property real heldHeight: 0
+    readonly property Item focused: Window.activeFocusItem
+    /// A card is on its way out.
+    readonly property bool isRemoving: removal.running
 
     property bool isDragging: false
     property real pointerY: 0
@@ -45,8 +56,47 @@ Item {
         return pointerY < edge ? -8 : pointerY > height - edge ? 8 : 0;
     }
 
-    implicitHeight: Math.min(list.contentHeight + list.topMargin + list.bottomMargin, longest)
+    /// Gives the first card the keyboard.
+    function enter() {
+        list.itemAtIndex(0)?.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    /// Scrolls to a card or a control in one.
+    function reveal(item: Item) {
+        const margin = 12;
+        const top = item.mapToItem(list.contentItem, 0, 0).y - margin;
+        if (top < list.contentY)
+            list.contentY = top;
+        else
+            list.contentY = Math.min(top, Math.max(list.contentY, top + item.height + 2 * margin - list.height));
+    }
+
+    /// While somebody types the cards change at once, and the window keeps its size.
+    function followFilter() {
+        removal.stop();
+        if (isFiltered && !isHeld) {
+            heldHeight = implicitHeight;
+            isHeld = true;
+        }
+        list.forceLayout();
+        list.positionViewAtBeginning();
+        list.contentY = list.originY - list.topMargin;
+        Theme.isStill = false;
+        isHeld = isFiltered;
+    }
+
+    implicitHeight: isHeld ? Math.max(heldHeight - taken, 84)
+                           : Math.min(list.contentHeight + list.topMargin + list.bottomMargin, longest)
     clip: true
+    onFocusedChanged: {
+        // What is pressed stays where it is.
+        if (!(focused as ServerCardView) && !(focused as Pressable)?.visualFocus)
+            return;
+        for (let item = focused; item; item = item.parent) {
+            if (item === list.contentItem)
+                return reveal(focused);
+        }
+    }
 
     // A list that becomes shorter by a card takes as long as the cards that move up.
     Behavior on implicitHeight {
@@ -62,9 +112,16 @@ Item {
         interval: Theme.listDuration
     }
     Connections {
-        target: root.servers
+        target: root.popover.servers
         function onRowsRemoved() {
-            removal.restart();
+            if (!root.isHeld)
+                removal.restart();
+        }
+        function onFilterWillChange() {
+            Theme.isStill = true;
+        }
+        function onFilterChanged() {
+            root.followFilter();
         }
     }
 
@@ -74,8 +131,8 @@ Item {
         objectName: "serverList"
         x: 12
         width: root.width - 24
-        // Always at the greatest height: then all cards of a short list exist, and its content's height is exact.
-        height: root.longest
+        // Unfiltered always at the greatest height: then all cards of a short list exist, and its content's height is exact.
+        height: root.isFiltered ? root.height : root.longest
         topMargin: 12
         bottomMargin: 12
         spacing: 12
@@ -83,9 +140,10 @@ Item {
         boundsBehavior: Flickable.StopAtBounds
         keyNavigationEnabled: false
         currentIndex: -1
-        model: root.servers
+        model: root.popover.servers
         Accessible.role: Accessible.List
-        Accessible.name: root.words.servers
+        Accessible.name: root.popover.words.servers
+        Accessible.description: root.popover.words.howToFind
 
         delegate: ServerCardView {
             required property int index
@@ -94,7 +152,12 @@ Item {
             actions: root.actions
             onDragMoved: position => root.followDrag(position)
             onDragEnded: root.endDrag()
-            Keys.onUpPressed: list.itemAtIndex(index - 1)?.forceActiveFocus(Qt.TabFocusReason)
+            Keys.onUpPressed: {
+                if (index > 0)
+                    list.itemAtIndex(index - 1)?.forceActiveFocus(Qt.TabFocusReason);
+                else
+                    root.leftAbove();
+            }
             Keys.onDownPressed: list.itemAtIndex(index + 1)?.forceActiveFocus(Qt.TabFocusReason)
             Component.onCompleted: followsSlowly = true
         }
@@ -129,6 +192,13 @@ Item {
         }
     }
 
+    PlainText {
+        anchors.centerIn: parent
+        width: Math.min(implicitWidth, parent.width - 60)
+        visible: text !== ""
+        text: root.popover.content.nothingFoundText
+        color: Theme.secondary
+    }
     /// A drag that has left the window and comes back.
     DropArea {
         anchors.fill: parent

@@ -1,10 +1,45 @@
 #include "ViewRig.h"
 #include "card/ServerDropDelegate.h"
 
+#include <QAccessible>
+#include <QInputMethodEvent>
 #include <QMimeData>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
+
+namespace {
+
+/// Ten servers "web-0" to "web-9": of each three one is offline, one is well, and one has not answered yet; the last is
+/// paused.
+QList<Server> tenServers() {
+    QList<Server> servers;
+    for (int number = 0; number < 10; ++number) {
+        servers += StoreRig::server(u"web-%1"_s.arg(number));
+        if (number % 3 < 2)
+            servers.last().metrics = number % 3 == 0 ? ServerMetrics::offline(u"gone"_s) : ServerMetrics();
+    }
+    servers.last().isEnabled = false;
+    return servers;
+}
+
+/// The names on the cards, from top to bottom.
+QString cardsOf(const ViewRig& desk) {
+    QStringList names;
+    const auto* model = desk.item(u"serverList"_s)->property("model").value<QAbstractItemModel*>();
+    for (int row = 0; row < model->rowCount(); ++row)
+        names += model->index(row, 0).data(ServerListModel::ContentRole).value<ServerCardContent>().name;
+    return names.join(u' ');
+}
+
+/// What has the keyboard: a card's name, or a control's text.
+QString focused(const ViewRig& desk) {
+    const QQuickItem* const item = desk.view->activeFocusItem();
+    const QVariant content = item->property("content");
+    return content.isValid() ? content.value<ServerCardContent>().name : item->property("text").toString();
+}
+
+} // namespace
 
 /// Dragging cards, the context menu, and the keyboard.
 class PopoverInputTest : public QObject {
@@ -169,16 +204,143 @@ private Q_SLOTS:
         QStringList passed;
         while (passed.size() < expected.size()) {
             desk.press(Qt::Key_Tab);
-            const QQuickItem* const focused = desk.view->activeFocusItem();
-            const QVariant content = focused->property("content");
-            passed +=
-                content.isValid() ? content.value<ServerCardContent>().name : focused->property("text").toString();
+            passed += focused(desk);
         }
         QCOMPARE(passed, expected);
         desk.press(Qt::Key_Return);
         desk.press(Qt::Key_Backtab);
         desk.press(Qt::Key_Return);
         QCOMPARE(desk.opened, QStringList({u"https://ko-fi.com/tarnwick"_s, u"https://tarnwick.example"_s}));
+    }
+
+    void typingFinds() {
+        PopoverRig desk(tenServers());
+        const QString all = desk.names().join(u' ');
+        const int height = desk.view->height();
+        desk.press(Qt::Key_Return);
+        desk.type(u" wEB-"_s);
+        QCOMPARE(focused(desk), u"wEB-"_s);
+        QTRY_VERIFY(desk.item(u"10 of 10"_s));
+        desk.press(Qt::Key_Return);
+        desk.type(u"4"_s);
+        QCOMPARE(cardsOf(desk), u"web-4"_s);
+        QVERIFY(desk.terminals.isEmpty());
+        desk.press(Qt::Key_Return);
+        QCOMPARE(desk.terminals.join(u' '), u"web-4"_s);
+        desk.type(u"x"_s);
+        desk.press(Qt::Key_Enter);
+        QTRY_VERIFY(desk.item(u"No server matches \u201cwEB-4x\u201d"_s));
+        QCOMPARE(desk.view->height(), height);
+        QCOMPARE(desk.terminals.size(), 1);
+        desk.press(Qt::Key_Escape);
+        QCOMPARE(cardsOf(desk), all);
+        QTRY_COMPARE(desk.view->height(), height);
+        QVERIFY(!desk.item(u"0 of 10"_s));
+        QCOMPARE(desk.closings(), 0);
+        desk.press(Qt::Key_Escape);
+        QCOMPARE(desk.closings(), 1);
+
+        // A focused control keeps its own keys; others are typed.
+        desk.press(Qt::Key_Tab, 4);
+        desk.type(u"7"_s);
+        QCOMPARE(cardsOf(desk), u"web-7"_s);
+        desk.press(Qt::Key_Backspace);
+        QCOMPARE(cardsOf(desk), all);
+        desk.click(u"Pause monitoring"_s, 0);
+        desk.type(u"p"_s);
+        desk.click(u"Show all servers (Escape)"_s);
+        QCOMPARE(cardsOf(desk), all);
+        desk.press(Qt::Key_Tab);
+        desk.press(Qt::Key_Space);
+        QTRY_VERIFY(desk.store->isRefreshing());
+        QCOMPARE(cardsOf(desk), all);
+        // So does a form.
+        desk.ui.setShowingAddServer(true);
+        QTRY_COMPARE(desk.view->width(), 480);
+        desk.type(u"7"_s);
+        QCOMPARE(desk.ui.newServerName(), u"7"_s);
+        QCOMPARE(desk.closings(), 1);
+    }
+
+    void inputMethodsFind() {
+        QAccessible::setActive(true);
+        PopoverRig desk(StoreRig::fleet(u"\u00e9b"));
+        QInputMethodEvent composing(u"\u00b4"_s, {});
+        QCoreApplication::sendEvent(desk.view->activeFocusItem(), &composing);
+        QCOMPARE(cardsOf(desk), u"\u00e9 b"_s);
+        QInputMethodEvent composed;
+        composed.setCommitString(u"\u00c9"_s);
+        QCoreApplication::sendEvent(desk.view->activeFocusItem(), &composed);
+        QCOMPARE(cardsOf(desk), u"\u00e9"_s);
+        const auto* const field = QAccessible::queryAccessibleInterface(desk.view->activeFocusItem());
+        QCOMPARE(field->role(), QAccessible::EditableText);
+        QCOMPARE(field->text(QAccessible::Name), u"Find servers"_s);
+        QCOMPARE(field->text(QAccessible::Description), u"1 of 2"_s);
+        QAccessible::setActive(false);
+    }
+
+    void arrowsWalkTheCards() {
+        QList<Server> servers = tenServers();
+        PopoverRig desk(servers);
+        const auto* const list = desk.item(u"serverList"_s)->parentItem();
+        for (int card = 0; card < 10; ++card) {
+            desk.press(Qt::Key_Down);
+            QCOMPARE(focused(desk), servers[card].name);
+            QVERIFY(list->contains(list->mapFromScene(middle(desk.view->activeFocusItem()))));
+            desk.press(Qt::Key_Tab);
+            QVERIFY(list->contains(list->mapFromScene(middle(desk.view->activeFocusItem()))));
+        }
+        desk.press(Qt::Key_Down);
+        desk.press(Qt::Key_Up);
+        QCOMPARE(focused(desk), u"web-8"_s);
+        desk.type(u"off"_s);
+        QCOMPARE(cardsOf(desk), u"web-0 web-3 web-6"_s);
+        desk.press(Qt::Key_Down, 2);
+        QCOMPARE(focused(desk), u"web-3"_s);
+        // The card recovers, and leaves.
+        servers[3].metrics = ServerMetrics();
+        desk.store->setServers(servers);
+        QTRY_COMPARE(cardsOf(desk), u"web-0 web-6"_s);
+        QTRY_VERIFY(!desk.item(u"web-3"_s));
+        desk.press(Qt::Key_Down);
+        desk.press(Qt::Key_Up);
+        QCOMPARE(focused(desk), u"off"_s);
+        // The order is the one of all.
+        desk.ui.setDraggedServerId(servers[0].id);
+        ServerDropDelegate{servers[6], *desk.store, desk.ui}.dropEntered();
+        QTRY_COMPARE(cardsOf(desk), u"web-6 web-0"_s);
+        QCOMPARE(desk.names().join(u' '), u"web-1 web-2 web-3 web-4 web-5 web-6 web-0 web-7 web-8 web-9"_s);
+    }
+
+    void groupsOfALargeFleet() {
+        QList<Server> servers = tenServers();
+        PopoverRig desk(servers);
+        for (const QString& text : {u"0 warning"_s, u"3 well"_s, u"1 paused"_s})
+            QVERIFY(desk.item(text));
+        desk.click(u"3 offline"_s);
+        QCOMPARE(cardsOf(desk), u"web-0 web-3 web-6"_s);
+        QVERIFY(!desk.item(u"3 of 10"_s)); // there is no text
+        desk.type(u"6"_s);
+        QCOMPARE(cardsOf(desk), u"web-6"_s);
+        QVERIFY(desk.item(u"1 of 10"_s));
+        desk.press(Qt::Key_Escape);
+        QCOMPARE(cardsOf(desk), desk.names().join(u' '));
+        desk.click(u"3 well"_s);
+        desk.click(u"1 paused"_s);
+        QCOMPARE(cardsOf(desk), u"web-9"_s);
+        // All that were chosen are gone, and can be given up.
+        servers.last().isEnabled = true;
+        desk.store->setServers(servers);
+        QTRY_VERIFY(desk.item(u"No server matches \u201cpaused\u201d"_s));
+        desk.click(u"0 paused"_s);
+        QCOMPARE(cardsOf(desk), desk.names().join(u' '));
+        // A fleet without groups is not filtered by one.
+        desk.click(u"3 well"_s);
+        desk.store->setServers(servers.first(9));
+        QTRY_COMPARE(cardsOf(desk), u"web-1 web-4 web-7"_s);
+        desk.store->setServers(servers.first(8));
+        QTRY_COMPARE(cardsOf(desk), desk.names().join(u' '));
+        QTRY_VERIFY(!desk.item(u"3 well"_s));
     }
 };
 

@@ -123,6 +123,8 @@ private Q_SLOTS:
         PopoverRig desk(StoreRig::fleet(u"a"));
         desk.click(u"Remove server from Tarnwick"_s);
         QVERIFY(desk.store->servers().isEmpty());
+        QTRY_VERIFY(desk.view->rootObject()->property("popover").value<PopoverModel*>()->content().isEmpty);
+        QVERIFY(!desk.item(u"Add First Server"_s) && desk.item(u"serverList"_s)); // the card is on its way out
         desk.click(u"Add First Server"_s);
         QVERIFY(desk.ui.showingAddServer());
         desk.press(Qt::Key_X); // its first field has the keyboard

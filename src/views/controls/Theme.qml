@@ -55,9 +55,11 @@ QtObject {
     readonly property int radiusCard: 10
     readonly property int radiusWindow: 12
 
-    readonly property int reorderDuration: 200
-    readonly property int listDuration: 250
-    readonly property int barDuration: 300
+    /// What changes now is there at once.
+    property bool isStill: false
+    readonly property int reorderDuration: isStill ? 0 : 200
+    readonly property int listDuration: isStill ? 0 : 250
+    readonly property int barDuration: isStill ? 0 : 300
 
     /// The primary colour, which is black or white, at an opacity.
     function layer(opacity: real): color {
