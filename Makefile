@@ -10,7 +10,7 @@ run: build
 
 demo: build
 	scripts/install-packages demo
-	scripts/demo build/tarnwick
+	scripts/demo build/tarnwick $(SERVERS)
 
 build:
 	@scripts/install-packages build
