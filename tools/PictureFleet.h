@@ -9,7 +9,7 @@
 namespace tarnwick {
 
 /// The state in which the program starts for a picture; `same`: it continues where the previous picture left it.
-enum class Scene { same, usual, states, containers, paused, firstLaunch };
+enum class Scene { same, usual, states, containers, fleet, paused, firstLaunch };
 
 /// A scene to start with.
 struct Setting {
@@ -18,7 +18,8 @@ struct Setting {
     bool isFirstLaunch = false;
 };
 
-/// A host with an address of its own, which the user's ssh configuration maps to a server on this computer. Its disk,
+/// A host with an address of its own, and all below that, which the user's ssh configuration maps to a server on this
+/// computer. Its disk,
 /// its processor's idle share and its containers are given; the rest is this computer's. Failures throw
 /// std::runtime_error.
 class PictureHost {
@@ -51,10 +52,12 @@ public:
 private:
     [[nodiscard]] Server staging() const;
     [[nodiscard]] Server paused() const;
+    [[nodiscard]] QList<Server> large() const;
 
     PictureHost web_;
     PictureHost worker_;
     PictureHost backup_;
+    PictureHost database_;
 };
 
 } // namespace tarnwick

@@ -51,15 +51,15 @@ shadow-offset-y = -%2;
 wintypes: { utility = { full-shadow = true; }; };
 )";
 
-/// The mouse action before the picture.
-enum class Hand { rests, presses, scrolls };
+/// What is done before the picture.
+enum class Hand { rests, presses, scrolls, types };
 
 /// One picture, in each look.
 struct Picture {
     QStringView name;
     Scene scene;
     Hand hand = Hand::rests;
-    QStringView element = {}; ///< what the mouse acts on
+    QStringView element = {}; ///< what the mouse acts on, or what is typed
     QStringView shows = {};   ///< what is shown then
     bool isLarge = false;     ///< also at twice the scale
 };
@@ -67,6 +67,8 @@ constexpr std::array pictures{
     Picture{.name = u"popover", .scene = Scene::usual, .isLarge = true},
     Picture{u"states", Scene::states},
     Picture{u"containers", Scene::containers, Hand::presses, u"1 / 2 Containers", u"Restart container"},
+    Picture{u"fleet", Scene::fleet, Hand::presses, u"2 offline", u"staging-eu"},
+    Picture{u"finding", Scene::fleet, Hand::types, u"postgres", u"Show all servers (Escape)"},
     Picture{u"empty", Scene::paused, Hand::presses, u"Remove server from Tarnwick", u"Add First Server"},
     Picture{u"mac-info", Scene::usual, Hand::presses, u"Hardware Specs & Thermals", u"Refresh Sensors", true},
     Picture{u"mac-info-end", Scene::same, Hand::scrolls, u"Live Thermals & Sensors"},
@@ -156,7 +158,9 @@ public:
     void take(const Picture& picture, const PictureFleet& fleet) {
         if (picture.scene != Scene::same)
             start(fleet.setting(picture.scene));
-        if (picture.hand != Hand::rests)
+        if (picture.hand == Hand::types)
+            type(picture.element.toString());
+        else if (picture.hand != Hand::rests)
             act(picture.hand, picture.element.toString());
         if (!picture.shows.isEmpty())
             waitForText(picture.shows.toString());
@@ -197,6 +201,11 @@ private:
     static void waitForText(const QString& text) {
         const ScreenReader reader;
         waitFor(text, [&] { return !reader.places(text).isEmpty(); });
+    }
+
+    void type(const QString& text) const {
+        if (!desktop_.xdotool(u"type --delay 100 "_s + text))
+            fail(u"The keyboard does not obey"_s);
     }
 
     /// Acts on the topmost element of that name once it rests, then moves the pointer away.
