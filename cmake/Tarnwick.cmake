@@ -14,7 +14,9 @@ endif()
 # As Debian hardens its own packages: what a monitored host says is read by this program.
 target_compile_options(tarnwick_options INTERFACE
     $<$<CONFIG:Release>:-fstack-protector-strong> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
-target_link_options(tarnwick_options INTERFACE $<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
+if(NOT APPLE) # whose linker does both anyway
+    target_link_options(tarnwick_options INTERFACE $<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
+endif()
 if(TARNWICK_SANITIZE)
     target_compile_options(tarnwick_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -g1)

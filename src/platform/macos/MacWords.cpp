@@ -1,0 +1,9 @@
+#include "MacWords.h"
+
+namespace tarnwick {
+
+const SystemWords& systemWords() {
+    return macWords;
+}
+
+} // namespace tarnwick

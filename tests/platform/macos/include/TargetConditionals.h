@@ -1,0 +1,1 @@
+// Qt asks which of its vendor's systems this is; the linter defines that.

@@ -1,0 +1,1 @@
+#define OPEN_MAX 10240
