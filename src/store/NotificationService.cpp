@@ -15,10 +15,6 @@ QHash<QString, Instant>& sent() {
     return times;
 }
 
-QString quotesEscaped(QString text) {
-    return text.replace(u'"', u"\\\""_s);
-}
-
 } // namespace
 
 bool claim(const QString& key, Instant now) {
@@ -32,11 +28,6 @@ bool claim(const QString& key, Instant now) {
 
 DesktopNotification notification(const QString& title, const QString& message, bool withSound) {
     return {u"Tarnwick"_s, title, message, withSound ? std::optional(u"Hero"_s) : std::nullopt};
-}
-
-QString appleScriptLine(const QString& title, const QString& message, bool withSound) {
-    return u"display notification \""_s + quotesEscaped(message) + u"\" with title \"Tarnwick\" subtitle \""_s +
-           quotesEscaped(title) + (withSound ? u"\" sound name \"Hero\""_s : u"\""_s);
 }
 
 } // namespace tarnwick::NotificationService

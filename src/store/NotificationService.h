@@ -17,8 +17,6 @@ namespace NotificationService {
 
 /// The notification of an alert.
 [[nodiscard]] DesktopNotification notification(const QString& title, const QString& message, bool withSound);
-/// The AppleScript line that posts this notification on macOS, for `osascript -e`. Only double quotes are escaped.
-[[nodiscard]] QString appleScriptLine(const QString& title, const QString& message, bool withSound);
 
 } // namespace NotificationService
 

@@ -4,7 +4,6 @@
 #include "Server.h"
 
 #include <QString>
-#include <QStringView>
 
 namespace tarnwick {
 
@@ -22,15 +21,6 @@ void openDockerContainer(const Server& server, const ContainerInfo& container);
 /// local one, nor the remote one that gets a nested command.
 [[nodiscard]] QString serverCommandLine(const Server& server);
 [[nodiscard]] QString containerCommandLine(const Server& server, const ContainerInfo& container);
-
-/// The script that macOS's `osascript -e` runs, with the command line as its argument.
-inline constexpr QStringView appleScript = u"on run argv\n"
-                                           "    set cmd to item 1 of argv\n"
-                                           "    tell application \"Terminal\"\n"
-                                           "        activate\n"
-                                           "        do script cmd\n"
-                                           "    end tell\n"
-                                           "end run";
 
 } // namespace TerminalLauncher
 

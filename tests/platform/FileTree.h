@@ -12,6 +12,24 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
+/// Installs the lines in their order, and asks their questions. Returns the lines with the answers that it got.
+[[nodiscard]] inline QStringList playLines(QStringList lines, const std::function<void(const QString&)>& install,
+                                           const std::function<QString(const QString&)>& answer) {
+    static const QRegularExpression form(u"^(soon )?([^=>?#]+)\\? ?(.*)$"_s);
+    for (QString& line : lines) {
+        const QRegularExpressionMatch match = form.match(line);
+        if (!match.hasMatch()) {
+            install(line);
+            continue;
+        }
+        QString given = answer(match.captured(2));
+        if (match.hasCaptured(1) && given != match.captured(3))
+            (void)QTest::qWaitFor([&] { return (given = answer(match.captured(2))) == match.captured(3); });
+        line = (line.first(match.capturedEnd(2)) + u"? "_s + given).trimmed();
+    }
+    return lines;
+}
+
 /// A folder in place of the root of a computer, filled with captured files of /proc and /sys.
 class FileTree {
 public:
@@ -43,21 +61,11 @@ public:
         }
     }
 
-    /// Installs the lines in their order, and asks their questions. Returns the lines with the answers that it got.
-    [[nodiscard]] QStringList play(QStringList lines, const std::function<QString(const QString&)>& answer) const {
-        static const QRegularExpression form(u"^(soon )?([^=>?#]+)\\? ?(.*)$"_s);
-        for (QString& line : lines) {
-            const QRegularExpressionMatch match = form.match(line);
-            if (!match.hasMatch()) {
-                install(line);
-                continue;
-            }
-            QString given = answer(match.captured(2));
-            if (match.hasCaptured(1) && given != match.captured(3))
-                (void)QTest::qWaitFor([&] { return (given = answer(match.captured(2))) == match.captured(3); });
-            line = (line.first(match.capturedEnd(2)) + u"? "_s + given).trimmed();
-        }
-        return lines;
+    /// playLines() with this tree.
+    [[nodiscard]] QStringList play(const QStringList& lines,
+                                   const std::function<QString(const QString&)>& answer) const {
+        return playLines(
+            lines, [this](const QString& line) { install(line); }, answer);
     }
 
     [[nodiscard]] QString full(const QString& path) const { return folder_.filePath(path); }

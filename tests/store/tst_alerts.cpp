@@ -89,12 +89,6 @@ private Q_SLOTS:
         QCOMPARE((QStringList{loud.title, loud.subtitle, loud.body, loud.soundName.value_or(u"none"_s)}),
                  (QStringList{u"Tarnwick"_s, u"Title"_s, u"<b>&"_s, u"Hero"_s}));
         QCOMPARE(NotificationService::notification(u"t"_s, u"m"_s, false).soundName, std::nullopt);
-
-        QCOMPARE(
-            NotificationService::appleScriptLine(u"Disk: \"a\""_s, u"b \\ \"c\""_s, true),
-            u"display notification \"b \\ \\\"c\\\"\" with title \"Tarnwick\" subtitle \"Disk: \\\"a\\\"\" sound name \"Hero\""_s);
-        QCOMPARE(NotificationService::appleScriptLine(u"t"_s, u"m"_s, false),
-                 u"display notification \"m\" with title \"Tarnwick\" subtitle \"t\""_s);
     }
 };
 
