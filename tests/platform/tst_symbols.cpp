@@ -1,9 +1,12 @@
 #include "Files.h"
 #include "SymbolImage.h"
 
+#include <QProcess>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QThreadPool>
+#include <QtEndian>
 
 #include <atomic>
 
@@ -123,6 +126,29 @@ private Q_SLOTS:
             const QColor waveform = icon.pixelColor(pixels / 2, pixels / 2);
             QVERIFY2(waveform.red() > 150, qPrintable(waveform.name()));
         }
+    }
+
+    /// Each picture in the file for macOS: its type, its size, and where its shape begins in 64ths of it.
+    void applicationIconOfMacos() {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"AppIcon.icns"_s);
+        QCOMPARE(QProcess::execute(QStringLiteral(APPLICATION_ICON), {path}), 0);
+        const QByteArray icon = readFile(path);
+        const auto length = [&icon](qsizetype at) {
+            return qFromBigEndian<qint32>(icon.constData() + at + 4);
+        };
+        QVERIFY(icon.startsWith("icns"));
+        QCOMPARE(length(0), icon.size());
+        QString found;
+        for (qsizetype at = 8; at < icon.size(); at += length(at)) {
+            const QImage image = QImage::fromData(icon.mid(at + 8, length(at) - 8), "png");
+            found += u"%1 %2 %3\n"_s.arg(QString::fromLatin1(icon.mid(at, 4)))
+                         .arg(image.width())
+                         .arg(inkOf(image).box.left() * 64 / image.width());
+        }
+        QCOMPARE(found, u"ic11 32 6\nic12 64 6\nic07 128 6\nic13 256 6\n"
+                        "ic08 256 6\nic14 512 6\nic09 512 6\nic10 1024 6\n"_s);
+        QCOMPARE(QProcess::execute(QStringLiteral(APPLICATION_ICON), {folder.filePath(u"no/such.icns"_s)}), 1);
     }
 };
 
