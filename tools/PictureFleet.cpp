@@ -109,6 +109,10 @@ Setting PictureFleet::setting(Scene scene) const {
         return {{paused()}, u"build"_s};
     case Scene::firstLaunch:
         return {{local()}, u"Tarnwick Tour"_s, true};
+    case Scene::playedMac:
+        return {{local(u"a played Mac"_s), web_.entry(), staging()}, u"3 / 3 Containers"_s};
+    case Scene::playedFirstLaunch:
+        return {{local(u"a played Mac"_s)}, u"Tarnwick Tour"_s, true};
     }
     return {};
 }

@@ -51,8 +51,8 @@ shadow-offset-y = -%2;
 wintypes: { utility = { full-shadow = true; }; };
 )";
 
-/// What is done before the picture.
-enum class Hand { rests, presses, scrolls, types };
+/// What is done before the picture. `opens`: it presses, and scrolls to what that shows.
+enum class Hand { rests, presses, scrolls, types, opens };
 
 /// One picture, in each look.
 struct Picture {
@@ -81,6 +81,19 @@ constexpr std::array pictures{
     Picture{u"tour-3", Scene::same, Hand::presses, u"Next", u"Hardware & Thermals"},
     Picture{u"tour-4", Scene::same, Hand::presses, u"Next", u"Custom Panel Multi-Pinning"},
     Picture{u"tour-5", Scene::same, Hand::presses, u"Next", u"You're All Set!"},
+};
+
+/// The same program in the words of macOS, on a Mac that is played; in one look.
+constexpr std::array macPictures{
+    Picture{.name = u"macos-popover", .scene = Scene::playedMac},
+    Picture{u"macos-mac-info", Scene::same, Hand::presses, u"Hardware Specs & Thermals", u"Refresh Sensors"},
+    Picture{u"macos-mac-info-end", Scene::same, Hand::scrolls, u"Live Thermals & Sensors"},
+    Picture{u"macos-sensors", Scene::same, Hand::opens, u"Individual Thermal Sensors (37)"},
+    Picture{.name = u"macos-tour-1", .scene = Scene::playedFirstLaunch, .shows = u"Welcome to Tarnwick"},
+    Picture{u"macos-tour-2", Scene::same, Hand::presses, u"Explore Features", u"Server Fleets & Docker Containers"},
+    Picture{u"macos-tour-3", Scene::same, Hand::presses, u"Next", u"Apple Silicon Hardware & Thermals"},
+    Picture{u"macos-tour-4", Scene::same, Hand::presses, u"Next", u"Custom Menu Bar Multi-Pinning"},
+    Picture{u"macos-tour-5", Scene::same, Hand::presses, u"Next", u"You're All Set!"},
 };
 
 constexpr QByteArrayView darkColors = R"(
@@ -147,8 +160,14 @@ private:
 /// Takes pictures of one program in one look.
 class Photographer {
 public:
-    Photographer(const UserHome& home, const DesktopSession& desktop, QString folder, Look look)
-        : home_(home), desktop_(desktop), folder_(std::move(folder)), look_(look), stage_(home.folder(), look.scale) {
+    Photographer(const UserHome& home, const DesktopSession& desktop, QString folder, Look look,
+                 QString executable = QStringLiteral(TARNWICK_EXECUTABLE))
+        : home_(home)
+        , desktop_(desktop)
+        , folder_(std::move(folder))
+        , look_(look)
+        , executable_(std::move(executable))
+        , stage_(home.folder(), look.scale) {
         write(home_.folder() + u"/.config/kdeglobals"_s, look.isDark ? darkColors : QByteArrayView());
     }
     ~Photographer() { end(); }
@@ -178,7 +197,7 @@ private:
         write(data + u"servers.json"_s, encodeServers(setting.servers).value());
         waitFor(u"empty tray"_s, [this] { return desktop_.trayItems().isEmpty(); });
         desktop_.run(
-            program_, QStringLiteral(TARNWICK_EXECUTABLE),
+            program_, executable_,
             {u"XDG_CURRENT_DESKTOP=KDE"_s, u"KDE_SESSION_VERSION=5"_s, u"QT_SCALE_FACTOR=%1"_s.arg(look_.scale)});
         waitFor(u"tray item"_s, [this] { return desktop_.trayItems().size() == 1; });
         if (!setting.isFirstLaunch)
@@ -213,8 +232,9 @@ private:
         const QPoint place = desktop_.restingPlace(ScreenReader(), element).center() * look_.scale;
         if (place.isNull() || !desktop_.moveTo(place))
             fail(u"No "_s + element);
-        const QString buttons =
-            hand == Hand::presses ? u"click 1"_s : u"click --repeat 30 5"_s; // 5: the wheel, downwards
+        const QString buttons = hand == Hand::presses   ? u"click 1"_s
+                                : hand == Hand::scrolls ? u"click --repeat 30 5"_s // the wheel, downwards
+                                                        : u"click 1 sleep 1 click --repeat 2 5"_s;
         if (!desktop_.xdotool(buttons) || !desktop_.moveTo({4, DesktopSession::size.height() - 4}))
             fail(u"The pointer does not obey"_s);
     }
@@ -252,6 +272,7 @@ private:
     const DesktopSession& desktop_;
     QString folder_;
     Look look_;
+    QString executable_;
     Stage stage_;
     QProcess program_;
 };
@@ -269,6 +290,9 @@ void takeAll(const QString& folder) {
             if (look.scale == 1 || picture.isLarge)
                 photographer.take(picture, fleet);
     }
+    Photographer photographer(home, desktop, folder, looks[1], QStringLiteral(PLAYED_MAC));
+    for (const Picture& picture : macPictures)
+        photographer.take(picture, fleet);
 }
 
 } // namespace
