@@ -58,6 +58,8 @@ QString uptimeText(const std::optional<QByteArray>& bootTime, qint64 wallClockSe
     if (!bootTime || bootTime->size() != 2 * static_cast<qsizetype>(sizeof(qint64)))
         return u"Unknown"_s;
     const qint64 boot = kernelInt64(bootTime->first(sizeof(qint64))).value_or(0);
+    if (boot < 0) // no time that a clock shows
+        return u"Unknown"_s;
     const qint64 up = std::max<qint64>(0, wallClockSeconds - boot);
     const qint64 days = up / 86400;
     const qint64 hours = up % 86400 / 3600;

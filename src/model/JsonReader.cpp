@@ -124,7 +124,7 @@ bool JsonReader::read(const QJsonValue& value, MenuBarItemSet& field, std::tuple
     for (const QString& word : words) {
         const auto item = menuBarItemFromRawValue(word);
         if (!item)
-            return fail(u"unknown item \"%1\""_s.arg(word));
+            return fail(u"unknown item"_s);
         field.insert(*item);
     }
     return true;

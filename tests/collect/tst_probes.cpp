@@ -130,6 +130,12 @@ private Q_SLOTS:
                                        {u"2"_s, u"a/b"_s, u"i"_s, u"é/é"_s, u"exited"_s, u"80/tcp"_s}}));
     }
 
+    void deepNesting() {
+        for (const QByteArray& begin : {QByteArray(), QByteArray(R"({"containers":)")})
+            QCOMPARE(parseMetrics(begin + QByteArray(8'000'000, '['), 1).errorMessage->left(48),
+                     u"Failed to parse metrics: too deeply nested docum"_s);
+    }
+
     void accepts_data() {
         addRows("probelines/accepted.json", {"line", "cpu"});
         QTest::newRow("deep, unknown") << u"{\"cpu\":5,\"x\":"_s + nested(900) + u'}' << u"5"_s;

@@ -121,6 +121,7 @@ private Q_SLOTS:
         QCOMPARE(text(14 * 86'400 + 6 * 3600), u"14d 6h 0m"_s);
         QCOMPARE(text(-5000), u"0h 0m"_s); // the clock was set back
         QCOMPARE(uptimeText(bytesOf(boot), boot), u"Unknown"_s);
+        QCOMPARE(uptimeText(bootTime(std::numeric_limits<qint64>::min()), boot), u"Unknown"_s);
     }
 };
 

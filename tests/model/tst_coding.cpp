@@ -152,8 +152,11 @@ private Q_SLOTS:
         for (const char* json : {"", "[]", R"({"pinnedMenuBarItems":["cpuUsage","CPUUsage"]})",
                                  R"({"pinnedMenuBarItems":["cpuUsage",null]})", R"({"pinnedMenuBarItems":"cpuUsage"})",
                                  R"({"soundAlerts":1})", R"({"refreshIntervalSeconds":30.5})",
-                                 R"({"firstLaunchDate":"2024-01-01T00:00:00Z"})"})
-            QVERIFY2(std::holds_alternative<DecodingError>(decodeSettings(json)), json);
+                                 R"({"firstLaunchDate":"2024-01-01T00:00:00Z"})", R"({"pinnedMenuBarItems":["\n"]})"}) {
+            const auto decoded = decodeSettings(json);
+            const auto* const error = std::get_if<DecodingError>(&decoded);
+            QVERIFY2(error != nullptr && !error->description.contains(u'\n'), json);
+        }
     }
 
     void serversInASetAreTheirContents() {

@@ -127,7 +127,9 @@ std::optional<qint64> LinuxAccelerators::utilisation(Card& card, std::chrono::na
             card.reported.reset();
         return card.reported;
     }
-    const std::optional<qint64> percent = measure(card, now);
+    std::optional<qint64> percent = measure(card, now);
+    if (percent && (*percent < 0 || *percent > 100))
+        percent.reset();
     if (percent)
         card.turns.noteRead(now, *percent > 0);
     // After a rest an interval has to begin first.
@@ -165,8 +167,8 @@ std::optional<qint64> LinuxAccelerators::busiestQueue(const Card& card) {
         const QByteArrayList columns = line.split('\t');
         if (columns.size() != 4)
             continue;
-        const std::chrono::nanoseconds now(columns[1].toLongLong()); // 0 in the line with the columns' names
-        const std::chrono::nanoseconds withWork(columns[3].toLongLong());
+        const IdleResidency::Time now(columns[1].toLongLong()); // 0 in the line with the columns' names
+        const IdleResidency::Time withWork(columns[3].toLongLong());
         IdleResidency& residency = residencies_[card.device + QString::fromLatin1(columns[0])];
         busiest = std::max(busiest, rounded(residency.busyPercent(now - withWork, now)));
     }

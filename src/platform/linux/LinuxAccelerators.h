@@ -24,7 +24,8 @@ public:
     LinuxAccelerators(const QString& root, const QString& nvidiaLibrary, const DeviceAccess& access);
 
     /// One property dictionary per card, the busiest first. A card that sleeps or does not answer has no utilisation;
-    /// Intel's and Broadcom's have none at the first read, because there is no interval yet.
+    /// Intel's and Broadcom's have none at the first read, because there is no interval yet. It is 0 to 100; what a
+    /// driver says beyond is no reading.
     [[nodiscard]] QList<QVariantMap> read();
 
 private:

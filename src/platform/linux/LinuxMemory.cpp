@@ -6,12 +6,15 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
 namespace {
+
+constexpr quint64 mostKiB = std::numeric_limits<qint64>::max() / 1024; // what can be counted in bytes
 
 quint64 onlineMemoryKiB(const QString& root) {
     const QString folder = root + u"sys/devices/system/memory/"_s;
@@ -55,6 +58,8 @@ std::optional<LinuxMemory> LinuxMemoryReading::read() const {
     // another matter: a container has less, or the host of a virtual machine has taken some back.
     const bool isInstalled = *total <= onlineKiB_ && *total >= onlineKiB_ / 4 * 3;
     const quint64 installed = isInstalled ? onlineKiB_ : *total;
+    if (installed > mostKiB)
+        return std::nullopt;
     return LinuxMemory{.installed = installed, .available = std::min(*available + reclaimableZfsKiB(root_), installed)};
 }
 

@@ -20,7 +20,7 @@ public:
     /// `root` is the folder that holds proc and sys, ending in "/".
     explicit LinuxMemoryReading(const QString& root);
 
-    /// Absent when the kernel publishes no total.
+    /// Absent when the kernel publishes no total, or one that no computer has.
     [[nodiscard]] std::optional<LinuxMemory> read() const;
 
 private:
