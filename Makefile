@@ -1,6 +1,6 @@
 # The commands of this project; each installs what it needs first. See README.md.
 
-.PHONY: run demo build test lint bench bench-build screenshots desktops package clean
+.PHONY: run demo build test lint bench bench-build screenshots desktops fuzz package clean
 
 # While it compiles: how much of it is done, and since when.
 export NINJA_STATUS = [%p, %e s] 
@@ -45,9 +45,15 @@ desktops: build
 	@scripts/install-packages demo desktops
 	scripts/desktops build/tarnwick docs/images/desktops
 
+SECONDS ?= 60
+fuzz:
+	@scripts/install-packages build fuzz
+	@scripts/compile fuzz
+	scripts/fuzz $(SECONDS)
+
 package: build
 	@scripts/install-packages package
 	scripts/package
 
 clean:
-	rm -rf build build-test build-bench tarnwick_*.deb
+	rm -rf build build-test build-bench build-fuzz tarnwick_*.deb

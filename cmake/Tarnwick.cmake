@@ -19,8 +19,11 @@ if(NOT APPLE) # whose linker does both anyway
 endif()
 if(TARNWICK_SANITIZE)
     target_compile_options(tarnwick_options INTERFACE
-        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -g1)
-    target_link_options(tarnwick_options INTERFACE -fsanitize=address,undefined)
+        -fsanitize=${TARNWICK_SANITIZE} -fno-sanitize-recover=undefined -fno-omit-frame-pointer -g1)
+    target_link_options(tarnwick_options INTERFACE -fsanitize=${TARNWICK_SANITIZE})
+endif()
+if(TARNWICK_FUZZ) # -O1: many inputs a second, and still readable stack traces
+    target_compile_options(tarnwick_options INTERFACE -fsanitize=fuzzer-no-link -O1)
 endif()
 
 # tarnwick_headers(NAME LINK library... [OF library...] HEADERS header...): headers that are parsed once, for every target
