@@ -56,4 +56,4 @@ package: build
 	scripts/package
 
 clean:
-	rm -rf build build-test build-bench build-fuzz tarnwick_*.deb
+	rm -rf build build-test build-bench build-fuzz build-thread tarnwick_*.deb
