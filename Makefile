@@ -1,6 +1,6 @@
 # The commands of this project; each installs what it needs first. See README.md.
 
-.PHONY: run demo build test lint bench bench-build screenshots desktops fuzz package clean
+.PHONY: run demo build test lint bench bench-build screenshots desktops fuzz torture package clean
 
 # While it compiles: how much of it is done, and since when.
 export NINJA_STATUS = [%p, %e s] 
@@ -50,6 +50,14 @@ fuzz:
 	@scripts/install-packages build fuzz
 	@scripts/compile fuzz
 	scripts/fuzz $(SECONDS)
+
+torture:
+	@scripts/install-packages build test torture
+	@scripts/compile bench --target tarnwick tarnwick_views_module torture
+	@scripts/compile test --target tst_twoprocesses
+	scripts/torture build-bench/tarnwick build-bench/tools
+	build-test/tests/store/tst_twoprocesses 60
+	scripts/thread-sanitizer
 
 package: build
 	@scripts/install-packages package
