@@ -34,6 +34,9 @@ struct Trouble {
 CaseResult killedWhileItSaves(const Trouble& trouble);
 CaseResult killedWhileItQuits(const Trouble& trouble);
 CaseResult killedDuringADrag(const Trouble& trouble);
+CaseResult fullDisk(const Trouble& trouble);
+CaseResult readOnlyFolder(const Trouble& trouble);
+CaseResult failingCalls(const Trouble& trouble);
 CaseResult brokenFleet(const Trouble& trouble);
 CaseResult lostBusAndTray(const Trouble& trouble);
 CaseResult changedClock(const Trouble& trouble);
