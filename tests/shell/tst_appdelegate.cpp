@@ -141,6 +141,22 @@ private Q_SLOTS:
         QVERIFY2(item_->contents.size() < 20, qPrintable(QString::number(item_->contents.size())));
     }
 
+    void labelFollowsSettingsListAndTime() {
+        launch();
+        const auto title = [this] {
+            return item_->contents.last().title;
+        };
+        delegate_->store()->editSettings([](AppSettings& settings) {
+            settings.pinnedMenuBarItems = {MenuBarItem::cpuUsage, MenuBarItem::serverStatus};
+        });
+        QTRY_COMPARE(title(), u" CPU 12% • ALL OFF"_s);
+        delegate_->store()->setServers({});
+        QTRY_COMPARE(title(), u" CPU 12% • 0"_s);
+        sample_->setCpu(100);
+        sample_->letTimePass();
+        QTRY_COMPARE(title(), u" CPU 100% • 0"_s); // each second
+    }
+
     /// Hosts that refuse answer within milliseconds. A load measured over one of those is 0 % or 100 %.
     void figuresStandStillWhileResultsArrive() {
         launch([](AppSettings& settings) { settings.pinnedMenuBarItems = pins(PinPreset::Resources); });

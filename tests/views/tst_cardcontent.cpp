@@ -211,8 +211,8 @@ private Q_SLOTS:
         QCOMPARE(lines(cardMenu(remote(), {}, macWords) + cardMenu(local, {}, macWords) + pinLines),
                  fixtureLines(u"views/menus.txt"_s));
         QVERIFY(cardMenu(local, {}, macWords).last().isDestructive);
-        QCOMPARE(pinLines.last().pins, pins(PinPreset::Standard));
-        QCOMPARE(pinLines[9].pins, pins(PinPreset::Resources));
+        for (qsizetype preset = 0; const PinPreset its : allPinPresets)
+            QCOMPARE(pinLines[8 + preset++].pins, pins(its));
     }
 
     void endsOfTheFleet() {

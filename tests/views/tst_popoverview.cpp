@@ -233,6 +233,9 @@ private Q_SLOTS:
         QCOMPARE(desk.restarts.size(), 1);
         finish(u"b1"_s, false);
         QTRY_VERIFY(button(0)->isEnabled());
+        desk.click(restart, 1);
+        desk.restarts.clear(); // cancelled
+        QTRY_VERIFY(button(0)->isEnabled());
         QVERIFY(desk.probed.isEmpty());
 
         // A restart outlives the view.
@@ -243,6 +246,25 @@ private Q_SLOTS:
         QCOMPARE(desk.ui.restartingContainerId(), u"a1"_s); // until the refresh has ended, too
         desk.probes[u"a"_s].answer(metricsWith());
         QTRY_VERIFY(!desk.ui.restartingContainerId());
+    }
+
+    void menuCommands() {
+        QList<Server> servers = StoreRig::fleet(u"abc");
+        servers[1].isLocal = true;
+        const QUuid id = servers[1].id;
+        PopoverRig desk(servers);
+        CardActions actions(*desk.store, desk.ui, desk.collaborators);
+        QStringList outcomes;
+        for (const CardMenuEntry& entry : actions.menu(id)) {
+            desk.ui.setShowingMacInfoSheet(false);
+            actions.choose(id, entry);
+            const Server* const server = desk.store->server(id);
+            outcomes += (desk.names() + desk.terminals + desk.probed).join(QString()) +
+                        (desk.ui.showingMacInfoSheet() ? u" sheet"_s : QString()) +
+                        (server && !server->isEnabled ? u" paused"_s : QString());
+        }
+        QCOMPARE(outcomes, (QStringList{u"abc sheet"_s, u"abc"_s, u"abc"_s, u"bac"_s, u"abc"_s, u"abc"_s, u"abcb"_s,
+                                        u"abcbb"_s, u"abcbb paused"_s, u"abcbb paused"_s, u"acbb"_s}));
     }
 
     void pinSubmenu() {
