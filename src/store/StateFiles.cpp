@@ -4,6 +4,8 @@
 #include "PrivateFolder.h"
 
 #include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QFileInfo>
 #include <QLockFile>
 
 #include <chrono>
@@ -22,7 +24,16 @@ namespace {
 void acquire(QLockFile& lock) {
     const QDeadlineTimer deadline(45s);
     constexpr int tryMilliseconds = 20; // QLockFile itself would try more and more rarely
+    QElapsedTimer emptyFor;
     while (!lock.tryLock(tryMilliseconds) && lock.error() == QLockFile::LockFailedError && !deadline.hasExpired()) {
+        // One that says nothing of its owner is left by a process that was killed as it locked: QLockFile would keep
+        // it for its 30 s, longer than a program that ends can wait.
+        if (QFileInfo(lock.fileName()).size() > 0)
+            emptyFor.invalidate();
+        else if (!emptyFor.isValid())
+            emptyFor.start();
+        else if (emptyFor.hasExpired(500))
+            lock.removeStaleLockFile();
     }
 }
 

@@ -5,6 +5,7 @@
 #include "ServerStore.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QPromise>
 #include <QTemporaryDir>
 
@@ -137,8 +138,10 @@ public:
     }
 
     void finishSaving() const {
-        if (store && !store->finishSaving())
-            qFatal("the store does not save");
+        const QDeadlineTimer deadline(60'000); // the store itself gives up early, and disks may be slow
+        while (store && !store->finishSaving())
+            if (deadline.hasExpired())
+                qFatal("the store does not save");
     }
 
     [[nodiscard]] QStringList files() const {

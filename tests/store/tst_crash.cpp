@@ -31,6 +31,7 @@ private Q_SLOTS:
         StoreRig rig;
         for (int round = 0; round < 25; ++round) {
             QProcess child;
+            child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
             child.start(QCoreApplication::applicationFilePath(), {u"save"_s, rig.folder});
             QVERIFY(child.waitForReadyRead(20'000));
             QElapsedTimer time; // each round kills it a little later

@@ -1,5 +1,6 @@
 #include "StoreRig.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QLockFile>
 #include <QSignalSpy>
@@ -13,6 +14,7 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace tarnwick;
 
 class StoredFilesTest : public QObject {
@@ -243,6 +245,16 @@ private Q_SLOTS:
         QVERIFY(time.elapsed() < StateSaver::patience.count());
         others.unlock();
         QTRY_COMPARE(rig.storedFleet().size(), 3);
+    }
+
+    void aLockThatNamesNobodyIsBroken() {
+        StoreRig rig(u"A");
+        rig.finishSaving();
+        rig.write(u"lock"_s, "");
+        const QDeadlineTimer unbroken(20s); // it would hold for 30 s
+        rig.store->addServer(StoreRig::server(u"B"_s));
+        QCOMPARE(rig.storedFleet(), rig.store->servers());
+        QVERIFY(!unbroken.hasExpired());
     }
 
     void standardFolder() {
