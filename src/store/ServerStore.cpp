@@ -53,6 +53,7 @@ ServerStore::ServerStore(StoreCollaborators collaborators, QObject* parent)
 
     StoredState stored = saver_.load(); // nothing can be shown before this
     servers_ = std::move(stored.servers);
+    trends_.follow(servers_);
     settings_ = stored.settings;
     setupTimer();
     if (role_ == Role::leader)
@@ -139,7 +140,11 @@ const Server* ServerStore::server(const QUuid& id) const {
 }
 
 void ServerStore::setServers(QList<Server> servers) {
-    publish([&] { servers_ = std::move(servers); }, &ServerStore::serversChanged);
+    const auto replace = [&] {
+        servers_ = std::move(servers);
+        trends_.follow(servers_);
+    };
+    publish(replace, &ServerStore::serversChanged);
 }
 
 void ServerStore::editSettings(const std::function<void(AppSettings&)>& change, Saving saving) {
@@ -170,8 +175,12 @@ void ServerStore::removeServer(const QUuid& id) {
     const auto hasId = [id](const Server& server) {
         return server.id == id;
     };
+    const auto remove = [&] {
+        servers_.removeIf(hasId);
+        trends_.follow(servers_);
+    };
     if (std::ranges::any_of(servers_, hasId))
-        publish([&] { servers_.removeIf(hasId); }, &ServerStore::serversChanged);
+        publish(remove, &ServerStore::serversChanged);
     save();
 }
 
@@ -279,7 +288,11 @@ const Server* ServerStore::apply(const QUuid& id, const ServerMetrics& metrics) 
     if (index < 0 || role_ == Role::follower)
         return nullptr;
     const bool remoteAnswered = !servers_.at(index).isLocal && !metrics.errorMessage;
-    publish([&] { servers_[index].metrics = metrics; }, &ServerStore::serverChanged, id);
+    const auto replace = [&] {
+        servers_[index].metrics = metrics;
+        trends_.note(servers_.at(index));
+    };
+    publish(replace, &ServerStore::serverChanged, id);
     if (remoteAnswered)
         setOffline(false);
     return server(id);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppSettings.h"
+#include "FleetTrends.h"
 #include "Server.h"
 #include "StateSaver.h"
 #include "StoreCollaborators.h"
@@ -45,6 +46,8 @@ public:
     [[nodiscard]] const Server* server(const QUuid& id) const;
     /// The place of that entry in servers(); -1 when there is none.
     [[nodiscard]] qsizetype indexOf(const QUuid& id) const;
+    /// What the server's last two hours were like; null while it has no result. Valid until the next change.
+    [[nodiscard]] const ServerTrend* trend(const QUuid& id) const { return trends_.trend(id); }
 
     /// Replaces the published list (a live reorder). Does not save.
     void setServers(QList<Server> servers);
@@ -117,6 +120,7 @@ private:
 
     StoreCollaborators collaborators_;
     QList<Server> servers_;
+    FleetTrends trends_; ///< of servers_, by the time that they are published
     AppSettings settings_;
     Role role_;
     bool isRefreshing_ = false;

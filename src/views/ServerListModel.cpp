@@ -19,7 +19,8 @@ QVariant ServerListModel::data(const QModelIndex& index, int role) const {
     if (role != ContentRole || !checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const Row& row = rows_[index.row()];
-    return QVariant::fromValue(serverCardContent(row.server, row.state, computer_.words()));
+    return QVariant::fromValue(
+        serverCardContent(row.server, row.state, computer_.words(), store_.trend(row.server.id)));
 }
 
 QHash<int, QByteArray> ServerListModel::roleNames() const {

@@ -178,6 +178,43 @@ private Q_SLOTS:
         }
     }
 
+    void trends() {
+        QCOMPARE(figureTrend(nullptr, TrendFigure::cpu), TrendContent());
+        ServerTrend trend;
+        const auto note = [&trend](int minutes, int cpu) {
+            ServerMetrics metrics = cpu < 0 ? ServerMetrics::offline({}) : healthy();
+            metrics.cpuPercent = cpu;
+            metrics.latencyMs = cpu;
+            const QDateTime noon(QDate(2024, 5, 17), QTime(12, 0));
+            metrics.lastChecked = {static_cast<double>(noon.toSecsSinceEpoch() - 978'307'200 + 60LL * minutes)};
+            trend.note(metrics);
+        };
+        note(0, 20);
+        QCOMPARE(figureTrend(&trend, TrendFigure::cpu), TrendContent()); // nothing to compare
+        QCOMPARE(healthTrend(&trend, QLocale::c()), TrendContent());
+        const std::tuple<int, int, QString, QString, QString> rows[] = {
+            {1, 20, u"20% in the last minute"_s, u"20 ms in the last minute"_s, u"Healthy for the last minute"_s},
+            {5, -1, u"20% in the last 5 minutes"_s, u"20 ms in the last 5 minutes"_s, u"Offline since 12:05:00"_s},
+            {6, 70, u"20 to 70% in the last 6 minutes"_s, u"20 to 70 ms in the last 6 minutes"_s,
+             u"Healthy since 12:06:00|Offline 12:05:00 to 12:06:00"_s},
+            {61, 5, u"5 to 70% in the last hour"_s, u"5 to 70 ms in the last hour"_s,
+             u"Healthy since 13:01:00|Offline 12:05:00 to 12:06:00"_s},
+            {70, 5, u"5 to 70% in the last 1 h 10 min"_s, u"5 to 70 ms in the last 1 h 10 min"_s,
+             u"Healthy since 13:10:00|Offline 12:05:00 to 12:06:00"_s},
+        };
+        for (const auto& [minutes, cpu, percents, latency, health] : rows) {
+            note(minutes, cpu);
+            QCOMPARE(figureTrend(&trend, TrendFigure::cpu).text, percents);
+            QCOMPARE(figureTrend(&trend, TrendFigure::latency).text, latency);
+            QCOMPARE(healthTrend(&trend, QLocale::c()).text.replace(u'\n', u'|'), health);
+        }
+        const QList<QPointF> points = figureTrend(&trend, TrendFigure::cpu).points;
+        QCOMPARE(points.first(), QPointF(0, 0.2));
+        QVERIFY(qIsNaN(points.at(2).y())); // offline: the line breaks
+        QVERIFY(qIsNaN(points.at(4).y())); // as where nobody looked
+        QCOMPARE(points.last(), QPointF(1, 0.05));
+    }
+
     void containerRow() {
         for (const QString& state : {u"Running"_s, u"exited"_s, u"paused"_s, u"created"_s, QString()}) {
             const bool running = state == u"Running";

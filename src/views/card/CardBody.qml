@@ -72,10 +72,19 @@ Column {
         }
     }
     Column {
+        id: bars
+
+        /// The one under the pointer.
+        readonly property MetricBarView pointed: pointer.hovered
+                ? childAt(pointer.point.position.x, pointer.point.position.y) as MetricBarView : null
+
         width: parent.width
         spacing: 8
         bottomPadding: root.content.barCount > 0 && below.visible ? 10 : 0
 
+        HoverHandler {
+            id: pointer
+        }
         Repeater {
             model: root.content.barCount
             delegate: MetricBarView {
@@ -83,6 +92,7 @@ Column {
 
                 width: root.width
                 content: root.content.bar(index)
+                isPointed: bars.pointed === this
             }
         }
     }

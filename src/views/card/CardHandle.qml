@@ -120,7 +120,12 @@ Item {
         onCanceled: root.endDrag()
     }
     HelpTip {
-        text: root.words.drag
+        readonly property bool isAtDot: Math.abs(pointer.mouseX - dot.x - dot.width / 2) < 9
+                                        && root.content.healthTrend.text !== ""
+
+        parent: isAtDot ? dot : root
+        trend: root.content.healthTrend
+        text: isAtDot ? trend.text : root.words.drag
         wanted: pointer.containsMouse && !pointer.pressed
     }
 }

@@ -49,6 +49,14 @@ Item {
         Capsule {
             visible: root.content.latencyText !== ""
             text: root.content.latencyText
+
+            HoverHandler {
+                id: latencyPointer
+            }
+            HelpTip {
+                trend: root.content.latencyTrend
+                wanted: latencyPointer.hovered
+            }
         }
     }
     Row {

@@ -15,8 +15,9 @@ ColorRole::Role fillRole(double percent) {
 }
 } // namespace
 
-MetricBarContent metricBarContent(const QString& label, double percent, const QString& detail) {
-    return {label, detail, std::clamp(percent / 100, 0.0, 1.0), fillRole(percent)};
+MetricBarContent metricBarContent(const QString& label, double percent, const QString& detail,
+                                  const TrendContent& trend) {
+    return {label, detail, std::clamp(percent / 100, 0.0, 1.0), fillRole(percent), trend};
 }
 
 } // namespace tarnwick

@@ -6,12 +6,14 @@ Item {
     id: root
 
     required property metricBarContent content
+    /// Whether it shows its trend.
+    property bool isPointed: false
     property real shownFraction: content.fraction
 
     implicitHeight: 22
     Accessible.role: Accessible.ProgressBar
     Accessible.name: content.label
-    Accessible.description: content.detail
+    Accessible.description: content.trend.text === "" ? content.detail : `${content.detail}, ${content.trend.text}`
 
     Behavior on shownFraction {
         NumberAnimation {
@@ -52,5 +54,9 @@ Item {
             radius: track.radius
             color: Theme.color(root.content.fillRole)
         }
+    }
+    HelpTip {
+        trend: root.content.trend
+        wanted: root.isPointed
     }
 }

@@ -34,10 +34,11 @@ QString usedOfTotal(double used, double total, double percent) {
 }
 
 QList<MetricBarContent> metricBars(const Server& server, const ServerMetrics& metrics, const CardState& state,
-                                   const SystemWords& words) {
+                                   const SystemWords& words, const ServerTrend* trend) {
     constexpr double mebibytesPerGibibyte = 1024;
     QList<MetricBarContent> bars;
-    bars += metricBarContent(u"CPU"_s, metrics.cpuPercent, fixedPoint(metrics.cpuPercent, 1) + u'%');
+    bars += metricBarContent(u"CPU"_s, metrics.cpuPercent, fixedPoint(metrics.cpuPercent, 1) + u'%',
+                             figureTrend(trend, TrendFigure::cpu));
     // The local probe prints 0 for a computer that has no such figure.
     if (server.isLocal ? state.gpuPercent : metrics.gpuPercent) {
         const double gpu = metrics.gpuPercent.value_or(state.gpuPercent.value_or(0));
@@ -46,9 +47,11 @@ QList<MetricBarContent> metricBars(const Server& server, const ServerMetrics& me
     const double memory = metrics.memoryPercent();
     bars += metricBarContent(
         u"RAM"_s, memory,
-        usedOfTotal(metrics.memoryUsedMB / mebibytesPerGibibyte, metrics.memoryTotalMB / mebibytesPerGibibyte, memory));
+        usedOfTotal(metrics.memoryUsedMB / mebibytesPerGibibyte, metrics.memoryTotalMB / mebibytesPerGibibyte, memory),
+        figureTrend(trend, TrendFigure::memory));
     const double disk = metrics.diskPercent();
-    bars += metricBarContent(u"DISK"_s, disk, usedOfTotal(metrics.diskUsedGB, metrics.diskTotalGB, disk));
+    bars += metricBarContent(u"DISK"_s, disk, usedOfTotal(metrics.diskUsedGB, metrics.diskTotalGB, disk),
+                             figureTrend(trend, TrendFigure::disk));
     if (server.isLocal && state.avgSoc > 0) {
         bars += metricBarContent(u"TEMP"_s, std::min(state.avgSoc, 100.0),
                                  fixedPoint(state.avgSoc, 1) + u"\u00b0C"_s + words.figureOrigin.toString());
@@ -92,7 +95,8 @@ QString statusWord(const Server& server) {
     return rawValue(server.metrics ? server.metrics->status() : ServerHealthStatus::checking);
 }
 
-ServerCardContent serverCardContent(const Server& server, const CardState& state, const SystemWords& words) {
+ServerCardContent serverCardContent(const Server& server, const CardState& state, const SystemWords& words,
+                                    const ServerTrend* trend) {
     ServerCardContent card;
     fillHeader(card, server, state);
     card.statusWord = statusWord(server);
@@ -107,6 +111,7 @@ ServerCardContent serverCardContent(const Server& server, const CardState& state
     }
     const ServerMetrics& metrics = *server.metrics;
     card.dotRole = statusRole(metrics.status());
+    card.healthTrend = healthTrend(trend, QLocale::system());
     if (metrics.errorMessage) {
         card.hasFailed = true;
         card.errorText = displayText(*metrics.errorMessage);
@@ -114,7 +119,8 @@ ServerCardContent serverCardContent(const Server& server, const CardState& state
         return card;
     }
     card.latencyText = QString::number(metrics.latencyMs) + u" ms"_s;
-    card.bars = metricBars(server, metrics, state, words);
+    card.latencyTrend = figureTrend(trend, TrendFigure::latency);
+    card.bars = metricBars(server, metrics, state, words, trend);
     fillContainers(card, metrics.containers, state);
     card.hasHardwareRow = server.isLocal;
     return card;

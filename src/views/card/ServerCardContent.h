@@ -5,6 +5,7 @@
 #include "Server.h"
 #include "SystemWords.h"
 #include "controls/ColorRole.h"
+#include "controls/TrendContent.h"
 
 #include <QList>
 #include <QString>
@@ -34,10 +35,12 @@ struct ServerCardContent {
     Q_PROPERTY(QString address MEMBER address)
     Q_PROPERTY(QString statusWord MEMBER statusWord)
     Q_PROPERTY(tarnwick::ColorRole::Role dotRole MEMBER dotRole)
+    Q_PROPERTY(tarnwick::TrendContent healthTrend MEMBER healthTrend)
     Q_PROPERTY(bool isEnabled MEMBER isEnabled)
     Q_PROPERTY(bool isLocal MEMBER isLocal)
     Q_PROPERTY(QString temperatureText MEMBER temperatureText)
     Q_PROPERTY(QString latencyText MEMBER latencyText)
+    Q_PROPERTY(tarnwick::TrendContent latencyTrend MEMBER latencyTrend)
     Q_PROPERTY(QString pauseSymbol MEMBER pauseSymbol)
     Q_PROPERTY(QString pauseHelp MEMBER pauseHelp)
     Q_PROPERTY(tarnwick::ColorRole::Role pauseRole MEMBER pauseRole)
@@ -60,25 +63,27 @@ public:
     QString name;
     QString address;
     QString statusWord; ///< for screen readers
-    ColorRole::Role dotRole = ColorRole::Role::Gray;
-    bool isEnabled = true;
-    bool isLocal = false;
+    TrendContent healthTrend;
     QString temperatureText;
     QString latencyText;
+    TrendContent latencyTrend;
     QString pauseSymbol;
     QString pauseHelp;
-    ColorRole::Role pauseRole = ColorRole::Role::Secondary;
     QString notice; ///< in place of the metrics: paused, or checking
-    bool isChecking = false;
-    bool hasFailed = false;
     QString errorText;
     QString errorAdvice; ///< what to do about it
     QList<MetricBarContent> bars;
-    bool isExpanded = false; ///< the container list is open; never without containers
     QString containersText;
     QString expandText;
     QString expandSymbol;
     QList<ContainerRowContent> containers;
+    ColorRole::Role dotRole = ColorRole::Role::Gray;
+    ColorRole::Role pauseRole = ColorRole::Role::Secondary;
+    bool isEnabled = true;
+    bool isLocal = false;
+    bool isChecking = false;
+    bool hasFailed = false;
+    bool isExpanded = false; ///< the container list is open; never without containers
     bool hasHardwareRow = false;
     bool isDragged = false;
 
@@ -89,7 +94,8 @@ public:
 
 /// The dot's meaning: "paused", "checking", or the health verdict's own word.
 [[nodiscard]] QString statusWord(const Server& server);
+/// `trend` may be null: then the card has no charts.
 [[nodiscard]] ServerCardContent serverCardContent(const Server& server, const CardState& state,
-                                                  const SystemWords& words);
+                                                  const SystemWords& words, const ServerTrend* trend = nullptr);
 
 } // namespace tarnwick

@@ -35,7 +35,7 @@ Item {
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.name: content.name
-    Accessible.description: content.statusWord
+    Accessible.description: content.healthTrend.text || content.statusWord
     Keys.onMenuPressed: openMenu(Qt.point(24, 40))
     Keys.onPressed: event => {
         if (event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier) {

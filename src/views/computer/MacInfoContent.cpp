@@ -61,6 +61,15 @@ QList<MacSensorRow> sensorRows(const QList<MacThermalSensor>& sensors, const Sys
     return rows;
 }
 
+MacTileGroup charted(MacTileGroup group, const ServerTrend* trend) {
+    for (MacTile& tile : group.tiles)
+        if (tile.item == MenuBarItem::cpuUsage)
+            tile.trend = figureTrend(trend, TrendFigure::cpu);
+        else if (tile.item == MenuBarItem::ramUsage)
+            tile.trend = figureTrend(trend, TrendFigure::memory);
+    return group;
+}
+
 } // namespace
 
 QString machineHeading(const MacHardwareInfo& info) {
@@ -72,14 +81,14 @@ QString machineIdentity(const MacHardwareInfo& info) {
 }
 
 MacInfoContent macInfoContent(const MacHardwareInfo& info, const MenuBarItemSet& pinned, bool showingAllSensors,
-                              const SystemWords& words) {
+                              const SystemWords& words, const ServerTrend* trend) {
     return {.heading = machineHeading(info),
             .identity = machineIdentity(info),
             .guide = u"Click any metric to pin/unpin it on your %1:"_s.arg(words.bar),
             .chip = info.chip,
             .thermalState = info.thermalState,
             .thermalRole = MetricScale::temperatureRole(presentReading(info.avgSocTemp)),
-            .loads = pinnable(loadTiles(info, wording, words), pinned, words),
+            .loads = pinnable(charted(loadTiles(info, wording, words), trend), pinned, words),
             .thermals = pinnable(thermalTiles(info, wording, words), pinned, words),
             .fleet = fleetRow(pinned, words),
             .facts = facts(info, words),

@@ -111,8 +111,10 @@ public:
     friend bool operator==(const MacInfoContent&, const MacInfoContent&) = default;
 };
 
+/// `trend` is this computer's as a server of the fleet; null: the tiles have no charts.
 [[nodiscard]] MacInfoContent macInfoContent(const MacHardwareInfo& info, const MenuBarItemSet& pinned,
-                                            bool showingAllSensors, const SystemWords& words);
+                                            bool showingAllSensors, const SystemWords& words,
+                                            const ServerTrend* trend = nullptr);
 
 /// "Mac mini (Apple M2 Pro)"
 [[nodiscard]] QString machineHeading(const MacHardwareInfo& info);

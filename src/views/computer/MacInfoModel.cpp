@@ -1,5 +1,7 @@
 #include "MacInfoModel.h"
 
+#include <algorithm>
+
 namespace tarnwick {
 
 MacInfoModel::MacInfoModel(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators, QObject* parent)
@@ -23,8 +25,10 @@ void MacInfoModel::toggleSensors() {
 
 void MacInfoModel::update() {
     const MacHardwareInfo info = ui_.macInfo() ? *ui_.macInfo() : computer_.info();
+    const auto self = std::ranges::find_if(store_.servers(), &Server::isLocal);
+    const ServerTrend* trend = self == store_.servers().cend() ? nullptr : store_.trend(self->id);
     MacInfoContent content =
-        macInfoContent(info, store_.settings().pinnedMenuBarItems, ui_.showingAllSensors(), computer_.words());
+        macInfoContent(info, store_.settings().pinnedMenuBarItems, ui_.showingAllSensors(), computer_.words(), trend);
     if (content == content_)
         return;
     content_ = std::move(content);

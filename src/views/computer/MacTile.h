@@ -4,6 +4,7 @@
 #include "MenuBarItem.h"
 #include "SystemWords.h"
 #include "controls/ColorRole.h"
+#include "controls/TrendContent.h"
 
 #include <QList>
 #include <QString>
@@ -26,6 +27,7 @@ struct MacTile {
     Q_PROPERTY(QString hint MEMBER hint)
     Q_PROPERTY(bool isPinned MEMBER isPinned)
     Q_PROPERTY(QString spoken READ spoken)
+    Q_PROPERTY(tarnwick::TrendContent trend MEMBER trend)
 
 public:
     QString title;
@@ -36,9 +38,13 @@ public:
     QString help = {};
     QString hint = {}; ///< empty on a pinned tile
     bool isPinned = false;
+    TrendContent trend = {}; ///< of the last two hours, where that is kept
 
     /// What a screen reader says after the title.
-    [[nodiscard]] QString spoken() const { return value + QStringLiteral(", ") + subtitle; }
+    [[nodiscard]] QString spoken() const {
+        return value + QStringLiteral(", ") + subtitle + (trend.text.isEmpty() ? QString() : QStringLiteral(", ")) +
+               trend.text;
+    }
 
     friend bool operator==(const MacTile&, const MacTile&) = default;
 };

@@ -20,6 +20,15 @@ Pressable {
     Accessible.checked: tile.isPinned
 
     contentItem: Item {
+        Sparkline {
+            y: 12
+            width: parent.width
+            height: 44
+            visible: root.tile.trend.text !== ""
+            opacity: 0.3
+            trend: root.tile.trend
+            color: Theme.figureColor(root.tile.role)
+        }
         MetricLines {
             x: 10
             y: 9

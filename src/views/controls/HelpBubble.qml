@@ -2,11 +2,11 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick
 
-/// A help text in a bubble below this item, or above it where there is no room.
+/// A help text in a bubble below this item, or above it where there is no room; a chart over it where there is one.
 Item {
     id: root
 
-    required property string text
+    required property HelpTip tip
 
     T.ToolTip {
         parent: root
@@ -14,15 +14,31 @@ Item {
         delay: 600
         margins: 6
         horizontalPadding: 8
-        verticalPadding: 4
+        verticalPadding: chart.visible ? 8 : 4
         implicitWidth: Math.min(implicitContentWidth + leftPadding + rightPadding, 340)
         implicitHeight: implicitContentHeight + topPadding + bottomPadding
         x: (root.width - width) / 2
         y: root.height + 4
         closePolicy: T.Popup.NoAutoClose
 
-        contentItem: PlainText {
-            text: root.text
+        contentItem: Column {
+            spacing: 6
+
+            Sparkline {
+                id: chart
+
+                visible: root.tip.trend.text !== "" && root.tip.trend.text === root.tip.text
+                width: 200
+                height: root.tip.trend.isStepped ? 20 : 40
+                trend: root.tip.trend
+                color: Theme.blue
+                barColors: [Theme.green, Theme.orange, Theme.red, Theme.red]
+            }
+            PlainText {
+                width: Math.min(implicitWidth, 324)
+                text: root.tip.text
+                maximumLineCount: 6
+            }
         }
         background: Rectangle {
             radius: Theme.radiusControl

@@ -1,21 +1,21 @@
 import QtQuick
+import Tarnwick
 
-/// The help text of a control; exists only while it is wanted.
+/// The help text of a control, or the trend of a figure; exists only while it is wanted.
 Loader {
     id: root
 
-    required property string text
+    property trendContent trend
+    property string text: trend.text
     property bool wanted: false
-
-    function follow() {
-        if (wanted && text !== "")
-            setSource("HelpBubble.qml", { "text": text });
-        else
-            source = "";
-    }
+    readonly property bool isShown: wanted && text !== ""
 
     width: parent?.width ?? 0
     height: parent?.height ?? 0
-    onWantedChanged: follow()
-    onTextChanged: if (wanted) follow()
+    onIsShownChanged: {
+        if (isShown)
+            setSource("HelpBubble.qml", { "tip": root });
+        else
+            source = "";
+    }
 }
