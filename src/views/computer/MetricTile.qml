@@ -25,7 +25,7 @@ Pressable {
             width: parent.width
             height: 44
             visible: root.tile.trend.text !== ""
-            opacity: 0.3
+            opacity: 0.22
             trend: root.tile.trend
             color: Theme.figureColor(root.tile.role)
         }
