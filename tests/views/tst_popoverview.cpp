@@ -211,6 +211,31 @@ private Q_SLOTS:
         QTRY_VERIFY(!desk.item(u"same"_s));
     }
 
+    void rowsOfManyContainersExistWhereTheyAreSeen() {
+        QList<Server> servers = StoreRig::fleet(u"ab");
+        QList<ContainerInfo> containers;
+        for (int number = 0; number < 300; ++number)
+            containers += container(u"c%1"_s.arg(number), u"exited"_s);
+        servers[0].metrics = metricsWith(containers);
+        PopoverRig desk(servers);
+        desk.ui.setExpandedServers({servers[0].id});
+        const QString restart = u"Restart container"_s;
+        QTRY_VERIFY(desk.item(u"c5"_s));
+        QVERIFY2(desk.items(restart).size() < 40, qPrintable(QString::number(desk.items(restart).size())));
+        auto* const list = desk.view->rootObject()->findChild<QQuickItem*>(u"serverList"_s);
+        QTRY_VERIFY(list->property("contentHeight").toReal() > 300 * 44); // it has unfolded
+        list->setProperty("contentY", list->property("contentY").toReal() + 150 * 44);
+        QTRY_VERIFY(desk.item(u"c150"_s));
+        QVERIFY(!desk.item(u"c0"_s) && desk.items(restart).size() < 40);
+        QTRY_COMPARE(qRound(desk.item(u"c150"_s)->mapToItem(desk.item(u"c151"_s), {}).y()), -44);
+        const auto sees = [&](const QString& name) {
+            list->setProperty("contentY", list->property("contentY").toReal() + 200);
+            return desk.item(name) != nullptr;
+        };
+        QTRY_VERIFY(sees(u"c299"_s) && desk.item(u"b"_s));
+        QTRY_VERIFY(desk.item(u"c299"_s)->mapToScene({}).y() + 38 < desk.item(u"b"_s)->mapToScene({}).y());
+    }
+
     void oneRestartAtATime() {
         QList<Server> servers = StoreRig::fleet(u"ab");
         for (Server& server : servers)

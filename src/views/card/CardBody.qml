@@ -9,6 +9,9 @@ Column {
 
     required property serverCardContent content
     required property CardActions actions
+    /// The part of this item that the list of cards shows.
+    required property real shownTop
+    required property real shownHeight
     /// Space below the body; none below rows to press, which reach down to the card's edge.
     readonly property real bottomRoom: below.visible ? 0 : 12
     /// While the list of containers opens or closes, this changes its height by itself.
@@ -110,6 +113,8 @@ Column {
                 width: root.width
                 content: root.content
                 actions: root.actions
+                shownTop: root.shownTop - below.y - y
+                shownHeight: root.shownHeight
             }
         }
         Repeater {

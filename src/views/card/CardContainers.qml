@@ -9,6 +9,9 @@ Column {
 
     required property serverCardContent content
     required property CardActions actions
+    /// The part of this item that the list of cards shows.
+    required property real shownTop
+    required property real shownHeight
     /// 0 folded, 1 open.
     property real opened: content.isExpanded ? 1 : 0
     readonly property bool isFolding: opened > 0 && opened < 1
@@ -37,6 +40,8 @@ Column {
     Repeater {
         model: root.opened > 0 ? 1 : 0
         delegate: Item {
+            id: fold
+
             width: root.width
             height: Math.round(list.height * root.opened)
             opacity: root.opened
@@ -46,10 +51,10 @@ Column {
                 id: list
 
                 width: parent.width
-                topPadding: 4
-                bottomPadding: 12
                 card: root.content
                 actions: root.actions
+                shownTop: root.shownTop - fold.y
+                shownHeight: root.shownHeight
             }
         }
     }

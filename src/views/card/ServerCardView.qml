@@ -20,6 +20,7 @@ Item {
         popup.open();
     }
 
+    readonly property Flickable list: ListView.view
     readonly property real naturalHeight: body.y + body.height + body.bottomRoom
     property real shownHeight: naturalHeight
 
@@ -76,6 +77,8 @@ Item {
             width: parent.width - 24
             content: root.content
             actions: root.actions
+            shownTop: root.list ? root.list.contentY - root.y - body.y : 0
+            shownHeight: root.list?.height ?? Infinity
         }
     }
 
