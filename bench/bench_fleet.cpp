@@ -1,6 +1,7 @@
-// The whole monitor, headless: a thousand hosts at once, and an hour's worth of cycles.
+// The whole monitor, headless: hundreds of hosts, and an hour's worth of cycles.
 //
-//   bench_fleet thousand   1,000 enabled hosts in one cycle: file descriptors, and the main thread's worst lateness
+//   bench_fleet pace N     N hosts in one cycle: who answers, how soon beside xargs, the main thread's worst lateness
+//   bench_fleet hanging    how much a hundred hosts that hang delay 200 others
 //   bench_fleet hour       120 cycles of 10 hosts, fast-forwarded: resident memory, and whether it grows
 //   bench_fleet large      a fleet of 1,000 hosts of 20 containers: resident memory
 
@@ -11,7 +12,9 @@
 #include "ProcessRunner.h"
 #include "ReadyFuture.h"
 #include "RealComputer.h"
+#include "SSHMetricsCollector.h"
 #include "ServerStore.h"
+#include "Xargs.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -31,7 +34,7 @@ public:
     StatusItemContent shown;
 };
 
-/// The worst lateness of a 1 ms timer while this object lives. A thousand clients keep every processor busy, so a part
+/// The worst lateness of a 1 ms timer while this object lives. Many clients keep every processor busy, so a part
 /// of it is time in which the thread was ready and waited for a processor. The rest is ours: the thread was busy or
 /// blocked.
 class LatenessMeter : public QObject {
@@ -105,38 +108,79 @@ void waitForCycle(ServerStore& store) {
     QObject::disconnect(connection);
 }
 
-int failures(const ServerStore& store) {
-    return static_cast<int>(std::count_if(
-        store.servers().cbegin(), store.servers().cend(),
-        [](const Server& server) { return server.metrics && server.metrics->errorMessage; }));
+/// One cycle of a fleet on these hosts, from its start.
+struct CycleFigures {
+    double elapsed = 0; ///< ms, until the last of the hosts that were to answer has
+    qsizetype answers = 0;
+    double late = 0;     ///< ms, the worst lateness of the main thread's timer
+    double lateOurs = 0; ///< ms, without the time in which it waited for a processor
+    QStringList reasons; ///< why others did not answer
+};
+
+CycleFigures cycleOf(const QList<SSHConfigHost>& hosts, qsizetype toAnswer) {
+    const QTemporaryDir folder;
+    AppDelegate delegate(surroundings(folder.path(), hosts));
+    CycleFigures result;
+    delegate.applicationDidFinishLaunching();
+    ServerStore& store = *delegate.store();
+    const double start = figures::wallMilliseconds();
+    LatenessMeter meter;
+    QObject::connect(&store, &ServerStore::serverChanged, &meter, [&](const QUuid& id) {
+        const Server& server = *store.server(id);
+        if (server.isLocal)
+            return;
+        if (server.metrics->errorMessage)
+            result.reasons += *server.metrics->errorMessage;
+        else if (++result.answers == toAnswer)
+            result.elapsed = figures::wallMilliseconds() - start;
+    });
+    QObject::connect(&store, &ServerStore::lastRefreshedAllChanged, &meter,
+                     [&] { // the save comes next, and is not measured
+                         result.late = meter.worst;
+                         result.lateOurs = meter.worstOurs;
+                     });
+    waitForCycle(store);
+    return result;
 }
 
-int thousand(const OpenSshServer& host) {
-    const QTemporaryDir folder;
-    AppDelegate delegate(surroundings(folder.path(), hostsOn(host, 1000)));
-    LatenessMeter meter;
-    double worst = 0;
-    double worstOurs = 0;
-    delegate.applicationDidFinishLaunching();
-    QObject::connect(delegate.store(), &ServerStore::lastRefreshedAllChanged, &meter,
-                     [&] { // the save comes next, and is not measured
-                         worst = meter.worst;
-                         worstOurs = meter.worstOurs;
-                     });
-    waitForCycle(*delegate.store());
-    int withoutDescriptor = 0;
-    for (const Server& server : delegate.store()->servers()) {
-        const QString error = server.metrics ? server.metrics->errorMessage.value_or(QString()) : QString();
-        if (error.contains(QStringLiteral("open files")) || error.startsWith(QStringLiteral("Cannot start")))
-            ++withoutDescriptor;
-    }
-    figures::report("1,000 hosts at once: probes without a file descriptor", withoutDescriptor, "", 0,
-                    QStringLiteral("(%1 of %2 probes failed for any reason)")
-                        .arg(failures(*delegate.store()))
-                        .arg(delegate.store()->servers().size()));
+/// A fleet of many, whose hosts are on this computer: it cannot carry as many clients at once as there are hosts.
+int pace(const OpenSshServer& host, int count) {
+    const QList<SSHConfigHost> hosts = hostsOn(host, count);
+    const UnderXargs xargs(SSHMetricsCollector::remoteProbeRequest(SSHConfigParser::newServer(hosts.first())), count,
+                           64);
+    const CycleFigures cycle = cycleOf(hosts, count);
+    const QByteArray fleet = QByteArray::number(count) + " hosts: ";
+    figures::report(fleet + "without an answer", static_cast<double>(count - cycle.answers), "", 0,
+                    QStringLiteral("(under xargs %1) %2").arg(count - xargs.answers).arg(cycle.reasons.value(0)));
     figures::report(
-        "1,000 hosts at once: main thread busy or blocked, worst", worstOurs, "ms", 16,
-        QStringLiteral("(1 ms timer's worst lateness, waiting for a processor included: %1 ms)").arg(worst, 0, 'f', 1));
+        fleet + "wall time, share of xargs -P 64", cycle.elapsed / xargs.elapsed, "x", 1.05,
+        QStringLiteral("(%1 s, xargs %2 s)").arg(cycle.elapsed / 1000, 0, 'f', 1).arg(xargs.elapsed / 1000, 0, 'f', 1));
+    figures::report(fleet + "lateness of a timer such as the label's, worst", cycle.late, "ms", 50);
+    figures::report(fleet + "main thread busy or blocked, worst", cycle.lateOurs, "ms", 16);
+    return figures::exitStatus();
+}
+
+/// Every third of the fleet hangs.
+int hanging(const OpenSshServer& host) {
+    OpenSshServer stuck;
+    if (const QString problem = stuck.start(u"exec sleep 40"); !problem.isEmpty()) {
+        std::fprintf(stderr, "%s\n", qPrintable(problem));
+        return 2;
+    }
+    constexpr int well = 200;
+    const QList<SSHConfigHost> hosts = hostsOn(host, well);
+    QList<SSHConfigHost> mixed = hosts;
+    for (int place = 2; place <= mixed.size(); place += 3)
+        mixed.insert(place, hostsOn(stuck, 1).first());
+    const CycleFigures alone = cycleOf(hosts, well);
+    const CycleFigures beside = cycleOf(mixed, well);
+    figures::report("200 hosts beside 100 that hang: without an answer", static_cast<double>(well - beside.answers), "",
+                    0);
+    figures::report("200 hosts beside 100 that hang: time, share of 200 alone", beside.elapsed / alone.elapsed, "x",
+                    1.1,
+                    QStringLiteral("(%1 s, alone %2 s)")
+                        .arg(beside.elapsed / 1000, 0, 'f', 1)
+                        .arg(alone.elapsed / 1000, 0, 'f', 1));
     return figures::exitStatus();
 }
 
@@ -168,7 +212,7 @@ int large() {
     fleet.store.sshHosts = [] {
         return QList<SSHConfigHost>(1000);
     };
-    fleet.store.collect = [](const Server& server) {
+    fleet.store.collect = [](const Server& server, ProcessRequest::Launch) {
         const QByteArray host = uuidString(server.id).left(8).toLatin1();
         QByteArray line = "{\"cpu\":12,\"mem_used\":512,\"mem_total\":2048,\"disk_used\":10.0,\"disk_total\":40.0,"
                           "\"load\":0.50,\"uptime\":\"14\",\"containers\":[";
@@ -210,10 +254,12 @@ int main(int argc, char* argv[]) {
         return 2;
     }
     host.yieldProcessor();
-    if (what == u"thousand")
-        return thousand(host);
+    if (what == u"pace")
+        return pace(host, QCoreApplication::arguments().value(2).toInt());
+    if (what == u"hanging")
+        return hanging(host);
     if (what == u"hour")
         return hour(host);
-    std::fprintf(stderr, "bench_fleet thousand | hour | large\n");
+    std::fprintf(stderr, "bench_fleet pace N | hanging | hour | large\n");
     return 2;
 }

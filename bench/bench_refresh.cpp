@@ -5,10 +5,10 @@
 #include "ProcessRunner.h"
 #include "RealComputer.h"
 #include "SSHMetricsCollector.h"
+#include "Xargs.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QProcess>
 
 #include <algorithm>
 #include <vector>
@@ -31,7 +31,7 @@ double refresh(const QList<Server>& servers) {
     const double start = figures::wallMilliseconds();
     QList<QFuture<ServerMetrics>> probes;
     for (const Server& server : servers)
-        probes.append(SSHMetricsCollector::collect(server, here.computer));
+        probes.append(SSHMetricsCollector::collect(server, here.computer, ProcessRequest::Launch::paced));
     QEventLoop loop;
     QtFuture::whenAll(probes.begin(), probes.end()).then(&loop, [&loop](const auto&) { loop.quit(); });
     loop.exec();
@@ -43,25 +43,6 @@ double refresh(const QList<Server>& servers) {
         }
     }
     return elapsed;
-}
-
-/// Wall time in ms of the same command lines under xargs; its input has NUL between the arguments.
-double underXargs(const ProcessRequest& request) {
-    QProcess xargs;
-    xargs.setStandardOutputFile(QProcess::nullDevice());
-    QByteArray input;
-    for (int i = 0; i < hosts; ++i)
-        for (const QString& argument : request.arguments)
-            input += argument.toUtf8() + '\0';
-    const double start = figures::wallMilliseconds();
-    xargs.start(QStringLiteral("xargs"),
-                {QStringLiteral("-0"), QStringLiteral("-P"), QString::number(hosts), QStringLiteral("-n"),
-                 QString::number(request.arguments.size()), request.executable});
-    xargs.write(input);
-    xargs.closeWriteChannel();
-    if (!xargs.waitForFinished(60'000) || xargs.exitCode() != 0)
-        return -1;
-    return figures::wallMilliseconds() - start;
 }
 
 } // namespace
@@ -94,8 +75,9 @@ int main(int argc, char* argv[]) {
         const double before = figures::cpuMilliseconds();
         ours.push_back(refresh(servers));
         cpu += figures::cpuMilliseconds() - before;
-        theirs.push_back(underXargs(SSHMetricsCollector::remoteProbeRequest(server)));
-        if (ours.back() < 0 || theirs.back() < 0)
+        const UnderXargs xargs(SSHMetricsCollector::remoteProbeRequest(server), hosts, hosts);
+        theirs.push_back(xargs.elapsed);
+        if (ours.back() < 0 || xargs.elapsed < 0 || xargs.answers < hosts)
             return 2;
     }
     figures::report("refresh of 50 hosts, wall time, share of xargs -P 50", median(ours) / median(theirs), "x", 1.10,

@@ -114,26 +114,25 @@ QFuture<ServerMetrics> readInBackground(QFuture<ProcessOutcome> running, const R
     return promise->future();
 }
 
-/// One probe, which deletes itself when it has ended: with what it was told, or at its limit. What comes later is
-/// dropped.
+/// One probe, which deletes itself when it has ended: with what it was told, or a local one at its limit. What comes
+/// later is dropped.
 class Probe : public QObject {
 public:
-    Probe() : QObject(QCoreApplication::instance()) {
-        promise_.start();
+    Probe() : QObject(QCoreApplication::instance()) { promise_.start(); }
+
+    [[nodiscard]] QFuture<ServerMetrics> remote(const Server& server, ProcessRequest::Launch launch) {
+        ProcessRequest request = SSHMetricsCollector::remoteProbeRequest(server);
+        request.launch = launch;
+        follow(ProcessRunner::run(request), &SSHMetricsCollector::remoteMetrics);
+        return promise_.future();
+    }
+
+    [[nodiscard]] QFuture<ServerMetrics> local(ThisComputer& computer) {
         sinceBegin_.start();
         limit_.setSingleShot(true);
         limit_.setTimerType(Qt::PreciseTimer);
         connect(&limit_, &QTimer::timeout, this, [this] { end(ServerMetrics::offline(noAnswer())); });
         limit_.start(probeTimeLimit);
-    }
-
-    [[nodiscard]] QFuture<ServerMetrics> remote(const Server& server) {
-        follow(ProcessRunner::run(SSHMetricsCollector::remoteProbeRequest(server)),
-               &SSHMetricsCollector::remoteMetrics);
-        return promise_.future();
-    }
-
-    [[nodiscard]] QFuture<ServerMetrics> local(ThisComputer& computer) {
         await<ProbedFigures>(computer.figures(), [this](const std::optional<ProbedFigures>& figures) {
             if (!figures)
                 return end(SSHMetricsCollector::localMetrics(ProcessOutcome::notStarted(qt_error_string(EAGAIN)), {}));
@@ -180,9 +179,10 @@ private:
 
 } // namespace
 
-QFuture<ServerMetrics> SSHMetricsCollector::collect(const Server& server, ThisComputer& computer) {
+QFuture<ServerMetrics> SSHMetricsCollector::collect(const Server& server, ThisComputer& computer,
+                                                    ProcessRequest::Launch launch) {
     auto* const probe = new Probe;
-    return server.isLocal ? probe->local(computer) : probe->remote(server);
+    return server.isLocal ? probe->local(computer) : probe->remote(server, launch);
 }
 
 QFuture<bool> SSHMetricsCollector::restartContainer(const Server& server, const QString& containerId) {

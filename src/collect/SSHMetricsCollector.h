@@ -17,9 +17,10 @@ namespace SSHMetricsCollector {
 
 /// One probe, by ssh or, for the local server, by a local shell. Never fails: a failure of the transport or of the
 /// payload is an offline record whose `errorMessage` says why. `isEnabled` and `dockerEnabled` are not looked at.
-/// Ends within 30 s, whatever hangs: the host, or a reading of `computer`, which the local probe begins with. Main
-/// thread; its event loop brings the result.
-[[nodiscard]] QFuture<ServerMetrics> collect(const Server& server, ThisComputer& computer);
+/// Ends within 30 s of its client's launch; a local probe, which begins with readings of `computer`, is launched at
+/// once and ends within 30 s whatever hangs. Main thread; its event loop brings the result.
+[[nodiscard]] QFuture<ServerMetrics> collect(const Server& server, ThisComputer& computer,
+                                             ProcessRequest::Launch launch);
 /// Any thread. True when the restart command exited with status 0. Unlike a probe it uses the user's own known-hosts
 /// file, so it fails on a host that is not in there.
 [[nodiscard]] QFuture<bool> restartContainer(const Server& server, const QString& containerId);

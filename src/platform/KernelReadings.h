@@ -72,6 +72,10 @@ public:
     [[nodiscard]] virtual bool hasDefaultRoute() { return true; }
 };
 
+/// The counters of KernelReadings::cpuTicks() as the kernel has them: idle ones may run back a little. Absent when they
+/// cannot be read. Any thread.
+[[nodiscard]] std::optional<CpuTicks> kernelCpuTicks();
+
 /// Shell text to put before a script that asks `sysctl -n vm.loadavg` for the load averages. Where the system's own
 /// `sysctl` does not know that name, it defines a function `sysctl` that answers "{ 0.42 0.40 0.38 }"; else it is
 /// empty.

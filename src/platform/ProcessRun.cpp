@@ -83,7 +83,7 @@ void ProcessRun::start() {
     if (hasNul(request_))
         return failToStart(qt_error_string(EINVAL));
     process_.start(QIODevice::ReadOnly);
-    if (!settled_)
+    if (!isSettled_)
         timeLimit_.start(request_.timeLimit);
 }
 
@@ -98,7 +98,7 @@ void ProcessRun::killGroup() {
 
 void ProcessRun::readStandardOutput() {
     const QByteArray arrived = process_.readAllStandardOutput();
-    if (settled_ || appendWithin(outcome_.standardOutput, arrived, request_.standardOutputLimit))
+    if (isSettled_ || appendWithin(outcome_.standardOutput, arrived, request_.standardOutputLimit))
         return;
     killGroup();
     settle(ProcessOutcome::End::outputTooLarge);
@@ -124,15 +124,16 @@ void ProcessRun::failToStart(const QString& reason) {
 }
 
 void ProcessRun::settle(ProcessOutcome::End end) {
-    if (settled_)
+    if (isSettled_)
         return;
-    settled_ = true;
+    isSettled_ = true;
     timeLimit_.stop();
     outcome_.end = end;
     outcome_.elapsed = std::chrono::nanoseconds(sinceStart_.nsecsElapsed());
     promise_.addResult(std::move(outcome_));
     promise_.finish();
     outcome_ = {};
+    Q_EMIT settled();
 }
 
 } // namespace tarnwick

@@ -24,6 +24,10 @@ public:
     /// Kills the child with its process group. This alone gives no outcome.
     void killGroup();
 
+Q_SIGNALS:
+    /// The outcome has been given.
+    void settled();
+
 private:
     void readStandardOutput();
     void readStandardError();
@@ -37,7 +41,7 @@ private:
     QPromise<ProcessOutcome> promise_;
     QElapsedTimer sinceStart_;
     ProcessOutcome outcome_;
-    bool settled_ = false;
+    bool isSettled_ = false;
     QTimer timeLimit_;
     QProcess process_;
 };

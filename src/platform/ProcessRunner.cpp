@@ -2,6 +2,8 @@
 
 #include "ChildSetup.h"
 #include "FreeMemory.h"
+#include "KernelReadings.h"
+#include "LaunchWindow.h"
 #include "ProcessRun.h"
 
 #include <QBasicTimer>
@@ -13,7 +15,9 @@
 #include <QPointer>
 #include <QThread>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <deque>
 #include <memory>
 #include <utility>
@@ -21,6 +25,7 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace tarnwick::ProcessRunner {
 
@@ -31,10 +36,10 @@ class Runs : public QObject {
 public:
     using Promise = std::shared_ptr<QPromise<ProcessOutcome>>;
 
-    /// Starts the run after all earlier requests, a few in each turn of the event loop. In between, the loop notices
-    /// the children that have ended, so that their time does not include the start of all the others.
+    /// Starts the run after all earlier requests of its kind, a few in each turn of the event loop. In between, the
+    /// loop notices the children that have ended, so that their time does not include the start of all the others.
     void startInTurn(const ProcessRequest& request, const Promise& promise) {
-        waiting_.push_back({request, promise});
+        (request.launch == ProcessRequest::Launch::paced ? paced_ : urgent_).push_back({request, promise});
         turns_.start(0, this);
     }
     ~Runs() override {
@@ -44,20 +49,19 @@ public:
     }
 
 protected:
-    void timerEvent(QTimerEvent* /*event*/) override {
+    void timerEvent(QTimerEvent* event) override {
+        if (event->timerId() == looks_.timerId())
+            return window_.look(kernelCpuTicks());
         const QDeadlineTimer turnEnd(turnLength);
-        do {
-            const auto [request, promise] = std::move(waiting_.front());
-            waiting_.pop_front();
-            (new ProcessRun(request, std::move(*promise), this))->start();
-        } while (!waiting_.empty() && !turnEnd.hasExpired());
-        if (waiting_.empty())
-            turns_.stop();
+        while (startNext() && !turnEnd.hasExpired())
+            continue;
+        awaitTurn();
     }
     void childEvent(QChildEvent* event) override {
-        // A burst of a thousand runs leaves 20 MB of free memory behind.
-        if (event->removed() && children().isEmpty() && waiting_.empty())
-            returnFreeMemory();
+        if (!event->removed() || !children().isEmpty() || isWaiting())
+            return;
+        window_ = {};
+        returnFreeMemory(); // a burst of a thousand runs leaves 20 MB behind
     }
 
 private:
@@ -67,8 +71,57 @@ private:
         ProcessRequest request;
         Promise promise;
     };
-    std::deque<Waiting> waiting_;
+
+    [[nodiscard]] static LaunchWindow::Time now() { return std::chrono::steady_clock::now().time_since_epoch(); }
+    [[nodiscard]] bool isWaiting() const { return !urgent_.empty() || !paced_.empty(); }
+
+    /// False when there is none that may be started now.
+    bool startNext() {
+        if (!urgent_.empty()) {
+            take(urgent_)->start();
+            return true;
+        }
+        const LaunchWindow::Time launched = now();
+        if (paced_.empty() || !window_.hasRoom(launched))
+            return false;
+        window_.launch(launched);
+        ProcessRun* const run = take(paced_);
+        connect(run, &ProcessRun::settled, this, [this, launched] {
+            window_.end(launched);
+            if (!paced_.empty())
+                turns_.start(0, this);
+        });
+        run->start();
+        return true;
+    }
+    /// Has the next turn come when something may be started.
+    void awaitTurn() {
+        paced_.empty() ? looks_.stop() : keepLooking();
+        if (!isWaiting())
+            return turns_.stop();
+        const bool isFull = urgent_.empty() && !window_.hasRoom(now());
+        turns_.start(isFull ? toRelease() : 0, this);
+    }
+    /// Milliseconds.
+    [[nodiscard]] int toRelease() const {
+        const auto wait = std::chrono::ceil<std::chrono::milliseconds>(window_.nextRelease() - now());
+        return static_cast<int>(std::max(wait, 0ms).count());
+    }
+    void keepLooking() {
+        if (!looks_.isActive())
+            looks_.start(static_cast<int>(LaunchWindow::lookPeriod.count()), this);
+    }
+    [[nodiscard]] ProcessRun* take(std::deque<Waiting>& queue) {
+        const auto [request, promise] = std::move(queue.front());
+        queue.pop_front();
+        return new ProcessRun(request, std::move(*promise), this);
+    }
+
+    std::deque<Waiting> urgent_;
+    std::deque<Waiting> paced_;
+    LaunchWindow window_;
     QBasicTimer turns_;
+    QBasicTimer looks_;
 };
 
 class Worker {

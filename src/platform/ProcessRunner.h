@@ -11,11 +11,16 @@ namespace tarnwick {
 
 /// One run of one program, without a shell in between.
 struct ProcessRequest {
+    enum class Launch {
+        atOnce, ///< before all that are paced
+        paced,  ///< in the order of the requests, as many at a time as the computer can carry; see LaunchWindow
+    };
     QString executable;                          ///< absolute path
     QStringList arguments;                       ///< without the program's own name
     std::chrono::milliseconds timeLimit{30'000}; ///< from launch; then the child's process group is killed
     qint64 standardOutputLimit = 0; ///< bytes; 0: not captured (null device); more than that kills the process group
     qint64 standardErrorKept = 0;   ///< bytes kept, the rest is dropped; 0: not captured, inherits ours
+    Launch launch = Launch::atOnce;
 };
 
 /// How a run ended.

@@ -238,7 +238,7 @@ void ServerStore::launch(const std::shared_ptr<Cycle>& cycle) {
     const QList<Server> batch = cycle->waiting.first(std::min(perTurn, cycle->waiting.size()));
     cycle->waiting.remove(0, batch.size());
     for (const Server& server : batch)
-        probe(server, [this, cycle](const Server* applied) {
+        probe(server, ProcessRequest::Launch::paced, [this, cycle](const Server* applied) {
             if (applied)
                 cycle->alerts.postOrHold(*applied);
             if (--cycle->unfinished == 0)
@@ -261,7 +261,7 @@ QFuture<void> ServerStore::refreshServer(const Server& server) {
     const auto promise = std::make_shared<QPromise<void>>();
     promise->start();
     QFuture<void> future = promise->future();
-    probe(server, [this, promise](const Server* applied) {
+    probe(server, ProcessRequest::Launch::atOnce, [this, promise](const Server* applied) {
         if (applied) {
             AlertRound(collaborators_, settings_).post(*applied);
             save();
@@ -271,7 +271,8 @@ QFuture<void> ServerStore::refreshServer(const Server& server) {
     return future;
 }
 
-void ServerStore::probe(const Server& server, const std::function<void(const Server* applied)>& done) {
+void ServerStore::probe(const Server& server, ProcessRequest::Launch launch,
+                        const std::function<void(const Server* applied)>& done) {
     // A watcher and not a continuation, because the store may be destroyed, and the watcher with it, before the probe
     // ends.
     auto* watcher = new QFutureWatcher<ServerMetrics>(this);
@@ -280,7 +281,7 @@ void ServerStore::probe(const Server& server, const std::function<void(const Ser
         // A probe has no result when the application exits before it ends.
         done(watcher->future().resultCount() > 0 ? apply(id, watcher->result()) : nullptr);
     });
-    watcher->setFuture(collaborators_.collect(server));
+    watcher->setFuture(collaborators_.collect(server, launch));
 }
 
 const Server* ServerStore::apply(const QUuid& id, const ServerMetrics& metrics) {

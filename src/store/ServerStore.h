@@ -85,10 +85,11 @@ public:
 
     /// Starts the periodic refresh, or restarts it: the settings' interval, at least 10 seconds, from now on.
     void setupTimer();
-    /// Probes every enabled server at once and applies each result as it arrives; saves at the end. Dropped while one
-    /// runs: the future is then cancelled, else it finishes when the cycle has ended.
+    /// Probes every enabled server, in the order of the list and at the computer's own pace, and applies each result as
+    /// it arrives; saves at the end. Dropped while one runs: the future is then cancelled, else it finishes when the
+    /// cycle has ended.
     QFuture<void> refreshAll();
-    /// Probes one server, paused or not; applies and saves the result unless the server is gone by then.
+    /// Probes one server at once, paused or not; applies and saves the result unless the server is gone by then.
     QFuture<void> refreshServer(const Server& server);
 
 Q_SIGNALS:
@@ -114,7 +115,8 @@ private:
     void end(Cycle& cycle);
     /// Probes one server and applies the result; `done` gets the entry with it, or null when no entry has that id any
     /// more.
-    void probe(const Server& server, const std::function<void(const Server* applied)>& done);
+    void probe(const Server& server, ProcessRequest::Launch launch,
+               const std::function<void(const Server* applied)>& done);
     const Server* apply(const QUuid& id, const ServerMetrics& metrics);
     void setOffline(bool offline);
 

@@ -10,7 +10,10 @@ namespace tarnwick {
 
 StoreCollaborators StoreCollaborators::real(ThisComputer& computer, Role role) {
     return {
-        .collect = [&computer](const Server& server) { return SSHMetricsCollector::collect(server, computer); },
+        .collect =
+            [&computer](const Server& server, ProcessRequest::Launch launch) {
+                return SSHMetricsCollector::collect(server, computer, launch);
+            },
         .clock = Instant::now,
         .claim = NotificationService::claim,
         .notify =

@@ -2,6 +2,7 @@
 
 #include "AlertRules.h"
 #include "Instant.h"
+#include "ProcessRunner.h"
 #include "Role.h"
 #include "SSHConfigParser.h"
 #include "Server.h"
@@ -19,7 +20,8 @@ class ThisComputer;
 
 /// What the store needs of the world, so that tests can replace it. All are called on the main thread.
 struct StoreCollaborators {
-    std::function<QFuture<ServerMetrics>(const Server&)> collect;
+    /// As SSHMetricsCollector::collect().
+    std::function<QFuture<ServerMetrics>(const Server&, ProcessRequest::Launch)> collect;
     std::function<Instant()> clock;
     /// As NotificationService::claim().
     std::function<bool(const QString& alertKey, Instant now)> claim;

@@ -40,7 +40,7 @@ const QByteArray containerRows = readFile(QStringLiteral(TARNWICK_FIXTURES "/doc
 /// One probe; the local server's is of the sample computer.
 QFuture<ServerMetrics> probe(const Server& server) {
     static SampleComputer sample;
-    return SSHMetricsCollector::collect(server, sample.computer);
+    return SSHMetricsCollector::collect(server, sample.computer, ProcessRequest::Launch::atOnce);
 }
 
 QString failureOf(const Server& server) {

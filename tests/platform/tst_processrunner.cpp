@@ -242,24 +242,50 @@ private Q_SLOTS:
         QVERIFY2(median < 0.25, qPrintable(QString::number(median)));
     }
 
-    static void aThousandAtOnce() {
-        constexpr int count = 1000;
+    static void manyAtOnce_data() {
+        QTest::addColumn<bool>("isPaced");
+        QTest::newRow("at once") << false;
+        QTest::newRow("paced") << true;
+    }
+    /// Children that hang until a gate opens: all that are to run at once do. The paced ones fill the window, in their
+    /// order, and whatever is to run at once does not wait for them.
+    static void manyAtOnce() {
+        QFETCH(const bool, isPaced);
+        const int count = isPaced ? 200 : 1000;
         const QTemporaryDir folder;
         const QByteArray gate = QFile::encodeName(folder.filePath(u"gate"_s));
         QCOMPARE(::mkfifo(gate.constData(), 0600), 0);
         const int opened = ::open(gate.constData(), O_RDWR | O_CLOEXEC);
         QVERIFY(opened >= 0);
-        ProcessRequest request = shell(u"cd %1; echo >> here; read line < gate; echo x"_s.arg(folder.path()));
-        request.timeLimit = 2min; // the first waits for the last
+        const auto started = [path = folder.filePath(u"here"_s)] {
+            QFile here(path);
+            return here.open(QIODevice::ReadOnly) ? here.readAll().trimmed().split('\n') : QByteArrayList();
+        };
         QList<QFuture<ProcessOutcome>> futures;
         QElapsedTimer clock;
         clock.start();
-        for (int i = 0; i < count; ++i)
+        for (int i = 0; i < count; ++i) {
+            ProcessRequest request =
+                shell(u"cd %1; echo %2 >> here; read line < gate; echo x"_s.arg(folder.path()).arg(i));
+            request.timeLimit = 2min; // the first waits for the last
+            request.launch = isPaced ? ProcessRequest::Launch::paced : ProcessRequest::Launch::atOnce;
             futures.append(ProcessRunner::run(request));
+        }
         QVERIFY2(clock.elapsed() < 1000, "the caller waited for its children");
-        QTRY_COMPARE_WITH_TIMEOUT(QFileInfo(folder.filePath(u"here"_s)).size(), count, 60'000);
+        const auto urgent = ProcessRunner::run(shell(u"echo now"_s));
+        if (isPaced) {
+            QTRY_COMPARE_GE_WITH_TIMEOUT(started().size(), 16, 60'000);
+            QCOMPARE(urgent.result().standardOutput, "now\n");
+            const QByteArrayList numbers = started();
+            const qint64 windows = 1 + clock.elapsed() / 5000; // who hangs gives its place up
+            for (const QByteArray& number : numbers)
+                QVERIFY2(number.toInt() < 64 * windows, number);
+            QVERIFY(numbers.size() < count);
+        } else {
+            QTRY_COMPARE_WITH_TIMEOUT(started().size(), count, 60'000);
+        }
 
-        QCOMPARE(::write(opened, QByteArray(count, '\n').constData(), count), count);
+        QCOMPARE(::write(opened, QByteArray(count, '\n').constData(), static_cast<size_t>(count)), count);
         for (const QFuture<ProcessOutcome>& future : futures) {
             QVERIFY(future.result().succeeded());
             QCOMPARE(future.result().standardOutput, "x\n");

@@ -36,7 +36,7 @@ public:
     QList<SSHConfigHost> sshHosts;
     std::optional<QString> computerName;
     std::map<QString, Probe> probes; ///< running or answered, by the server's name; the latest of each
-    QStringList probed;              ///< names, in the order of launch
+    QStringList probed;              ///< names, in the order of launch; with "!" where it is to be at once
     QStringList alerts;  ///< keys' suffixes, or title and text of one without a key, and whether with sound, as posted
     QStringList claimed; ///< keys of alerts that are not to be repeated
     bool hasDefaultRoute = true;
@@ -50,8 +50,8 @@ public:
     void start() {
         store = std::make_unique<ServerStore>(StoreCollaborators{
             .collect =
-                [this](const Server& server) {
-                    probed.append(server.name);
+                [this](const Server& server, ProcessRequest::Launch launch) {
+                    probed.append(launch == ProcessRequest::Launch::atOnce ? server.name + u'!' : server.name);
                     Probe& probe = probes[server.name] = {server, QPromise<ServerMetrics>()};
                     probe.promise.start();
                     return probe.promise.future();

@@ -92,7 +92,7 @@ private Q_SLOTS:
         StoreRig rig(u"A");
         QVERIFY(rig.saves([&] { rig.store->addServer(StoreRig::server(u"new"_s)); }));
         QCOMPARE(rig.names().last(), u"new"_s);
-        QTRY_COMPARE(rig.probed, QStringList{u"new"_s});
+        QTRY_COMPARE(rig.probed, QStringList{u"new!"_s});
         QVERIFY(!rig.store->isRefreshing());
         QVERIFY(rig.saves([&] { rig.probes.at(u"new"_s).answer(metricsWithCpu(5)); }));
         QCOMPARE(cpuOf(rig, 1), 5.0);

@@ -142,7 +142,7 @@ private Q_SLOTS:
         desk.click(u"Open SSH in Terminal"_s, 1);
         QCOMPARE(desk.terminals, QStringList({u"b"_s}));
         desk.click(u"Refresh this server"_s, 1);
-        QCOMPARE(desk.probed, QStringList({u"b"_s}));
+        QCOMPARE(desk.probed, QStringList({u"b!"_s}));
         desk.probes[u"b"_s].answer(metricsWith());
         QTRY_COMPARE(desk.items(u"19 ms"_s).size(), 2);
         desk.click(u"Pause monitoring"_s, 1);
@@ -187,7 +187,7 @@ private Q_SLOTS:
             actions.restart(id, u"c"_s);
         }
         QCOMPARE(desk.store->servers(), listed);
-        QCOMPARE(desk.probed, QStringList({u"demo"_s}));
+        QCOMPARE(desk.probed, QStringList({u"demo!"_s}));
         QCOMPARE(desk.terminals, QStringList({u"demo"_s, u"demo/c"_s}));
         QCOMPARE(desk.restarts.size(), 1);
     }
@@ -267,7 +267,7 @@ private Q_SLOTS:
         desk.click(restart, 0);
         desk.view.reset();
         finish(u"a1"_s, true);
-        QTRY_COMPARE(desk.probed, QStringList({u"a"_s}));
+        QTRY_COMPARE(desk.probed, QStringList({u"a!"_s}));
         QCOMPARE(desk.ui.restartingContainerId(), u"a1"_s); // until the refresh has ended, too
         desk.probes[u"a"_s].answer(metricsWith());
         QTRY_VERIFY(!desk.ui.restartingContainerId());
@@ -289,7 +289,7 @@ private Q_SLOTS:
                         (server && !server->isEnabled ? u" paused"_s : QString());
         }
         QCOMPARE(outcomes, (QStringList{u"abc sheet"_s, u"abc"_s, u"abc"_s, u"bac"_s, u"abc"_s, u"abc"_s, u"abcb"_s,
-                                        u"abcbb"_s, u"abcbb paused"_s, u"abcbb paused"_s, u"acbb"_s}));
+                                        u"abcbb!"_s, u"abcbb! paused"_s, u"abcbb! paused"_s, u"acbb!"_s}));
     }
 
     void pinSubmenu() {

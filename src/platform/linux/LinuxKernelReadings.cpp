@@ -37,6 +37,35 @@ std::optional<QByteArray> textValue(const QByteArray& text) {
     return text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
+using Ticks = SteadyTicks::Counts; // user, system, idle, nice
+
+std::optional<Ticks> readTicks(const KeptFile& stat) {
+    std::array<char, 512> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
+    QByteArrayView line = restOfLine(stat.read(buffer).text, "cpu ");
+    enum Column { user, nice, system, idle, ioWait, interrupts, softInterrupts, stolen, columnCount };
+    std::array<quint64, columnCount> ticks{};
+    for (std::size_t column = 0; column < columnCount; ++column) {
+        const std::optional<quint64> number = takeNumber(line);
+        if (!number && column <= idle)
+            return std::nullopt;
+        ticks.at(column) = number.value_or(0); // early kernels end with idle
+    }
+    return Ticks{
+        ticks[user], // guests included
+        ticks[system] + ticks[interrupts] + ticks[softInterrupts] + ticks[stolen],
+        ticks[idle] + ticks[ioWait], // waiting for a disk is idle time
+        ticks[nice],
+    };
+}
+
+CpuTicks wrapped(const Ticks& ticks) {
+    const auto wrap = [](quint64 count) {
+        return static_cast<std::uint32_t>(count);
+    };
+    const auto [user, system, idle, nice] = ticks;
+    return {.user = wrap(user), .system = wrap(system), .idle = wrap(idle), .nice = wrap(nice)};
+}
+
 } // namespace
 
 LinuxKernelReadings::LinuxKernelReadings(const QString& root, const QString& nvidiaLibrary, const DeviceAccess& access)
@@ -75,28 +104,9 @@ std::optional<QString> LinuxKernelReadings::makersModelName() {
 }
 
 std::optional<CpuTicks> LinuxKernelReadings::cpuTicks() {
-    std::array<char, 512> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
     const std::lock_guard lock(ticksMutex_);
-    QByteArrayView line = restOfLine(stat_.read(buffer).text, "cpu ");
-    enum Column { user, nice, system, idle, ioWait, interrupts, softInterrupts, stolen, columnCount };
-    std::array<quint64, columnCount> ticks{};
-    for (std::size_t column = 0; column < columnCount; ++column) {
-        const std::optional<quint64> number = takeNumber(line);
-        if (!number && column <= idle)
-            return std::nullopt;
-        ticks.at(column) = number.value_or(0); // early kernels end with idle
-    }
-    const auto [inUser, inSystem, inIdle, inNice] = steadyTicks_.advance({
-        ticks[user], // guests included
-        ticks[system] + ticks[interrupts] + ticks[softInterrupts] + ticks[stolen],
-        ticks[idle] + ticks[ioWait], // waiting for a disk is idle time
-        ticks[nice],
-    });
-    const auto wrapped = [](quint64 count) {
-        return static_cast<std::uint32_t>(count);
-    };
-    return CpuTicks{
-        .user = wrapped(inUser), .system = wrapped(inSystem), .idle = wrapped(inIdle), .nice = wrapped(inNice)};
+    const std::optional<Ticks> ticks = readTicks(stat_);
+    return ticks ? std::optional(wrapped(steadyTicks_.advance(*ticks))) : std::nullopt;
 }
 
 std::optional<MemoryPages> LinuxKernelReadings::memoryPages() {
@@ -173,6 +183,12 @@ std::optional<QByteArray> LinuxKernelReadings::bootTime() const {
     // Read each time, because the kernel changes it when the clock is set.
     const auto seconds = numberAfter(readSmallFile(root_ + u"proc/stat"_s), "btime ");
     return seconds ? std::optional(bytesOf(static_cast<qint64>(*seconds)) + bytesOf(qint64{0})) : std::nullopt;
+}
+
+std::optional<CpuTicks> kernelCpuTicks() {
+    static const KeptFile stat(u"/proc/stat"_s);
+    const std::optional<Ticks> ticks = readTicks(stat);
+    return ticks ? std::optional(wrapped(*ticks)) : std::nullopt;
 }
 
 QString shellSysctl() {

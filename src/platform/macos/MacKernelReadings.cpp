@@ -49,6 +49,17 @@ std::optional<QByteArray> textOf(const char* name) {
 constexpr std::array thermalStates{ThermalState::nominal, ThermalState::fair, ThermalState::serious,
                                    ThermalState::critical};
 
+std::optional<CpuTicks> ticksOf(host_t host) {
+    host_cpu_load_info_data_t load{};
+    mach_msg_type_number_t count = HOST_CPU_LOAD_INFO_COUNT;
+    if (::host_statistics(host, HOST_CPU_LOAD_INFO, reinterpret_cast<host_info_t>(&load), &count) != KERN_SUCCESS)
+        return std::nullopt;
+    return CpuTicks{.user = load.cpu_ticks[CPU_STATE_USER],
+                    .system = load.cpu_ticks[CPU_STATE_SYSTEM],
+                    .idle = load.cpu_ticks[CPU_STATE_IDLE],
+                    .nice = load.cpu_ticks[CPU_STATE_NICE]};
+}
+
 } // namespace
 
 MacKernelReadings::MacKernelReadings() : host_(::mach_host_self()) {}
@@ -63,14 +74,7 @@ std::optional<QByteArray> MacKernelReadings::value(const char* name) {
 }
 
 std::optional<CpuTicks> MacKernelReadings::cpuTicks() {
-    host_cpu_load_info_data_t load{};
-    mach_msg_type_number_t count = HOST_CPU_LOAD_INFO_COUNT;
-    if (::host_statistics(host_, HOST_CPU_LOAD_INFO, reinterpret_cast<host_info_t>(&load), &count) != KERN_SUCCESS)
-        return std::nullopt;
-    return CpuTicks{.user = load.cpu_ticks[CPU_STATE_USER],
-                    .system = load.cpu_ticks[CPU_STATE_SYSTEM],
-                    .idle = load.cpu_ticks[CPU_STATE_IDLE],
-                    .nice = load.cpu_ticks[CPU_STATE_NICE]};
+    return ticksOf(host_);
 }
 
 std::optional<MemoryPages> MacKernelReadings::memoryPages() {
@@ -110,6 +114,11 @@ std::optional<VolumeSpace> MacKernelReadings::homeVolume() {
 
 qint64 MacKernelReadings::wallClockSeconds() {
     return std::time(nullptr);
+}
+
+std::optional<CpuTicks> kernelCpuTicks() {
+    static const host_t host = ::mach_host_self(); // each request for the port counts as one more use of it
+    return ticksOf(host);
 }
 
 QString shellSysctl() {
