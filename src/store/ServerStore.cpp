@@ -26,9 +26,10 @@ QString ServerStore::standardFolder() {
 
 /// A full refresh that is running.
 struct ServerStore::Cycle {
-    explicit Cycle(const AlertRound& round) : alerts(round) {}
+    Cycle(const AlertRound& round, std::chrono::nanoseconds now) : alerts(round), begun(now) {}
 
     AlertRound alerts;
+    const std::chrono::nanoseconds begun;
     QPromise<void> promise;
     QList<Server> waiting;    ///< probes to launch in later turns of the event loop
     qsizetype unfinished = 0; ///< waiting probes and running ones
@@ -206,11 +207,15 @@ bool ServerStore::moveServer(qsizetype from, qsizetype to) {
 
 // ---- Refreshing
 
-void ServerStore::setupTimer() {
+std::chrono::seconds ServerStore::refreshInterval() const {
     constexpr qint64 shortest = 10;
     // A QTimer cannot count further than 24 days.
     constexpr qint64 longest = std::numeric_limits<int>::max() / 1000;
-    refreshTimer_.start(std::chrono::seconds(std::clamp(settings_.refreshIntervalSeconds, shortest, longest)));
+    return std::chrono::seconds(std::clamp(settings_.refreshIntervalSeconds, shortest, longest));
+}
+
+void ServerStore::setupTimer() {
+    refreshTimer_.start(refreshInterval());
 }
 
 QFuture<void> ServerStore::refreshAll() {
@@ -220,7 +225,7 @@ QFuture<void> ServerStore::refreshAll() {
         return {};
     publish([&] { isRefreshing_ = true; }, &ServerStore::isRefreshingChanged);
 
-    const auto cycle = std::make_shared<Cycle>(AlertRound(collaborators_, settings_));
+    const auto cycle = std::make_shared<Cycle>(AlertRound(collaborators_, settings_), collaborators_.steadyTime());
     cycle->promise.start();
     std::ranges::copy_if(servers_, std::back_inserter(cycle->waiting), &Server::isEnabled);
     cycle->unfinished = cycle->waiting.size();
@@ -251,7 +256,12 @@ void ServerStore::launch(const std::shared_ptr<Cycle>& cycle) {
 
 void ServerStore::end(Cycle& cycle) {
     setOffline(cycle.alerts.end());
-    publish([&] { lastRefreshedAll_ = collaborators_.clock(); }, &ServerStore::lastRefreshedAllChanged);
+    publish(
+        [&] {
+            lastRefreshedAll_ = collaborators_.clock();
+            latestCycleTime_ = collaborators_.steadyTime() - cycle.begun;
+        },
+        &ServerStore::lastRefreshedAllChanged);
     save();
     publish([&] { isRefreshing_ = false; }, &ServerStore::isRefreshingChanged);
     cycle.promise.finish();

@@ -12,6 +12,7 @@
 #include <QString>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -42,6 +43,10 @@ public:
     [[nodiscard]] bool isOffline() const { return isOffline_; }
     /// When the latest full refresh ended; absent until one has.
     [[nodiscard]] std::optional<Instant> lastRefreshedAll() const { return lastRefreshedAll_; }
+    /// How long that took; zero until one has ended.
+    [[nodiscard]] std::chrono::nanoseconds latestCycleTime() const { return latestCycleTime_; }
+    /// The time between two refreshes: the settings', at least 10 seconds.
+    [[nodiscard]] std::chrono::seconds refreshInterval() const;
     /// The first entry with that id; null when there is none. Valid until the next change.
     [[nodiscard]] const Server* server(const QUuid& id) const;
     /// The place of that entry in servers(); -1 when there is none.
@@ -83,7 +88,7 @@ public:
     /// Waits until all that was to be saved is, at most StateSaver::patience. False when it gave up.
     bool finishSaving() { return saver_.finish(); }
 
-    /// Starts the periodic refresh, or restarts it: the settings' interval, at least 10 seconds, from now on.
+    /// Starts the periodic refresh, or restarts it: the interval begins now.
     void setupTimer();
     /// Probes every enabled server, in the order of the list and at the computer's own pace, and applies each result as
     /// it arrives; saves at the end. Dropped while one runs: the future is then cancelled, else it finishes when the
@@ -128,6 +133,7 @@ private:
     bool isRefreshing_ = false;
     bool isOffline_ = false;
     std::optional<Instant> lastRefreshedAll_;
+    std::chrono::nanoseconds latestCycleTime_{0};
     QTimer refreshTimer_;
     StateSaver saver_; ///< the last, because its destructor asks for the state
 };

@@ -11,6 +11,7 @@
 #include <QList>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -23,6 +24,10 @@ struct StoreCollaborators {
     /// As SSHMetricsCollector::collect().
     std::function<QFuture<ServerMetrics>(const Server&, ProcessRequest::Launch)> collect;
     std::function<Instant()> clock;
+    /// Monotonic.
+    std::function<std::chrono::nanoseconds()> steadyTime = [] {
+        return std::chrono::steady_clock::now().time_since_epoch();
+    };
     /// As NotificationService::claim().
     std::function<bool(const QString& alertKey, Instant now)> claim;
     std::function<void(const Alert&, bool withSound)> notify;

@@ -3,6 +3,7 @@
 #include "ProductLinks.h"
 #include "SharedCaptions.h"
 #include "controls/DisplayText.h"
+#include "settings/SettingsContent.h"
 
 #include <QRegularExpression>
 
@@ -66,6 +67,16 @@ QString updatedText(const std::optional<Instant>& lastRefreshedAll, const QLocal
     if (!lastRefreshedAll)
         return {};
     return u"Updated "_s + locale.toString(lastRefreshedAll->toDateTime().toLocalTime().time(), timeFormat(locale));
+}
+
+QString slowText(std::chrono::nanoseconds cycleTime, std::chrono::seconds interval) {
+    if (cycleTime <= interval)
+        return {};
+    const auto seconds = std::chrono::ceil<std::chrono::seconds>(cycleTime).count();
+    const QString help = static_cast<double>(seconds) > refreshIntervalRange.to
+                             ? u"Pausing servers would help."_s
+                             : u"A longer refresh interval would help."_s;
+    return u"A refresh takes %1 seconds. "_s.arg(seconds) + help;
 }
 
 QList<FooterLink> footerLinks() {

@@ -12,6 +12,7 @@
 #include <QUrl>
 #include <QtQmlIntegration>
 
+#include <chrono>
 #include <optional>
 
 namespace tarnwick {
@@ -102,6 +103,7 @@ struct PopoverContent {
     Q_PROPERTY(bool isEmpty MEMBER isEmpty)
     Q_PROPERTY(bool isOffline MEMBER isOffline)
     Q_PROPERTY(QString updatedText MEMBER updatedText)
+    Q_PROPERTY(QString slowText MEMBER slowText)
     Q_PROPERTY(int countCount READ countCount)
     Q_PROPERTY(bool isFiltered MEMBER isFiltered)
     Q_PROPERTY(QString foundText MEMBER foundText)
@@ -112,6 +114,7 @@ public:
     bool isEmpty = true;       ///< no servers: a prompt takes the place of the list
     bool isOffline = false;    ///< a line above the cards says so
     QString updatedText;       ///< empty before the first full refresh has ended
+    QString slowText;          ///< in the foot; empty while the refreshes keep up with their interval
     QList<FleetCount> counts;  ///< in the order of fleetGroups; none of a small fleet
     bool isFiltered = false;
     QString foundText;        ///< such as "3 of 300"; empty while all are shown
@@ -125,6 +128,8 @@ public:
 
 /// "Updated " and the time of day, with seconds, in the locale's standard style; empty before the first refresh.
 [[nodiscard]] QString updatedText(const std::optional<Instant>& lastRefreshedAll, const QLocale& locale);
+/// Says that a full refresh takes longer than the interval, and what helps; empty when it does not.
+[[nodiscard]] QString slowText(std::chrono::nanoseconds cycleTime, std::chrono::seconds interval);
 [[nodiscard]] FleetCount fleetCountContent(FleetGroup group, int count, bool isChosen);
 /// Says what no server matches.
 [[nodiscard]] QString nothingFoundText(const FleetFilter& filter);

@@ -14,6 +14,7 @@ PopoverModel::PopoverModel(ServerStore& store, UIState& ui, ViewCollaborators co
     , content_(publishedContent()) {
     connect(&store, &ServerStore::isRefreshingChanged, this, &PopoverModel::update);
     connect(&store, &ServerStore::lastRefreshedAllChanged, this, &PopoverModel::update);
+    connect(&store, &ServerStore::settingsChanged, this, &PopoverModel::update);
     connect(&store, &ServerStore::isOfflineChanged, this, &PopoverModel::update);
     // What the rows decide follows them. They change later than the store: once per turn of the event loop.
     connect(&servers_, &ServerListModel::updated, this, &PopoverModel::update);
@@ -25,6 +26,7 @@ PopoverContent PopoverModel::publishedContent() const {
     content.isEmpty = servers_.fleetSize() == 0;
     content.isOffline = store_.isOffline();
     content.updatedText = updatedText(store_.lastRefreshedAll(), QLocale::system());
+    content.slowText = slowText(store_.latestCycleTime(), store_.refreshInterval());
     const FleetFilter& filter = servers_.filter();
     if (servers_.isCounted())
         for (const FleetGroup group : fleetGroups)

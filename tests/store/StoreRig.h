@@ -33,6 +33,7 @@ public:
     QString folder = home.filePath(QStringLiteral("a/b/Tarnwick"));
     Role role = Role::leader;
     Instant now{1000};
+    std::chrono::nanoseconds steadyTime{0};
     QList<SSHConfigHost> sshHosts;
     std::optional<QString> computerName;
     std::map<QString, Probe> probes; ///< running or answered, by the server's name; the latest of each
@@ -57,6 +58,7 @@ public:
                     return probe.promise.future();
                 },
             .clock = [this] { return now; },
+            .steadyTime = [this] { return steadyTime; },
             .claim = [this](const QString& key, Instant) { return (claimed += key).count(key) == 1; },
             .notify =
                 [this](const Alert& alert, bool withSound) {

@@ -6,6 +6,7 @@
 #include <limits>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace tarnwick;
 
 namespace {
@@ -136,6 +137,7 @@ private Q_SLOTS:
         QCOMPARE(store.lastRefreshedAll(), lastTime);
 
         rig.now = Instant{2050};
+        rig.steadyTime += 42s;
         QList<Server> savedAtTheEnd;
         connect(
             &store, &ServerStore::isRefreshingChanged, this, [&] { savedAtTheEnd = rig.storedFleet(); });
@@ -143,6 +145,7 @@ private Q_SLOTS:
         QCOMPARE(savedAtTheEnd, store.servers());
         QVERIFY(!store.isRefreshing() && cycle.isFinished());
         QCOMPARE(store.lastRefreshedAll(), Instant{2050});
+        QCOMPARE(store.latestCycleTime(), 42s);
         QCOMPARE(cpuOf(rig, 1), 77.0); // paused: as it was
         QCOMPARE(rig.storedFleet(), store.servers());
     }

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace tarnwick;
 using enum ColorRole::Role;
 
@@ -274,6 +275,15 @@ private Q_SLOTS:
             QCOMPARE(updatedText(Instant{double(reference.secsTo(moment))}, QLocale(locale)).replace(u'\u202f', u' '),
                      u"Updated "_s + time); // newer locale data has a narrow space
         QCOMPARE(updatedText({}, QLocale::c()), QString());
+    }
+
+    void slowRefresh() {
+        for (const auto& [cycle, interval, text] :
+             {std::tuple(30'000ms, 30s, u""),
+              {30'001ms, 30s, u"A refresh takes 31 seconds. A longer refresh interval would help."},
+              {120'000ms, 60s, u"A refresh takes 120 seconds. A longer refresh interval would help."},
+              {120'001ms, 60s, u"A refresh takes 121 seconds. Pausing servers would help."}})
+            QCOMPARE(slowText(cycle, interval), QString::fromUtf16(text));
     }
 };
 

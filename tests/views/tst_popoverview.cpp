@@ -7,6 +7,7 @@
 #include <QPointer>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace tarnwick;
 
 namespace {
@@ -55,6 +56,19 @@ private Q_SLOTS:
         desk.probes[u"a"_s].answer(metricsWith());
         QTRY_VERIFY(desk.item(u"Refresh All Servers"_s)->isEnabled());
         QVERIFY(desk.item(updatedText(desk.store->lastRefreshedAll(), QLocale::system())));
+    }
+
+    void saysThatARefreshIsSlow() {
+        PopoverRig desk(StoreRig::fleet(u"a"));
+        const int height = desk.view->height();
+        desk.click(u"Refresh All Servers"_s);
+        desk.steadyTime += 64s;
+        desk.probes[u"a"_s].answer(ServerMetrics());
+        const QString words = slowText(64s, 30s);
+        QTRY_VERIFY(desk.item(words));
+        QTRY_VERIFY(desk.view->height() > height);
+        desk.store->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 65; });
+        QTRY_VERIFY(!desk.item(words));
     }
 
     void saysThatThisComputerIsOffline() {
