@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 
 namespace tarnwick {
@@ -14,17 +15,13 @@ constexpr std::uint32_t idleShare = 20; // with less than a twentieth idle, more
 
 } // namespace
 
-bool LaunchWindow::hasRoom(Time now) {
-    held_.erase(held_.begin(), held_.upper_bound(now - patience));
-    return held_.size() < size_;
+bool LaunchWindow::hasRoom(Time now) const {
+    return static_cast<std::size_t>(std::distance(holders(now), running_.end())) < size_;
 }
 
-void LaunchWindow::end(Time launched) {
-    const auto place = held_.find(launched);
-    if (place == held_.end())
-        return;
-    held_.erase(place);
-    if (!isBusy_)
+void LaunchWindow::end(Time launched, Time now) {
+    running_.erase(running_.find(launched));
+    if (!isBusy_ && now - launched <= patience)
         size_ = std::min(size_ + 1, most);
 }
 

@@ -51,7 +51,7 @@ public:
 protected:
     void timerEvent(QTimerEvent* event) override {
         if (event->timerId() == looks_.timerId())
-            return window_.look(kernelCpuTicks());
+            window_.look(kernelCpuTicks());
         const QDeadlineTimer turnEnd(turnLength);
         while (startNext() && !turnEnd.hasExpired())
             continue;
@@ -87,7 +87,7 @@ private:
         window_.launch(launched);
         ProcessRun* const run = take(paced_);
         connect(run, &ProcessRun::settled, this, [this, launched] {
-            window_.end(launched);
+            window_.end(launched, now());
             if (!paced_.empty())
                 turns_.start(0, this);
         });
@@ -104,12 +104,14 @@ private:
     }
     /// Milliseconds.
     [[nodiscard]] int toRelease() const {
-        const auto wait = std::chrono::ceil<std::chrono::milliseconds>(window_.nextRelease() - now());
-        return static_cast<int>(std::max(wait, 0ms).count());
+        const auto wait = std::chrono::ceil<std::chrono::milliseconds>(window_.untilRelease(now()));
+        return static_cast<int>(wait.count());
     }
     void keepLooking() {
-        if (!looks_.isActive())
-            looks_.start(static_cast<int>(LaunchWindow::lookPeriod.count()), this);
+        if (looks_.isActive())
+            return;
+        window_.look(kernelCpuTicks());
+        looks_.start(static_cast<int>(LaunchWindow::lookPeriod.count()), this);
     }
     [[nodiscard]] ProcessRun* take(std::deque<Waiting>& queue) {
         const auto [request, promise] = std::move(queue.front());
