@@ -3,13 +3,17 @@
 #include "PopoverGeometry.h"
 #include "SwayWorkspaces.h"
 
+#include <QDBusConnection>
 #include <QGuiApplication>
 #include <QPointer>
 #include <QProcess>
 #include <QRasterWindow>
+#include <QScopeGuard>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 #include <algorithm>
 #include <array>
@@ -41,6 +45,17 @@ private:
         onPress();
     }
     void keyPressEvent(QKeyEvent* event) override { keys += event->text(); }
+};
+
+/// The shell of Plasma, with a panel that floats at the top.
+class PlasmaShell : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.PlasmaShell.StrutManager")
+
+public Q_SLOTS:
+    QRect availableScreenRect(const QString& screenName) { // NOLINT(readability-convert-member-functions-to-static)
+        return screenName == QGuiApplication::primaryScreen()->name() ? QRect(0, 56, 1280, 744) : QRect();
+    }
 };
 
 /// Real mouse or keyboard actions on the X server.
@@ -197,6 +212,19 @@ private Q_SLOTS:
         QCOMPARE(windowsOnScreen(), 2);
         row(u"GNOME Shell"_s, {}); // on X11 every press is heard of
         QCOMPARE(windowsOnScreen(), 1);
+
+        QThread thread; // this one waits for its answer
+        PlasmaShell shell;
+        shell.moveToThread(&thread);
+        thread.start();
+        const auto ending = qScopeGuard([&] {
+            thread.quit();
+            thread.wait();
+        });
+        QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"shell"_s);
+        QVERIFY(bus.registerObject(u"/StrutManager"_s, &shell, QDBusConnection::ExportAllSlots) &&
+                bus.registerService(u"org.kde.plasmashell"_s));
+        row(u"KWin"_s, {}, {440, 62, 400, 560});
 
         // The panel takes no focus, so that it is covered.
         const auto setWorkArea = [](const QString& numbers) {

@@ -1,7 +1,9 @@
 #include "X11Session.h"
 
+#include "PlasmaPanels.h"
 #include "SwayWorkspaces.h"
 #include "linux/Libxcb.h"
+#include "linux/SessionBus.h"
 
 #include <QGuiApplication>
 #include <QList>
@@ -137,6 +139,8 @@ X11Session::WindowManager X11Session::windowManager() {
     const QByteArray name = check.isEmpty() ? QByteArray() : display.property(check.first(), "_NET_WM_NAME");
     if (name == "wlroots wm")
         return WindowManager::wlroots;
+    if (name == "KWin")
+        return WindowManager::kwin;
     return name == "GNOME Shell" && isInsideWayland() ? WindowManager::gnome : WindowManager::other;
 }
 
@@ -154,7 +158,9 @@ QRect X11Session::availableGeometry(const QScreen& screen) {
     if (!display)
         return screen.availableGeometry();
     const QRect common = rectangles(display.numbers(display.root(), "_NET_WORKAREA")).value(0) & nativeGeometry(screen);
-    return common.isEmpty() ? screen.availableGeometry() : inPixelsOf(screen, common);
+    const QRect free = common.isEmpty() ? screen.availableGeometry() : inPixelsOf(screen, common);
+    return windowManager() == WindowManager::kwin ? free & besidePlasmaPanels(screen, SessionBus::shared().connection())
+                                                  : free;
 }
 
 QScreen* X11Session::currentScreen() {

@@ -16,14 +16,15 @@ namespace X11Session {
 enum class WindowManager {
     none,    ///< not an X11 display
     other,   ///< a window goes where it asks to be; also without a window manager
-    gnome,   ///< the same, but the X server hears nothing of presses on the bare desktop
+    kwin,    ///< the same; Plasma's shell may know more of its panels
+    gnome,   ///< as other, but the X server hears nothing of presses on the bare desktop
     wlroots, ///< puts each window in the middle, except those that bypass it
 };
 [[nodiscard]] WindowManager windowManager();
 /// Whether the X server runs inside a Wayland session: it then knows the pointer only while that is over an X window.
 [[nodiscard]] bool isInsideWayland();
 /// The part of a screen that panels leave free, in device-independent pixels: as Qt says, and where Qt does not know,
-/// as with several screens, as the window manager says.
+/// as with several screens, as the window manager or the desktop's shell says.
 [[nodiscard]] QRect availableGeometry(const QScreen& screen);
 /// The screen that the user works on, as far as the window manager says it; else the primary one.
 [[nodiscard]] QScreen* currentScreen();
