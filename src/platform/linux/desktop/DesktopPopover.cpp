@@ -76,6 +76,10 @@ void DesktopPopover::present(QWindow& content) {
     if (isBypassing)
         content.setFlags(Qt::Window | Qt::X11BypassWindowManagerHint | Qt::FramelessWindowHint |
                          Qt::WindowStaysOnTopHint);
+    if (QGuiApplication::platformName().startsWith("wayland"_L1)) { // a tiling compositor tiles what could be wider
+        content.setMinimumSize({content.width(), 1});
+        content.setMaximumWidth(content.width());
+    }
     X11Session::skipTaskBars(content);
     makeCatchers();
     for (const auto& catcher : catchers_)
