@@ -353,7 +353,13 @@ private Q_SLOTS:
         QList<Server> servers = StoreRig::fleet(u"a");
         servers[0].metrics = metricsWith();
         PopoverRig desk(servers);
-        QVERIFY(qobject_cast<TabularText*>(desk.item(u"0.0%"_s)));
+        auto* const shown = qobject_cast<TabularText*>(desk.item(u"0.0%"_s));
+        QVERIFY(shown);
+        QCOMPARE(shown->font().family(), u"Inter"_s);
+        const QFont before = QGuiApplication::font();
+        QGuiApplication::setFont(QFont(u"DejaVu Sans"_s)); // as the desktop does while the popover is open
+        QCOMPARE(shown->font().family(), u"DejaVu Sans"_s);
+        QGuiApplication::setFont(before);
         desk.ui.setShowingMacInfoSheet(true);
         QVERIFY(qobject_cast<TabularText*>(desk.item(u"57.8\u00b0C"_s)));
     }

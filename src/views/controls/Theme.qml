@@ -45,8 +45,8 @@ QtObject {
     readonly property color prominentText: "#FFFFFF"
 
     /// The desktop's interface font; Inter where the desktop leaves the choice to the font system.
-    readonly property FontMetrics interfaceFont: FontMetrics {}
-    readonly property string desktopFamily: interfaceFont.font.family
+    readonly property DesktopFont desktopFont: DesktopFont {}
+    readonly property string desktopFamily: desktopFont.family
     readonly property string family: desktopFamily === "" || desktopFamily === "Sans" || desktopFamily === "Sans Serif"
                                      ? "Inter" : desktopFamily
 

@@ -6,8 +6,8 @@
 
 namespace tarnwick {
 
-/// Gives the application the desktop's interface font where Qt knows only "sans-serif", as on GNOME. A window has the
-/// font that was set when it was made. Main thread only.
+/// Gives the application the desktop's interface font where Qt knows only "sans-serif", as on GNOME, also when it
+/// changes. Main thread only.
 class InterfaceFont : public QObject {
     Q_OBJECT
 
