@@ -8,8 +8,8 @@ Item {
     default property alias content: holder.data
     readonly property Pressable button: holder.children[0] as Pressable
 
-    implicitWidth: button.width
-    implicitHeight: button.height
+    implicitWidth: holder.childrenRect.width
+    implicitHeight: holder.childrenRect.height
 
     Item {
         id: holder
