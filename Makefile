@@ -53,7 +53,7 @@ fuzz:
 
 torture:
 	@scripts/install-packages build test torture
-	@scripts/compile bench --target tarnwick tarnwick_views_module torture failing-calls
+	@scripts/compile bench --target tarnwick tarnwick_views_module torture faulty-system
 	@scripts/compile test --target tst_twoprocesses
 	scripts/torture build-bench/tarnwick build-bench/tools
 	build-test/tests/store/tst_twoprocesses 60

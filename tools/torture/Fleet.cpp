@@ -28,7 +28,7 @@ QString Fleet::add(const QString& name, int count, QStringView command) {
 }
 
 QString Fleet::start() {
-    servers_ << server(u"refuses"_s, 9); // nothing listens on the discard port
+    servers_ << server(u"refuses"_s, closedPort);
     QString problem = add(u"well"_s, 1);
     return problem.isEmpty() ? add(u"hangs"_s, 1, HostBehaviour::hangs) : problem;
 }

@@ -23,6 +23,7 @@ public:
     /// The list, this computer first.
     [[nodiscard]] QList<Server> servers() const { return servers_; }
 
+    static constexpr qint64 closedPort = 9; ///< of this computer: nothing listens on the discard port
     /// An entry for user and port on this computer.
     [[nodiscard]] static Server server(const QString& name, qint64 port);
     /// The variables that Subject::start() needs for the display and bus of this process.

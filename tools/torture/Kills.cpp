@@ -1,95 +1,72 @@
 // The program ends without a warning, at a random moment.
 
-#include "Cases.h"
 #include "DesktopSession.h"
 #include "Fleet.h"
 #include "ScreenReader.h"
-#include "Subject.h"
+#include "Trial.h"
 #include "UserHome.h"
 
-#include <QDBusConnection>
 #include <QRandomGenerator>
-#include <QThread>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace tarnwick {
 
-namespace {
-
-void waitUpTo(int milliseconds) {
-    QThread::usleep(QRandomGenerator::global()->bounded(1000U * static_cast<unsigned>(milliseconds)));
-}
-
-} // namespace
-
-CaseResult killedWhileItSaves(const Trouble& trouble) {
-    CaseResult result;
+void killedWhileItSaves(Trial& trial) {
     Fleet fleet;
-    result.expect(fleet.start());
-    Subject subject(trouble.executable);
-    result.expect(subject.store(fleet.servers(), 10), u"cannot store"_s);
-    for (const int rounds = trouble.rounds(600); result.rounds < rounds; ++result.rounds) {
-        subject.start();
-        waitUpTo(800);
-        subject.killNow();
-        result.expectWhole(subject);
-    }
-    subject.start();
-    result.expectWell(subject);
-    return result;
+    trial.expect(fleet.start());
+    trial.expect(trial.subject.store(fleet.servers()));
+    trial.repeat(600, [&] {
+        trial.subject.start();
+        waitUpTo(800ms);
+        trial.subject.killNow();
+    });
 }
 
-CaseResult killedWhileItQuits(const Trouble& trouble) {
-    CaseResult result;
+void killedWhileItQuits(Trial& trial) {
     Fleet fleet;
-    result.expect(fleet.start());
-    Subject subject(trouble.executable);
-    result.expect(subject.store(fleet.servers(), 10), u"cannot store"_s);
-    for (const int rounds = trouble.rounds(300); result.rounds < rounds; ++result.rounds) {
-        subject.start();
-        result.expect(subject.printsLine(), u"prints nothing"_s);
-        waitUpTo(300);
-        subject.process().terminate();
-        waitUpTo(20);
-        subject.killNow();
-        result.expectWhole(subject);
-    }
-    subject.start();
-    result.expectWell(subject);
-    return result;
+    trial.expect(fleet.start());
+    trial.expect(trial.subject.store(fleet.servers()));
+    trial.repeat(300, [&] {
+        trial.subject.start();
+        trial.expect(trial.subject.printsLine(), u"prints nothing"_s);
+        waitUpTo(300ms);
+        trial.subject.process().terminate();
+        waitUpTo(20ms);
+        trial.subject.killNow();
+    });
 }
 
-CaseResult killedDuringADrag(const Trouble& trouble) {
-    CaseResult result;
+void killedDuringADrag(Trial& trial) {
     const UserHome home;
     DesktopSession desktop;
-    result.expect(home.error());
-    result.expect(desktop.start(home.folder()));
+    trial.expect(home.error());
+    trial.expect(desktop.start(home.folder()));
     const ScreenReader reader;
-    Subject subject(trouble.executable);
     QList<Server> servers;
     for (int i = 0; i < 8; ++i)
-        servers << Fleet::server(u"host-%1"_s.arg(i), 9);
-    result.expect(subject.store(servers, 3600), u"cannot store"_s);
-    for (const int rounds = trouble.rounds(100); result.failures.isEmpty() && result.rounds < rounds; ++result.rounds) {
-        subject.start(Fleet::displayVariables());
-        const bool isOpen = subject.startAgain();
-        const QRect card = isOpen ? desktop.restingPlace(reader, u"host-0"_s) : QRect();
-        result.expect(card.isValid(), u"no card to drag"_s);
+        servers << Fleet::server(u"host-%1"_s.arg(i), Fleet::closedPort);
+    trial.expect(trial.subject.store(servers));
+    trial.repeat(100, [&] {
+        trial.subject.start(Fleet::displayVariables());
+        const auto items = [&](qsizetype count) {
+            return within(30s, [&] { return desktop.trayItems().size() == count; });
+        };
+        trial.expect(items(1) && trial.subject.startAgain(), u"no popover"_s);
+        const QRect card = desktop.restingPlace(reader, u"host-0"_s);
+        trial.expect(card.isValid(), u"no card to drag"_s);
         const QPoint from = card.topLeft() + QPoint(60, 24);
         static_cast<void>(desktop.moveTo(from) && desktop.xdotool(u"mousedown 1"_s));
         for (int step = 1, last = QRandomGenerator::global()->bounded(1, 12); step <= last; ++step)
             static_cast<void>(desktop.moveTo(from + QPoint(0, 25 * step)));
-        if (result.rounds % 2 == 0)
+        if (trial.rounds % 2 == 0)
             static_cast<void>(desktop.xdotool(u"mouseup 1"_s));
-        waitUpTo(30);
-        subject.killNow();
+        waitUpTo(30ms);
+        trial.subject.killNow();
         static_cast<void>(desktop.xdotool(u"mouseup 1"_s));
-        result.expectWhole(subject);
-    }
-    return result;
+        trial.expect(items(0), u"the item stays"_s);
+    });
 }
 
 } // namespace tarnwick

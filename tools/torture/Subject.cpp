@@ -3,8 +3,7 @@
 #include "Coding.h"
 #include "Files.h"
 
-#include <QDeadlineTimer>
-#include <QThread>
+#include <QRandomGenerator>
 
 #include <algorithm>
 #include <csignal>
@@ -19,15 +18,6 @@ namespace tarnwick {
 
 namespace {
 
-/// Asks again and again until it is so, or the time is up.
-template <typename Condition>
-bool within(std::chrono::milliseconds limit, Condition condition) {
-    for (const QDeadlineTimer deadline(limit); !condition(); QThread::msleep(20))
-        if (deadline.hasExpired())
-            return false;
-    return true;
-}
-
 QList<Server> decoded(const QString& path) {
     const auto result = decodeServers(readFile(path));
     const auto* servers = std::get_if<QList<Server>>(&result);
@@ -36,19 +26,25 @@ QList<Server> decoded(const QString& path) {
 
 } // namespace
 
+void waitUpTo(std::chrono::microseconds limit) {
+    QThread::usleep(QRandomGenerator::global()->bounded(static_cast<quint32>(limit.count())));
+}
+
 Subject::~Subject() {
     killNow();
     for (const int process : processesOfHome())
         ::kill(process, SIGKILL);
 }
 
-bool Subject::store(const QList<Server>& servers, qint64 refreshIntervalSeconds) const {
+QString Subject::store(const QList<Server>& servers) const {
     AppSettings settings;
-    settings.refreshIntervalSeconds = refreshIntervalSeconds;
+    settings.refreshIntervalSeconds = 10;
     settings.hasCompletedOnboarding = true;
     stored_ = servers.size();
-    return writeFile(dataFolder() + u"/servers.json"_s, encodeServers(servers).value_or(QByteArray())) &&
-           writeFile(dataFolder() + u"/settings.json"_s, encodeSettings(settings).value_or(QByteArray()));
+    const bool isStored =
+        writeFile(dataFolder() + u"/servers.json"_s, encodeServers(servers).value_or(QByteArray())) &&
+        writeFile(dataFolder() + u"/settings.json"_s, encodeSettings(settings).value_or(QByteArray()));
+    return isStored ? QString() : u"cannot store"_s;
 }
 
 void Subject::start(const QStringList& variables) {
@@ -121,7 +117,7 @@ QList<int> Subject::processesOfHome() const {
 }
 
 QStringList Subject::childrenLeft() const {
-    within(5s, [this] { return processesOfHome().isEmpty(); });
+    static_cast<void>(within(5s, [this] { return processesOfHome().isEmpty(); }));
     QStringList result;
     for (const int process : processesOfHome())
         result << QString::fromLocal8Bit(

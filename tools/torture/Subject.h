@@ -3,15 +3,28 @@
 #include "AppSettings.h"
 #include "Server.h"
 
+#include <QDeadlineTimer>
 #include <QList>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <chrono>
 
 namespace tarnwick {
+
+/// Asks again and again until it is so, or the time is up.
+template <typename Condition>
+[[nodiscard]] bool within(std::chrono::milliseconds limit, Condition condition) {
+    for (const QDeadlineTimer deadline(limit); !condition(); QThread::msleep(20))
+        if (deadline.hasExpired())
+            return false;
+    return true;
+}
+/// Waits for a random time.
+void waitUpTo(std::chrono::microseconds limit);
 
 /// The program in a home folder of its own, and what can be asked of it from outside. All waits have a limit.
 class Subject {
@@ -21,8 +34,8 @@ public:
 
     [[nodiscard]] QString home() const { return home_.path(); }
     [[nodiscard]] QString dataFolder() const { return home() + QStringLiteral("/.local/share/Tarnwick"); }
-    /// Writes both files, for the next start. False when that failed.
-    [[nodiscard]] bool store(const QList<Server>& servers, qint64 refreshIntervalSeconds) const;
+    /// Writes both files for the next start, with the shortest time between two refreshes. Empty on success.
+    [[nodiscard]] QString store(const QList<Server>& servers) const;
 
     /// Starts it without a display; with one when `variables`, each NAME=VALUE, say so.
     void start(const QStringList& variables = {});

@@ -1,16 +1,12 @@
 // What is around the program breaks: its hosts, its bus, its tray, its clock.
 
-#include "Cases.h"
 #include "DesktopSession.h"
 #include "Files.h"
 #include "Fleet.h"
-#include "Subject.h"
+#include "Trial.h"
 #include "UserHome.h"
 
-#include <QDeadlineTimer>
 #include <QRandomGenerator>
-#include <QStandardPaths>
-#include <QThread>
 
 #include <csignal>
 
@@ -19,21 +15,18 @@ using namespace std::chrono_literals;
 
 namespace tarnwick {
 
-CaseResult brokenFleet(const Trouble& trouble) {
-    CaseResult result;
+void brokenFleet(Trial& trial) {
     Fleet fleet;
-    const int third = trouble.rounds(66);
-    result.expect(fleet.add(u"hangs"_s, third, HostBehaviour::hangs));
-    result.expect(fleet.add(u"floods"_s, third, u"yes xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"));
-    result.expect(fleet.add(u"dies"_s, third, u"printf '{\"cpu\":'; kill -9 $PPID"));
-    result.expect(fleet.add(u"well"_s, 1));
-    Subject subject(trouble.executable);
-    result.expect(subject.store(fleet.servers(), 10), u"cannot store"_s);
-    subject.start();
-    for (; result.rounds < 2; ++result.rounds)
-        result.expect(subject.answers(180s), u"a cycle does not end"_s);
-    result.expectWell(subject, 180s);
-    return result;
+    const int third = trial.part(66);
+    trial.expect(fleet.add(u"hangs"_s, third, HostBehaviour::hangs));
+    trial.expect(fleet.add(u"floods"_s, third, u"yes xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"));
+    trial.expect(fleet.add(u"dies"_s, third, u"printf '{\"cpu\":'; kill -9 $PPID"));
+    trial.expect(fleet.add(u"well"_s, 1));
+    trial.expect(trial.subject.store(fleet.servers()));
+    trial.subject.start();
+    for (; trial.rounds < 2; ++trial.rounds)
+        trial.expect(trial.subject.answers(180s), u"a cycle does not end"_s);
+    trial.expectWell(180s);
 }
 
 namespace {
@@ -61,76 +54,65 @@ private:
 
 } // namespace
 
-CaseResult lostBusAndTray(const Trouble& trouble) {
-    CaseResult result;
+void lostBusAndTray(Trial& trial) {
     const UserHome home;
     DesktopSession desktop; // its screen and panel; the bus is ours, at an address that stays
-    result.expect(home.error());
-    result.expect(desktop.start(home.folder()));
-    Subject subject(trouble.executable);
+    trial.expect(home.error());
+    trial.expect(desktop.start(home.folder()));
+    Subject& subject = trial.subject;
     const QString address = u"unix:path="_s + subject.home() + u"/bus"_s;
     Part bus(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--address="_s + address});
-    QStringList variables = Fleet::displayVariables();
-    variables << u"DBUS_SESSION_BUS_ADDRESS="_s + address;
     Part panel(u"env"_s, {u"DBUS_SESSION_BUS_ADDRESS="_s + address, u"xfce4-panel"_s, u"--disable-wm-check"_s});
-    result.expect(subject.store(Fleet().servers(), 10), u"cannot store"_s);
-    result.expect(bus.start() && panel.start(), u"no desktop"_s);
-    subject.start(variables);
-    for (const int rounds = trouble.rounds(60); result.rounds < rounds; ++result.rounds) {
+    trial.expect(subject.store(Fleet().servers()));
+    trial.expect(bus.start() && panel.start(), u"no desktop"_s);
+    subject.start(Fleet::displayVariables() << u"DBUS_SESSION_BUS_ADDRESS="_s + address);
+    for (const int rounds = trial.part(60); trial.rounds < rounds; ++trial.rounds) {
         Part& victim = QRandomGenerator::global()->bounded(2) == 0 ? bus : panel;
         victim.kill();
-        QThread::msleep(QRandomGenerator::global()->bounded(1500U));
-        result.expect(subject.process().state() == QProcess::Running, u"has ended"_s);
+        waitUpTo(1500ms);
+        trial.expect(subject.process().state() == QProcess::Running, u"has ended"_s);
         QFile::remove(subject.home() + u"/bus"_s);
-        result.expect(victim.start(), u"no desktop"_s);
-        QThread::msleep(QRandomGenerator::global()->bounded(1500U));
+        trial.expect(victim.start(), u"no desktop"_s);
+        waitUpTo(1500ms);
     }
-    result.expectWell(subject);
-    return result;
+    trial.expectWell();
 }
 
-CaseResult changedClock(const Trouble& trouble) {
-    CaseResult result;
-    Subject subject(trouble.executable);
-    const QString library = QStringLiteral("libfaketime.so.1");
-    const QString folder = QFileInfo(QStandardPaths::findExecutable(u"faketime"_s)).exists()
-                               ? u"/usr/lib/%1/faketime/"_s.arg(QStringLiteral(TARNWICK_ARCHITECTURE))
-                               : QString();
-    result.expect(QFileInfo::exists(folder + library), u"libfaketime is missing: install faketime"_s);
+void changedClock(Trial& trial) {
+    const Subject& subject = trial.subject;
+    const QString library = u"/usr/lib/%1/faketime/libfaketime.so.1"_s.arg(QStringLiteral(TARNWICK_ARCHITECTURE));
+    trial.expect(QFileInfo::exists(library), u"libfaketime is missing: install faketime"_s);
     const QString clock = subject.home() + u"/clock"_s;
-    result.expect(writeFile(clock, "+0"), u"cannot write"_s);
-    result.expect(subject.store(Fleet().servers(), 10), u"cannot store"_s);
-    subject.start({u"LD_PRELOAD="_s + folder + library, u"FAKETIME_TIMESTAMP_FILE="_s + clock, u"FAKETIME_NO_CACHE=1"_s,
-                   u"FAKETIME_DONT_FAKE_MONOTONIC=1"_s});
-    result.expect(subject.printsLine(), u"prints nothing"_s);
+    trial.expect(writeFile(clock, "+0"), u"cannot write"_s);
+    trial.expect(subject.store(Fleet().servers()));
+    trial.subject.start({u"LD_PRELOAD="_s + library, u"FAKETIME_TIMESTAMP_FILE="_s + clock, u"FAKETIME_NO_CACHE=1"_s,
+                         u"FAKETIME_DONT_FAKE_MONOTONIC=1"_s});
+    trial.expect(trial.subject.printsLine(), u"prints nothing"_s);
+    const auto stored = [&subject] {
+        return readFile(subject.dataFolder() + u"/servers.json"_s);
+    };
     for (const char* const offset : {"+2h", "-2h", "+400d", "-9000d", "+9000d", "+0"}) {
-        result.expect(writeFile(clock, offset), u"cannot write"_s);
-        const QByteArray before = readFile(subject.dataFolder() + u"/servers.json"_s);
-        const QDeadlineTimer deadline(30s);
-        while (readFile(subject.dataFolder() + u"/servers.json"_s) == before && !deadline.hasExpired())
-            QThread::msleep(50);
-        result.expect(!deadline.hasExpired(), u"%1: stores no more"_s.arg(QString::fromLatin1(offset)));
-        result.expect(subject.damage());
-        ++result.rounds;
+        trial.expect(writeFile(clock, offset), u"cannot write"_s);
+        const bool stores = within(30s, [&, before = stored()] { return stored() != before; });
+        trial.expect(stores, u"%1: stores no more"_s.arg(QString::fromLatin1(offset)));
+        trial.expect(subject.damage());
+        ++trial.rounds;
     }
-    result.expectWell(subject);
-    return result;
+    trial.expectWell();
 }
 
-CaseResult longSleep(const Trouble& trouble) {
-    CaseResult result;
+void longSleep(Trial& trial) {
     Fleet fleet;
-    result.expect(fleet.start());
-    Subject subject(trouble.executable);
-    result.expect(subject.store(fleet.servers(), 10), u"cannot store"_s);
-    subject.start();
-    result.expect(subject.printsLine(), u"prints nothing"_s);
-    ::kill(static_cast<pid_t>(subject.process().processId()), SIGSTOP);
+    trial.expect(fleet.start());
+    trial.expect(trial.subject.store(fleet.servers()));
+    trial.subject.start();
+    trial.expect(trial.subject.printsLine(), u"prints nothing"_s);
+    const auto process = static_cast<pid_t>(trial.subject.process().processId());
+    ::kill(process, SIGSTOP);
     QThread::sleep(60);
-    ::kill(static_cast<pid_t>(subject.process().processId()), SIGCONT);
-    ++result.rounds;
-    result.expectWell(subject);
-    return result;
+    ::kill(process, SIGCONT);
+    ++trial.rounds;
+    trial.expectWell();
 }
 
 } // namespace tarnwick

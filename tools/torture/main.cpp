@@ -3,11 +3,10 @@
 //
 //   torture CASE PROGRAM LIBRARY PERCENT
 //
-// LIBRARY is the one of FailingCalls.cpp. PERCENT of all rounds are run. It fails when anything went wrong. Without a
+// LIBRARY is the one of FaultySystem.cpp. PERCENT of all rounds are run. It fails when anything went wrong. Without a
 // known case it prints their names.
 
-#include "Cases.h"
-#include "Subject.h"
+#include "Trial.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -19,21 +18,21 @@
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
-void CaseResult::expect(const QString& reason) {
+void Trial::expect(const QString& reason) {
     if (!reason.isEmpty())
         failures << u"round %1: %2"_s.arg(rounds).arg(reason);
 }
 
-void CaseResult::expectWhole(const Subject& subject) {
+void Trial::expectWhole() {
     expect(subject.damage());
     if (const QStringList left = subject.childrenLeft(); !left.isEmpty())
         expect(u"left: "_s + left.join(u"; "_s));
 }
 
-void CaseResult::expectWell(Subject& subject, std::chrono::seconds limit) {
+void Trial::expectWell(std::chrono::seconds limit) {
     expect(subject.answers(limit), u"does not answer"_s);
     expect(subject.quits(), u"does not quit well"_s);
-    expectWhole(subject);
+    expectWhole();
 }
 
 namespace {
@@ -41,7 +40,7 @@ namespace {
 struct Case {
     QLatin1StringView name;
     QLatin1StringView trouble;
-    CaseResult (*run)(const Trouble&);
+    void (*run)(Trial&);
 };
 
 constexpr std::array cases{
@@ -71,10 +70,11 @@ int main(int argc, char* argv[]) {
     }
     QElapsedTimer time;
     time.start();
-    const CaseResult result = one->run({arguments[2], arguments[3], arguments[4].toInt()});
-    std::printf("%-40s %7d %9d %8.0f\n", one->trouble.data(), result.rounds, int(result.failures.size()),
+    Trial trial(arguments[2], arguments[3], arguments[4].toInt());
+    one->run(trial);
+    std::printf("%-40s %7d %9d %8.0f\n", one->trouble.data(), trial.rounds, int(trial.failures.size()),
                 double(time.elapsed()) / 1000);
-    for (const QString& failure : result.failures.first(qMin<qsizetype>(10, result.failures.size())))
+    for (const QString& failure : trial.failures.first(qMin<qsizetype>(Trial::longestReport, trial.failures.size())))
         std::printf("    %s\n", qPrintable(failure));
-    return result.failures.isEmpty() ? 0 : 1;
+    return trial.failures.isEmpty() ? 0 : 1;
 }

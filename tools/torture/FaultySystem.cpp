@@ -1,6 +1,11 @@
-// A library to preload: makes system calls on the files of one folder fail.
+// A library to preload: a system in which things hang or fail.
 //
-//   FAILING_FOLDER  the folder; the files in it, and it
+// While a file of that name is in the folder FAULTS:
+//   "home hangs"  the question for a volume's space gets no answer, as on a network volume whose server is gone
+//   "no threads"  no thread can be made, as at the limit of RLIMIT_NPROC
+//
+// Of the system calls on the files of one folder, and on it:
+//   FAILING_FOLDER  the folder
 //   FAILING_CALL    the call's name: open, write, fdatasync, fchmod, rename, link, unlink; or "any"
 //   FAILING_AT      which of these calls fails, counted from 1; 0: none
 //   FAILING_ERROR   errno's number
@@ -17,7 +22,9 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -31,6 +38,11 @@ std::string variable(const char* name) {
 template <typename Function>
 Function* next(const char* name) {
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+}
+
+bool has(const char* fault) {
+    const std::string folder = variable("FAULTS");
+    return !folder.empty() && ::access((folder + '/' + fault).c_str(), F_OK) == 0;
 }
 
 bool isInFolder(const char* path) {
@@ -80,6 +92,18 @@ mode_t modeOf(int flags, va_list arguments) {
 } // namespace
 
 extern "C" {
+
+int statvfs64(const char* path, struct statvfs64* volume) noexcept {
+    while (has("home hangs"))
+        ::usleep(10'000);
+    return next<int(const char*, struct statvfs64*)>("statvfs64")(path, volume);
+}
+
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*),
+                   void* argument) noexcept {
+    return has("no threads") ? EAGAIN
+                             : next<decltype(pthread_create)>("pthread_create")(thread, attributes, start, argument);
+}
 
 int open(const char* path, int flags, ...) {
     va_list arguments;
