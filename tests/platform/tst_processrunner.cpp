@@ -218,7 +218,7 @@ private Q_SLOTS:
         const QByteArrayList processes = outcome.standardOutput.left(outcome.standardOutput.indexOf('\n')).split(' ');
         QCOMPARE(processes.size(), 2);
         for (const QByteArray& process : processes)
-            QTRY_VERIFY(isGone(process));
+            QTRY_VERIFY_WITH_TIMEOUT(isGone(process), 30'000);
     }
 
     /// With hundreds at once, each has the time of its own child: not that of the children before it, and not that in

@@ -30,8 +30,6 @@ using namespace tarnwick;
 namespace {
 const auto watcherName = u"org.kde.StatusNotifierWatcher"_s;
 const auto itemPath = u"/StatusNotifierItem"_s;
-const auto portalName = u"org.freedesktop.portal.Desktop"_s;
-const auto portalPath = u"/org/freedesktop/portal/desktop"_s;
 const auto itemInterface = u"org.kde.StatusNotifierItem"_s;
 const StatusItemContent content{u"thermometer.medium"_s, u" 41°C • 2 OK"_s, u"Tarnwick"_s};
 
@@ -66,18 +64,45 @@ class Portal : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
 
+public:
+    explicit Portal(QDBusConnection bus, uint colorScheme = 1) : scheme(colorScheme) {
+        bus.registerObject(u"/org/freedesktop/portal/desktop"_s, this, QDBusConnection::ExportAllContents);
+        bus.registerService(u"org.freedesktop.portal.Desktop"_s);
+    }
+
 public Q_SLOTS:
     QDBusVariant Read(const QString& group, const QString& key) {
-        const QVariant value = key == "font-name"_L1 ? fontName : QVariant(scheme);
+        const QVariant value = key == "font-name"_L1 ? QVariant(u"Inter Semi-Bold 11"_s) : QVariant(scheme);
         return QDBusVariant(QVariant::fromValue(QDBusVariant(group.startsWith("org."_L1) ? value : QVariant())));
     }
 
 Q_SIGNALS:
     void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
 
-public:
-    QVariant fontName;
-    uint scheme = 1;
+private:
+    uint scheme;
+};
+
+/// What shows the item, in the place of a panel.
+struct Host {
+    QDBusConnection bus;
+    QString item;
+
+    /// The answer, which an error is not.
+    QVariantList ask(const QString& path, const QString& interface, const QString& method,
+                     const QVariantList& arguments) const {
+        QDBusMessage message = QDBusMessage::createMethodCall(item, path, interface, method);
+        message.setArguments(arguments);
+        const QDBusPendingReply<> reply = bus.asyncCall(message);
+        if (!QTest::qWaitFor([&] { return reply.isFinished(); }) || reply.isError())
+            QTest::qFail(qPrintable(method + reply.error().message()), __FILE__, __LINE__);
+        return reply.reply().arguments();
+    }
+    QVariantMap properties() const {
+        return qdbus_cast<QVariantMap>(
+            ask(itemPath, u"org.freedesktop.DBus.Properties"_s, u"GetAll"_s, {itemInterface}).value(0));
+    }
+    QString label() const { return properties().value(u"XAyatanaLabel"_s).toString(); }
 };
 
 /// Every signal that the item sends, in order.
@@ -104,46 +129,36 @@ private Q_SLOTS:
 
     /// The first test, because the types that the bus needs are registered by later ones.
     void windowsAndIconFollowTheColourScheme() {
-        Portal portal;
-        QVERIFY(hostBus_.registerObject(portalPath, &portal, QDBusConnection::ExportAllContents) &&
-                hostBus_.registerService(portalName));
-        const auto lightInk = QByteArray::fromHex("fff2f2f2");
-        const auto appearance = u"org.freedesktop.appearance"_s;
-        const auto windowLightness = [] {
-            return QGuiApplication::palette().color(QPalette::Window).lightness();
+        Portal portal(host_.bus);
+        const auto isLight = [this] { // the ink, and so the windows are dark
+            const int windows = QGuiApplication::palette().color(QPalette::Window).lightness();
+            const bool ink = item_->icon().constFirst().pixels.contains(QByteArray::fromHex("fff2f2f2"));
+            return windows < 64 && ink ? u"yes"_s : windows > 192 && !ink ? u"no"_s : u"?"_s;
         };
-        QVERIFY(!item_->icon().constFirst().pixels.contains(lightInk));
+        const auto announce = [&portal](const QString& key, uint value) {
+            Q_EMIT portal.SettingChanged(u"org.freedesktop.appearance"_s, key, QDBusVariant(value));
+        };
         QSignalSpy icon(item_.get(), &StatusNotifierItem::iconChanged);
-        Q_EMIT portal.SettingChanged(appearance, u"color-scheme"_s, QDBusVariant(1U));
+        announce(u"color-scheme"_s, 1);
         QTRY_COMPARE(icon.size(), 1);
-        QVERIFY(item_->icon().constFirst().pixels.contains(lightInk));
-        QVERIFY(windowLightness() < 64);
-        Q_EMIT portal.SettingChanged(appearance, u"accent-color"_s, QDBusVariant(0U));
-        Q_EMIT portal.SettingChanged(appearance, u"color-scheme"_s, QDBusVariant(2U));
+        QCOMPARE(isLight(), u"yes"_s);
+        announce(u"accent-color"_s, 0);
+        announce(u"color-scheme"_s, 2);
         QTRY_COMPARE(icon.size(), 2);
-        QVERIFY(!item_->icon().constFirst().pixels.contains(lightInk));
-        QVERIFY(windowLightness() > 192);
+        QCOMPARE(isLight(), u"no"_s);
 
         const ColorScheme colors(bus_); // asks, and is answered "dark"
         QTRY_VERIFY(colors.isDark());
-        Q_EMIT portal.SettingChanged(appearance, u"color-scheme"_s, QDBusVariant(0U)); // as the toolkit has it
+        announce(u"color-scheme"_s, 0); // as the toolkit has it
         QTRY_VERIFY(!colors.isDark());
-    }
-
-    void fontIsTheDesktopsWhereTheToolkitHasNone() {
-        Portal portal;
-        const QString family = u"Inter"_s;
-        portal.fontName = family + u" Semi-Bold 11"_s;
-        QVERIFY(hostBus_.registerObject(portalPath, &portal, QDBusConnection::ExportAllContents) &&
-                hostBus_.registerService(portalName));
         QGuiApplication::setFont(QFont(u"Sans"_s));
         const InterfaceFont font(bus_);
-        QTRY_COMPARE(QGuiApplication::font().family(), family);
+        QTRY_COMPARE(QGuiApplication::font().family(), u"Inter"_s);
         QGuiApplication::setFont({});
     }
 
     void tellsTheHostEverythingItAsksFor() {
-        QVariantMap properties = allProperties();
+        QVariantMap properties = host_.properties();
         const auto toolTip = qdbus_cast<StatusNotifierToolTip>(properties.take(u"ToolTip"_s));
         QCOMPARE(toolTip.title, u"Tarnwick"_s);
         QCOMPARE(toolTip.description, u"41°C • 2 OK"_s);
@@ -154,15 +169,15 @@ private Q_SLOTS:
                  R"("XAyatanaLabel":"41°C • 2 OK","XAyatanaLabelGuide":"00°C • 0 OK"})");
 
         item_->setContent({u"cpu"_s, {}, u"Tarnwick"_s});
-        QCOMPARE(label(), QString());
+        QCOMPARE(host_.label(), QString());
         QCOMPARE(item_->title(), u"Tarnwick"_s);
         item_->setContent({u"cpu"_s, u" <b>1</b>\u202e & 2\a"_s, u"Tarnwick"_s}); // only the tool tip is markup
-        QCOMPARE(label(), u"<b>1</b> & 2"_s);
+        QCOMPARE(host_.label(), u"<b>1</b> & 2"_s);
         QCOMPARE(item_->toolTip().description, u"&lt;b&gt;1&lt;/b&gt; &amp; 2"_s);
     }
 
     void iconIsInNetworkByteOrder() {
-        const auto pixmaps = qdbus_cast<QList<StatusNotifierPixmap>>(allProperties().value(u"IconPixmap"_s));
+        const auto pixmaps = qdbus_cast<QList<StatusNotifierPixmap>>(host_.properties().value(u"IconPixmap"_s));
         QVERIFY(pixmaps.size() >= 4);
         for (const StatusNotifierPixmap& pixmap : pixmaps) {
             QCOMPARE(pixmap.width, pixmap.height);
@@ -207,8 +222,8 @@ private Q_SLOTS:
     void saysOnlyWhatChanged() {
         Recorder recorder;
         for (const QString& interface : {itemInterface, u"org.freedesktop.DBus.Properties"_s})
-            QVERIFY(hostBus_.connect(bus_.connection().baseService(), itemPath, interface, {}, &recorder,
-                                     SLOT(received(QDBusMessage))));
+            QVERIFY(host_.bus.connect(bus_.connection().baseService(), itemPath, interface, {}, &recorder,
+                                      SLOT(received(QDBusMessage))));
         const QStringList textSignals{u"NewTitle"_s, u"NewToolTip"_s, u"XAyatanaNewLabel"_s, u"PropertiesChanged"_s};
 
         // Signals of one sender arrive in order, so once those of the last change are here, no earlier ones are
@@ -232,10 +247,10 @@ private Q_SLOTS:
     void everyKindOfClickIsTheClick() {
         QSignalSpy clicked(item_.get(), &StatusItem::clicked);
         for (const auto& method : {u"Activate"_s, u"SecondaryActivate"_s, u"ContextMenu"_s}) {
-            ask(itemPath, itemInterface, method, {321, 12});
+            host_.ask(itemPath, itemInterface, method, {321, 12});
             QCOMPARE(clicked.takeFirst(), QVariantList{QPoint(321, 12)});
         }
-        ask(itemPath, itemInterface, u"Scroll"_s, {120, u"vertical"_s});
+        host_.ask(itemPath, itemInterface, u"Scroll"_s, {120, u"vertical"_s});
         QVERIFY(clicked.isEmpty());
     }
 
@@ -243,9 +258,9 @@ private Q_SLOTS:
         const auto menuInterface = u"com.canonical.dbusmenu"_s;
         qputenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
         makeItem();
-        QCOMPARE(label(), u"41°C • 2 OK"_s);
-        const QString menu = allProperties().value(u"Menu"_s).value<QDBusObjectPath>().path();
-        const QVariant layout = ask(menu, menuInterface, u"GetLayout"_s, {0, -1, QStringList()}).value(1);
+        QCOMPARE(host_.label(), u"41°C • 2 OK"_s);
+        const QString menu = host_.properties().value(u"Menu"_s).value<QDBusObjectPath>().path();
+        const QVariant layout = host_.ask(menu, menuInterface, u"GetLayout"_s, {0, -1, QStringList()}).value(1);
         const auto root = qdbus_cast<StatusMenuLayout>(layout);
         QCOMPARE(root.children.size(), 1);
         const auto entry = qdbus_cast<StatusMenuLayout>(root.children.constFirst());
@@ -254,14 +269,14 @@ private Q_SLOTS:
         const QSignalSpy clicked(item_.get(), &StatusItem::clicked);
         for (const auto& [id, event, clicks] :
              {std::tuple{0, u"opened"_s, 0}, {entry.id, u"hovered"_s, 0}, {entry.id, u"clicked"_s, 1}}) {
-            ask(menu, menuInterface, u"Event"_s, {id, event, QVariant::fromValue(QDBusVariant(0)), 0U});
+            host_.ask(menu, menuInterface, u"Event"_s, {id, event, QVariant::fromValue(QDBusVariant(0)), 0U});
             QCOMPARE(clicked.size(), clicks);
         }
     }
 
     void registersWithEachNewWatcher() {
         for (int round = 0; round < 2; ++round) {
-            const Watcher watcher(hostBus_);
+            const Watcher watcher(host_.bus);
             QTRY_COMPARE(watcher.registered, QStringList{bus_.connection().baseService()});
         }
     }
@@ -270,7 +285,7 @@ private Q_SLOTS:
         DesktopStatusItem item(bus_, 1ms);
         item.setContent(content);
         QTRY_VERIFY(item.isFloating());
-        auto watcher = std::make_unique<Watcher>(hostBus_);
+        auto watcher = std::make_unique<Watcher>(host_.bus);
         QTRY_VERIFY(!item.isFloating());
         QVERIFY(QGuiApplication::topLevelWindows().isEmpty());
         watcher->hosted = false;
@@ -295,11 +310,8 @@ private Q_SLOTS:
             Companion daemon;
             daemon.announcementOf(u"dbus-daemon"_s, arguments);
             const QString name = u"host of round %1"_s.arg(scheme);
-            QDBusConnection host = QDBusConnection::connectToBus(address, name);
-            Portal portal;
-            portal.scheme = scheme;
-            QVERIFY(host.registerObject(portalPath, &portal, QDBusConnection::ExportAllContents) &&
-                    host.registerService(portalName));
+            const QDBusConnection host = QDBusConnection::connectToBus(address, name);
+            const Portal portal(host, scheme);
             const Watcher watcher(host);
             if (!item) {
                 bus.emplace(address);
@@ -308,13 +320,8 @@ private Q_SLOTS:
             }
             QTRY_COMPARE(watcher.registered, QStringList{bus->connection().baseService()});
             QTRY_VERIFY(!item->isFloating());
-            QDBusMessage read = QDBusMessage::createMethodCall(watcher.registered.constFirst(), itemPath,
-                                                               u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
-            const QDBusPendingReply<QDBusVariant> label = host.asyncCall(read << itemInterface << u"XAyatanaLabel"_s);
-            QTRY_VERIFY(label.isFinished());
-            QCOMPARE(label.value().variant().toString(), u"41°C • 2 OK"_s);
-            const bool isDark = scheme == 1;
-            QTRY_COMPARE(QGuiApplication::palette().color(QPalette::Window).lightness() < 128, isDark);
+            QCOMPARE(Host(host, watcher.registered.constFirst()).label(), u"41°C • 2 OK"_s);
+            QTRY_COMPARE(QGuiApplication::palette().color(QPalette::Window).lightness() < 128, scheme == 1);
             daemon.kill(); // so that it takes no leave
             QTRY_VERIFY(item->isFloating());
             QDBusConnection::disconnectFromBus(name);
@@ -357,27 +364,11 @@ private:
         item_->setContent(content);
     }
 
-    /// The host's call; its answer, which an error is not.
-    QVariantList ask(const QString& path, const QString& interface, const QString& method,
-                     const QVariantList& arguments) {
-        QDBusMessage message = QDBusMessage::createMethodCall(bus_.connection().baseService(), path, interface, method);
-        message.setArguments(arguments);
-        const QDBusPendingReply<> reply = hostBus_.asyncCall(message);
-        if (!QTest::qWaitFor([&] { return reply.isFinished(); }) || reply.isError())
-            QTest::qFail(qPrintable(method + reply.error().message()), __FILE__, __LINE__);
-        return reply.reply().arguments();
-    }
-    QVariantMap allProperties() {
-        return qdbus_cast<QVariantMap>(
-            ask(itemPath, u"org.freedesktop.DBus.Properties"_s, u"GetAll"_s, {itemInterface}).value(0));
-    }
-    QString label() { return allProperties().value(u"XAyatanaLabel"_s).toString(); }
-
     Companion daemon_;
     const QString address_ = QString::fromUtf8(
         daemon_.announcementOf(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s}));
     const SessionBus bus_{address_};
-    QDBusConnection hostBus_ = QDBusConnection::connectToBus(address_, u"host"_s);
+    Host host_{QDBusConnection::connectToBus(address_, u"host"_s), bus_.connection().baseService()};
     std::optional<ColorScheme> colors_;
     std::unique_ptr<StatusNotifierItem> item_;
 };

@@ -113,12 +113,13 @@ public:
         return servers;
     }
 
-    [[nodiscard]] QStringList names() const {
+    [[nodiscard]] static QStringList namesOf(const QList<Server>& servers) {
         QStringList names;
-        for (const Server& server : store->servers())
+        for (const Server& server : servers)
             names.append(server.name);
         return names;
     }
+    [[nodiscard]] QStringList names() const { return namesOf(store->servers()); }
 
     [[nodiscard]] QString path(const QString& name) const { return folder + u'/' + name; }
 

@@ -86,8 +86,7 @@ private Q_SLOTS:
             QDragEnterEvent enter(place, Qt::MoveAction, &data, Qt::LeftButton, {});
             QDragMoveEvent move(place + QPoint(1, 0), Qt::MoveAction, &data, Qt::LeftButton, {});
             QDropEvent end(place, Qt::MoveAction, &data, Qt::LeftButton, {});
-            for (QEvent* event :
-                 {static_cast<QEvent*>(&enter), static_cast<QEvent*>(&move), static_cast<QEvent*>(&end)})
+            for (QEvent* event : std::initializer_list<QEvent*>{&enter, &move, &end})
                 QCoreApplication::sendEvent(desk.view.get(), event);
             return enter.isAccepted();
         };
@@ -108,24 +107,6 @@ private Q_SLOTS:
         drag(u"2"_s, {-200, 0});
         QTRY_VERIFY(!desk.ui.draggedServerId());
         QTest::mouseRelease(desk.view.get(), Qt::LeftButton, {}, {});
-    }
-
-    void dropDelegatePassingOverSeveral() {
-        StoreRig fleet;
-        UIState ui;
-        const QList<Server> servers = StoreRig::fleet(u"12345");
-        fleet.startWith(servers.first(4)); // the fifth has been removed
-        const std::tuple<int, int, QString> rows[] = {
-            {-1, 1, u"1234"_s}, // nothing is dragged
-            {0, 0, u"1234"_s},  {0, 1, u"2134"_s}, {0, 2, u"2314"_s},
-            {0, 3, u"2341"_s},  {0, 4, u"2341"_s}, {4, 0, u"2341"_s},
-        };
-        for (const auto& [dragged, target, order] : rows) {
-            if (dragged >= 0)
-                ui.setDraggedServerId(servers[dragged].id);
-            ServerDropDelegate{servers[target], *fleet.store, ui}.dropEntered();
-            QCOMPARE(fleet.names().join(QString()), order);
-        }
     }
 
     void cardsStandInOrderAfterChanges() {
@@ -181,11 +162,10 @@ private Q_SLOTS:
             QTRY_VERIFY(!desk.item(line));
         }
 
-        // Escape closes the menu alone.
         const qsizetype closings = desk.closings();
         desk.click(u"a"_s, 0, Qt::RightButton);
         QTRY_VERIFY(desk.item(line));
-        desk.press(Qt::Key_Escape);
+        desk.press(Qt::Key_Escape); // closes the menu alone
         QTRY_VERIFY(!desk.item(line));
         QCOMPARE(desk.closings(), closings);
     }

@@ -3,13 +3,8 @@
 namespace tarnwick {
 
 void ServerDropDelegate::dropEntered() const {
-    const std::optional<QUuid> dragged = ui.draggedServerId();
-    if (!dragged)
-        return;
-    const qsizetype from = store.indexOf(*dragged);
-    const qsizetype to = store.indexOf(targetServer.id);
-    if (from >= 0 && to >= 0 && from != to)
-        store.moveServer(from, to);
+    if (const std::optional<QUuid> dragged = ui.draggedServerId())
+        store.moveServer(store.indexOf(*dragged), store.indexOf(targetServer.id));
 }
 
 bool ServerDropDelegate::performDrop() const {
