@@ -119,9 +119,11 @@ QList<int> Subject::processesOfHome() const {
 QStringList Subject::childrenLeft() const {
     static_cast<void>(within(5s, [this] { return processesOfHome().isEmpty(); }));
     QStringList result;
-    for (const int process : processesOfHome())
-        result << QString::fromLocal8Bit(
-            readFile(u"/proc/%1/cmdline"_s.arg(process)).replace('\0', ' ').simplified().left(60));
+    for (const int process : processesOfHome()) {
+        const QByteArray line = readFile(u"/proc/%1/cmdline"_s.arg(process)).replace('\0', ' ').simplified();
+        result << QString::fromLocal8Bit(line.left(60));
+        ::kill(process, SIGKILL);
+    }
     return result;
 }
 

@@ -54,7 +54,7 @@ public:
     /// What is wrong with the stored files; empty when both decode, nothing was moved aside, and the list has as many
     /// entries as were stored.
     [[nodiscard]] QString damage() const;
-    /// Waits a moment for its children to end; the command lines of those that do not.
+    /// Waits a moment for its children to end; the command lines of those that do not, which are ended then.
     [[nodiscard]] QStringList childrenLeft() const;
 
 private:
