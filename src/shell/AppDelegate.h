@@ -70,7 +70,7 @@ private:
     std::unique_ptr<ServerStore> store_;
     std::unique_ptr<UIState> ui_;
     std::unique_ptr<QWindow> onboardingWindow_;
-    QTimer labelTimer_;
+    QTimer labelTimer_{this};
     bool lacksViews_ = false;
     QPoint anchor_;
     std::optional<std::chrono::nanoseconds> lastClosedTime_;

@@ -154,7 +154,8 @@ private Q_SLOTS:
         QTRY_COMPARE(title(), u" CPU 12% • 0"_s);
         sample_->setCpu(100);
         sample_->letTimePass();
-        QTRY_COMPARE(title(), u" CPU 100% • 0"_s); // each second
+        QTRY_COMPARE(title(), u" CPU 100% • 0"_s);
+        QCOMPARE(delegate_->findChild<QTimer*>()->interval(), 1000);
     }
 
     /// Hosts that refuse answer within milliseconds. A load measured over one of those is 0 % or 100 %.

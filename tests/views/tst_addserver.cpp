@@ -193,6 +193,7 @@ private Q_SLOTS:
             QCOMPARE(rig.showAddServer()->importCaption(), u"Import from ~/.ssh/config (%1)"_s.arg(count));
             QVERIFY(rig.items(u"import"_s).size() < 20); // rows out of sight are not built
             QCOMPARE(rig.item(u"hosts"_s) == nullptr, count == 0);
+            QCOMPARE(rig.item(AddServerWords().noHosts) != nullptr, count == 0);
         }
         const std::function<void()> rebuilds[] = {
             [&] { rig.store->addServer(StoreRig::server(u"new"_s)); },

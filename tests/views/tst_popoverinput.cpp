@@ -107,6 +107,26 @@ private Q_SLOTS:
         drag(u"2"_s, {-200, 0});
         QTRY_VERIFY(!desk.ui.draggedServerId());
         QTest::mouseRelease(desk.view.get(), Qt::LeftButton, {}, {});
+        drag(u"2"_s, {20, 0});
+        desk.store->removeServer(servers[1].id);
+        QTRY_VERIFY(!desk.ui.draggedServerId());
+    }
+
+    void draggingScrolls() {
+        PopoverRig desk(StoreRig::numbered(12));
+        const QQuickItem* const list = desk.item(u"serverList"_s)->parentItem();
+        const QPoint start = middle(desk.item(u"1"_s));
+        QTest::mousePress(desk.view.get(), Qt::LeftButton, {}, start);
+        QTest::mouseMove(desk.view.get(), start + QPoint(12, 0));
+        const QStringList before = desk.names();
+        QPoint end;
+        for (const auto& [height, place] : {std::pair(list->height() - 10, 11), {10.0, 0}}) {
+            end = list->mapToScene({100, height}).toPoint();
+            QTest::mouseMove(desk.view.get(), end);
+            QTRY_COMPARE_WITH_TIMEOUT(desk.names().indexOf(u"1"_s), place, 30'000);
+        }
+        QTest::mouseRelease(desk.view.get(), Qt::LeftButton, {}, end);
+        QCOMPARE(desk.names(), before);
     }
 
     void cardsStandInOrderAfterChanges() {

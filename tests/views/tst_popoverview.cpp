@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QFontMetricsF>
 #include <QPointer>
+#include <QStyleHints>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -69,6 +70,49 @@ private Q_SLOTS:
         QTRY_VERIFY(desk.view->height() > height);
         desk.store->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 65; });
         QTRY_VERIFY(!desk.item(words));
+    }
+
+    void helpUnderThePointer() {
+        QGuiApplication::styleHints()->setUseHoverEffects(true); // as on a desktop
+        Server server = StoreRig::server(u"a"_s);
+        server.isLocal = true;
+        server.metrics = metricsWith({container(u"c"_s, u"running"_s)});
+        PopoverRig desk({server});
+        desk.click(u"1 / 1 Containers"_s);
+        QTRY_VERIFY(desk.item(u"Restart container"_s));
+        const auto isShown = [&desk](const QString& text) {
+            return std::ranges::any_of(desk.items(text), [](const QQuickItem* item) {
+                while (item && !item->inherits("QQuickOverlay"))
+                    item = item->parentItem();
+                return item != nullptr;
+            });
+        };
+        QStringList helps;
+        QList<QQuickItem*> items{desk.view->rootObject()};
+        for (qsizetype i = 0; i < items.size(); ++i) {
+            items += items[i]->childItems();
+            const QQuickItem* const tip = items[i];
+            const QString help = tip->property("text").toString();
+            if (!tip->property("wanted").isValid() || !tip->isVisible() || help.isEmpty())
+                continue;
+            helps += help;
+            for (const int x : {0, 1})
+                QTest::mouseMove(desk.view.get(), middle(tip->parentItem()) + QPoint(x, 0));
+            QTRY_VERIFY2(isShown(help), qPrintable(help));
+        }
+        QCOMPARE(helps.size(), 14);
+    }
+
+    void sizesOnACard() {
+        QList<Server> servers = StoreRig::fleet(u"ab");
+        const QString error = u"long error "_s.repeated(20).trimmed();
+        servers[0].metrics = ServerMetrics::offline(error);
+        servers[1].metrics = metricsWith();
+        servers[1].metrics->cpuPercent = 25;
+        PopoverRig desk(servers);
+        QCOMPARE(desk.item(error)->property("lineCount").toInt(), 2);
+        const QQuickItem* const track = desk.item(u"CPU"_s)->parentItem()->childItems().last();
+        QCOMPARE(track->childItems().first()->width(), track->width() / 4);
     }
 
     void saysThatThisComputerIsOffline() {
@@ -400,6 +444,7 @@ private Q_SLOTS:
             return list->property("contentItem").value<QQuickItem*>()->childItems().size();
         };
         QVERIFY(cards() < 30);
+        QCOMPARE(list->parentItem()->height(), 520);
         QMetaObject::invokeMethod(list, "positionViewAtEnd");
         QTRY_VERIFY(desk.item(u"1000"_s));
         QVERIFY(cards() < 30);

@@ -22,6 +22,10 @@ Item {
         }
     }
 
+    HelpTip {
+        trend: root.content.trend
+        wanted: root.isPointed
+    }
     PlainText {
         id: label
 
@@ -54,9 +58,5 @@ Item {
             radius: track.radius
             color: Theme.color(root.content.fillRole)
         }
-    }
-    HelpTip {
-        trend: root.content.trend
-        wanted: root.isPointed
     }
 }
