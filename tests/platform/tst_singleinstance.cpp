@@ -41,16 +41,14 @@ private Q_SLOTS:
         const QTemporaryDir home;
         const QString folder = home.filePath(u"a/b"_s);
         SingleInstance first(folder, true);
-        QVERIFY(first.role() == Role::leader && !first.isSurplus());
-        QVERIFY(!first.requestActivation());
+        QVERIFY(first.role() == Role::leader && !first.isSurplus() && !first.requestActivation());
         QCOMPARE(QFile::permissions(folder).toInt() & 0x77, 0);
         QCOMPARE(QFile::permissions(folder + u"/instance"_s).toInt() & 0x77, 0);
 
         QSignalSpy spy(&first, &SingleInstance::activationRequested);
         for (int i = 0; i < 2; ++i) {
             SingleInstance second(folder, true);
-            QVERIFY(second.isSurplus());
-            QVERIFY(second.requestActivation());
+            QVERIFY(second.isSurplus() && second.requestActivation());
         }
         QVERIFY(spy.wait());
         QCOMPARE(spy.size(), 1);
@@ -88,8 +86,7 @@ private Q_SLOTS:
         const auto isFree = [&home] {
             return SingleInstance(home.path(), false).role() == Role::leader;
         };
-        QVERIFY(isFree());
-        QVERIFY(isFree());
+        QVERIFY(isFree() && isFree());
         QProcess owner;
         owner.start(QCoreApplication::applicationFilePath(), {u"--own"_s, home.path()});
         QVERIFY(owner.waitForReadyRead());

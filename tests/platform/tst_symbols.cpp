@@ -5,10 +5,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThreadPool>
 #include <QtEndian>
-
-#include <atomic>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -98,22 +95,6 @@ private Q_SLOTS:
             QCOMPARE(image.size(), QSize(22, 22));
             QCOMPARE(inkOf(image).strongest, 0);
         }
-    }
-
-    void rendersTheSameOnEveryThread() {
-        QList<QImage> expected;
-        for (const QString& name : used)
-            expected.append(SymbolImage::render(name, 22, Qt::white));
-        std::atomic<int> same = 0;
-        QThreadPool threads;
-        threads.setMaxThreadCount(4);
-        for (int thread = 0; thread < 4; ++thread)
-            threads.start([&] {
-                for (qsizetype i = 0; i < used.size(); ++i)
-                    same += SymbolImage::render(used.at(i), 22, Qt::white) == expected.at(i) ? 1 : 0;
-            });
-        QVERIFY(threads.waitForDone(60'000));
-        QCOMPARE(same.load(), 4 * static_cast<int>(used.size()));
     }
 
     void applicationIconKeepsItsColours() {

@@ -54,8 +54,7 @@ private Q_SLOTS:
         ::signal(SIGHUP, SIG_IGN);
         {
             const TerminationSignals signalsToQt;
-            QVERIFY(handlerOf(SIGTERM) != before);
-            QVERIFY(handlerOf(SIGHUP) == SIG_IGN);
+            QVERIFY(handlerOf(SIGTERM) != before && handlerOf(SIGHUP) == SIG_IGN);
         }
         QVERIFY(handlerOf(SIGTERM) == before);
         ::signal(SIGHUP, SIG_DFL);
