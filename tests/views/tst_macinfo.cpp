@@ -130,6 +130,18 @@ private Q_SLOTS:
         QTRY_VERIFY(!rig.item(u"PMU tdev2"_s));
     }
 
+    void tellsTheWholeOfALongFact() {
+        MacInfoRig rig;
+        const QString build = rig.sample.kernel.os.versionText = u"Version 14.5 "_s.repeated(10).trimmed();
+        rig.becomeBusy(50);
+        rig.click(u"refresh"_s);
+        QQuickItem* const scroll = rig.item(u"scroll"_s);
+        scroll->setProperty("contentY", rig.item(build)->mapToItem(scroll, {0, -200}).y());
+        for (const int x : {0, 1})
+            QTest::mouseMove(rig.view.get(), middle(rig.item(build)) + QPoint(x, 0));
+        QTRY_COMPARE(rig.items(build).size(), 2);
+    }
+
     void takesSnapshotsWhileOpen() {
         MacInfoRig rig;
         QCOMPARE(rig.ui.macInfo(), SampleComputer::macMini());

@@ -53,8 +53,6 @@ Rectangle {
                 PlainText {
                     id: value
 
-                    readonly property HoverHandler pointer: HoverHandler {}
-
                     anchors.left: label.right
                     anchors.leftMargin: 12
                     anchors.right: parent.right
@@ -63,9 +61,12 @@ Rectangle {
                     text: line.fact.value
                     font.weight: Font.Medium
 
+                    HoverHandler {
+                        id: pointer
+                    }
                     HelpTip {
                         text: value.text
-                        wanted: value.truncated && value.pointer.hovered
+                        wanted: value.truncated && pointer.hovered
                     }
                 }
             }
