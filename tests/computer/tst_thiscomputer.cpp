@@ -2,8 +2,8 @@
 
 #include <QTest>
 
+#include <atomic>
 #include <latch>
-#include <mutex>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -16,18 +16,13 @@ namespace {
 class CountingKernel : public ScriptedKernel {
 public:
     std::optional<CpuTicks> cpuTicks() override {
-        std::unique_lock lock(mutex_);
-        counters_.user += 30;
-        counters_.idle += 70;
-        const CpuTicks sample = counters_;
-        lock.unlock();
+        const std::uint32_t steps = ++steps_;
         std::this_thread::yield(); // gives the other thread a chance to measure in between
-        return sample;
+        return CpuTicks{.user = 4'294'900'000U + 30 * steps, .idle = 70 * steps};
     }
 
 private:
-    std::mutex mutex_;
-    CpuTicks counters_{.user = 4'294'900'000U};
+    std::atomic<std::uint32_t> steps_ = 0;
 };
 
 /// The readings of the home volume and of the graphics card hang until `mayAnswer`.
