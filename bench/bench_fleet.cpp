@@ -23,6 +23,7 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <limits>
 
 using namespace tarnwick;
 
@@ -110,7 +111,7 @@ void waitForCycle(ServerStore& store) {
 
 /// One cycle of a fleet on these hosts, from its start.
 struct CycleFigures {
-    double elapsed = 0; ///< ms, until the last of the hosts that were to answer has
+    double elapsed = std::numeric_limits<double>::infinity(); ///< ms, until all that were to answer have
     qsizetype answers = 0;
     double late = 0;     ///< ms, the worst lateness of the main thread's timer
     double lateOurs = 0; ///< ms, without the time in which it waited for a processor
