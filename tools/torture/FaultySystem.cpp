@@ -85,8 +85,8 @@ int opened(const char* name, const char* path, int flags, mode_t mode) {
     return next<int(const char*, int, mode_t)>(name)(path, flags, mode);
 }
 
-mode_t modeOf(int flags, va_list arguments) {
-    return (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
+bool haveMode(int flags) {
+    return (flags & (O_CREAT | O_TMPFILE)) != 0;
 }
 
 } // namespace
@@ -108,7 +108,7 @@ int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*
 int open(const char* path, int flags, ...) {
     va_list arguments;
     va_start(arguments, flags);
-    const mode_t mode = modeOf(flags, arguments);
+    const mode_t mode = haveMode(flags) ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
     return opened("open", path, flags, mode);
 }
@@ -116,7 +116,7 @@ int open(const char* path, int flags, ...) {
 int open64(const char* path, int flags, ...) {
     va_list arguments;
     va_start(arguments, flags);
-    const mode_t mode = modeOf(flags, arguments);
+    const mode_t mode = haveMode(flags) ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
     return opened("open64", path, flags, mode);
 }
