@@ -41,8 +41,9 @@ public:
         .computer = sample.computer,
         .restartContainer =
             [this](const Server&, const QString& id) {
-                restarts[id].start();
-                return restarts[id].future();
+                QPromise<bool>& promise = restarts[id] = QPromise<bool>();
+                promise.start();
+                return promise.future();
             },
         .openServerSSH = [this](const Server& server) { terminals += server.name; },
         .openDockerContainer =
