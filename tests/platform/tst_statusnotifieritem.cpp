@@ -321,7 +321,7 @@ private Q_SLOTS:
             }
             QTRY_COMPARE(watcher.registered, QStringList{bus->connection().baseService()});
             QTRY_VERIFY(!item->isFloating());
-            QCOMPARE(Host(host, watcher.registered.constFirst()).label(), u"41°C • 2 OK"_s);
+            QCOMPARE((Host{host, watcher.registered.constFirst()}.label()), u"41°C • 2 OK"_s);
             QTRY_COMPARE(QGuiApplication::palette().color(QPalette::Window).lightness() < 128, scheme == 1);
             daemon.kill(); // so that it takes no leave
             QTRY_VERIFY(item->isFloating());
