@@ -16,10 +16,9 @@ class LaunchWindow {
 public:
     using Time = std::chrono::nanoseconds;
 
-    /// A child that is older waits for its host, not for this computer, and holds no place any more.
+    /// A child that is older waits for its host, not for this computer, and holds no place any more. While no processor
+    /// has time left that cannot be told, and one more child would only slow down the others: then all hold theirs.
     static constexpr std::chrono::seconds patience{5};
-    /// The same while no processor has time left: then who waits for its host cannot be told from who waits for that.
-    static constexpr std::chrono::seconds patienceWhileBusy{15};
     /// How often look() is to be called while children wait for their launch.
     static constexpr std::chrono::milliseconds lookPeriod{200};
 
@@ -31,16 +30,16 @@ public:
     void end(Time launched, Time now);
     /// Absent ticks say nothing.
     void look(const std::optional<CpuTicks>& ticks);
-    /// How long until the next child is too old to hold its place. Call while the window is full.
-    [[nodiscard]] Time untilRelease(Time now) const { return *holders(now) - youngest(now); }
+    /// After how long to ask again, while there is no room and nothing else happens.
+    [[nodiscard]] Time untilRelease(Time now) const { return isBusy_ ? lookPeriod : *holders(now) - (now - patience); }
 
 private:
     using Launches = std::multiset<Time>;
 
-    /// Who was launched by then holds no place.
-    [[nodiscard]] Time youngest(Time now) const { return now - (isBusy_ ? patienceWhileBusy : patience); }
     /// The first child that holds a place; all after it do, too.
-    [[nodiscard]] Launches::const_iterator holders(Time now) const { return running_.upper_bound(youngest(now)); }
+    [[nodiscard]] Launches::const_iterator holders(Time now) const {
+        return isBusy_ ? running_.begin() : running_.upper_bound(now - patience);
+    }
 
     std::size_t size_ = 64;
     Launches running_;

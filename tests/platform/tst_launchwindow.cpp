@@ -22,7 +22,7 @@ private Q_SLOTS:
         QTest::newRow("wider with each that ends soon") << u"LEL"_s << u"64 128"_s;
         QTest::newRow("not without bounds") << u"LELELELEL"_s << u"64 128 256 512 512"_s;
         QTest::newRow("who hangs gives its place up") << u"L4L1L"_s << u"64 0 64"_s;
-        QTest::newRow("later while no processor is idle") << u"LIB5L9L1L"_s << u"64 0 0 48"_s;
+        QTest::newRow("not while no processor is idle") << u"LIB9L9LIL"_s << u"64 0 0 48"_s;
         QTest::newRow("who ends late makes nothing wider") << u"L6EL"_s << u"64 64"_s;
         QTest::newRow("narrower while no processor is idle") << u"IBLBEL"_s << u"48 36"_s;
         QTest::newRow("not without end") << u"IBBBBBBBBBBL"_s << u"16"_s;
@@ -51,7 +51,7 @@ private Q_SLOTS:
                     running.push_back(now);
                 }
                 launched += QString::number(count);
-                QVERIFY(window.untilRelease(now) > 0s && window.untilRelease(now) <= 15s);
+                QVERIFY(window.untilRelease(now) > 0s && window.untilRelease(now) <= 5s);
                 break;
             case u'E':
                 for (const LaunchWindow::Time time : running)
