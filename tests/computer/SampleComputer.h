@@ -5,6 +5,8 @@
 
 #include <QHash>
 
+#include <mutex>
+
 namespace tarnwick {
 
 /// The bytes of an integer as the kernel gives them.
@@ -42,13 +44,21 @@ public:
         return found == values.cend() ? std::nullopt : std::optional(*found);
     }
     std::optional<QString> makersModelName() override { return makersName; }
-    std::optional<CpuTicks> cpuTicks() override { return asked += QStringLiteral("cpu"), ticks; }
-    std::optional<MemoryPages> memoryPages() override { return asked += QStringLiteral("ram"), pages; }
-    QList<QVariantMap> accelerators() override { return asked += QStringLiteral("gpu"), cards; }
+    std::optional<CpuTicks> cpuTicks() override { return note(QStringLiteral("cpu")), ticks; }
+    std::optional<MemoryPages> memoryPages() override { return note(QStringLiteral("ram")), pages; }
+    QList<QVariantMap> accelerators() override { return note(QStringLiteral("gpu")), cards; }
     OperatingSystem operatingSystem() override { return os; }
     ThermalState thermalState() override { return thermal; }
-    std::optional<VolumeSpace> homeVolume() override { return asked += QStringLiteral("disk"), volume; }
+    std::optional<VolumeSpace> homeVolume() override { return note(QStringLiteral("disk")), volume; }
     qint64 wallClockSeconds() override { return now; }
+
+private:
+    /// Some figures are read in the background.
+    void note(const QString& figure) {
+        static std::mutex mutex;
+        const std::lock_guard lock(mutex);
+        asked += figure;
+    }
 };
 
 /// Temperature sensors that a test sets; at first there is no sensor service.
