@@ -42,6 +42,13 @@ public:
                 qFatal("%s does not start", qPrintable(program));
         return readLine().trimmed();
     }
+    /// A session bus that starts no services by itself; returns its address.
+    QByteArray startBus(const QStringList& options = {}) {
+        return announcementOf(QStringLiteral("dbus-daemon"),
+                              QStringList{QStringLiteral("--config-file=" TARNWICK_FIXTURES "/session-bus.conf"),
+                                          QStringLiteral("--nofork"), QStringLiteral("--print-address")} +
+                                  options);
+    }
     /// An X server; returns its name for DISPLAY.
     QByteArray startScreen() {
         const QString arguments = QStringLiteral("-displayfd 1 -nolisten tcp -screen 0 1280x800x24");

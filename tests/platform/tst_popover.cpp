@@ -283,8 +283,7 @@ int main(int argc, char* argv[]) {
     qputenv("DISPLAY", screen.startScreen());
     qputenv("QT_QPA_PLATFORM", "xcb");
     Companion bus; // without one Qt 6.8 leaks
-    qputenv("DBUS_SESSION_BUS_ADDRESS",
-            bus.announcementOf(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s}));
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.startBus());
     QGuiApplication app(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     tst_Popover test;

@@ -304,12 +304,11 @@ private Q_SLOTS:
     void everythingReturnsWithTheBus() {
         const QTemporaryDir folder;
         const QString address = u"unix:path="_s + folder.filePath(u"bus"_s);
-        const QStringList arguments{u"--session"_s, u"--nofork"_s, u"--print-address"_s, u"--address="_s + address};
         std::optional<SessionBus> bus;
         std::unique_ptr<DesktopStatusItem> item;
         for (const uint scheme : {1U, 2U}) {
             Companion daemon;
-            daemon.announcementOf(u"dbus-daemon"_s, arguments);
+            daemon.startBus({u"--address="_s + address});
             const QString name = u"host of round %1"_s.arg(scheme);
             const QDBusConnection host = QDBusConnection::connectToBus(address, name);
             const Portal portal(host, scheme);
@@ -366,8 +365,7 @@ private:
     }
 
     Companion daemon_;
-    const QString address_ = QString::fromUtf8(
-        daemon_.announcementOf(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s}));
+    const QString address_ = QString::fromUtf8(daemon_.startBus());
     const SessionBus bus_{address_};
     Host host_{QDBusConnection::connectToBus(address_, u"host"_s), bus_.connection().baseService()};
     std::optional<ColorScheme> colors_;
