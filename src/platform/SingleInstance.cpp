@@ -94,8 +94,10 @@ void SingleInstance::tryToLead() {
     // A leader that does not answer is stopped or hangs. Once it runs again, it hands over all the same.
     const bool goesAhead = hasDisplay_ && answerBy_.hasExpired();
     setRole(goesAhead ? Role::leader : Role::follower);
-    if (hasDisplay_)
-        static_cast<void>(::write(pipe_, "", 1));
+    if (hasDisplay_) {
+        // When the pipe is full, the leader has been asked.
+        [[maybe_unused]] const ssize_t written = ::write(pipe_, "", 1);
+    }
     attempts_.start(hasDisplay_ && !goesAhead ? 50ms : 1s);
 }
 
