@@ -1,3 +1,4 @@
+#include "NoThreads.h"
 #include "SampleComputer.h"
 
 #include <QTest>
@@ -155,6 +156,15 @@ private Q_SLOTS:
         QCOMPARE(asMany[2].result().gpuPercent, 7.0);
         QVERIFY(kernel.questions <= 3); // the disk once, the graphics card perhaps again
         QTRY_COMPARE(computer.gpuPercent(), 7.0);
+    }
+
+    void withoutAThreadNobodyWaits() {
+        SampleComputer sample;
+        {
+            const NoThreads scarce;
+            QVERIFY(sample.computer.figures().isCanceled());
+        }
+        QCOMPARE(sample.computer.figures().result().disk.totalGB, 460.4);
     }
 
     void whatCannotBeReadFallsBackAndTheDescriptionStays() {

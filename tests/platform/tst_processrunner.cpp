@@ -1,3 +1,4 @@
+#include "NoThreads.h"
 #include "ProcessRunner.h"
 
 #include <QCoreApplication>
@@ -8,6 +9,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -219,6 +221,17 @@ private Q_SLOTS:
         QCOMPARE(processes.size(), 2);
         for (const QByteArray& process : processes)
             QTRY_VERIFY_WITH_TIMEOUT(isGone(process), 30'000);
+    }
+
+    static void runsAgainOnceThreadsCanBeMade() {
+        ProcessRunner::endAll();
+        {
+            const NoThreads scarce;
+            const ProcessOutcome outcome = outcomeOf(shell(u"echo a"_s));
+            QCOMPARE(outcome.end, End::failedToStart);
+            QCOMPARE(outcome.launchError, qt_error_string(EAGAIN));
+        }
+        QCOMPARE(outputOf(u"echo a"_s), "a\n");
     }
 
     /// With hundreds at once, each has the time of its own child: not that of the children before it, and not that in
