@@ -1,5 +1,6 @@
 #include "../computer/SampleComputer.h"
 #include "Files.h"
+#include "NoThreads.h"
 #include "OpenSshServer.h"
 #include "SSHMetricsCollector.h"
 #include "UserHome.h"
@@ -7,6 +8,8 @@
 #include <QDeadlineTimer>
 #include <QRegularExpression>
 #include <QTest>
+
+#include <latch>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -23,6 +26,17 @@ Server serverAt(const OpenSshServer& host) {
     server.customSshKeyPath = host.keyPath();
     return server;
 }
+
+/// Its home volume does not answer, like one of a file server that is gone.
+class StuckKernel : public ScriptedKernel {
+public:
+    std::latch mayAnswer{1};
+
+    std::optional<VolumeSpace> homeVolume() override {
+        mayAnswer.wait();
+        return {};
+    }
+};
 
 /// The result of the future, or a default one if it ends without.
 template <typename T>
@@ -58,17 +72,32 @@ class CollectorTest : public QObject {
 
     UserHome home_;
     OpenSshServer host_; ///< answers, and lists the recorded containers
+    StuckKernel stuckKernel_;
+    ScriptedSensors sensors_;
+    ThisComputer stuckComputer_{stuckKernel_, sensors_, macWords};
+    QFuture<ServerMetrics> stuck_; ///< the probe of that one, begun first
 
 private Q_SLOTS:
     void initTestCase() {
         QCOMPARE(home_.error(), QString());
         QCOMPARE(host_.start(), QString());
         ProcessRunner::raiseOpenFileLimit();
+        Server here;
+        here.isLocal = true;
+        stuck_ = SSHMetricsCollector::collect(here, stuckComputer_, ProcessRequest::Launch::paced);
     }
+    void cleanupTestCase() { stuckKernel_.mayAnswer.count_down(); }
     void init() {
         QVERIFY(home_.writeSshFile(u"config"_s, {}) && home_.writeSshFile(u"known_hosts"_s, {}));
         QVERIFY(host_.standIns().addDocker(containerRows) && host_.standIns().addDisk(80, 25));
         QVERIFY(host_.standIns().addRecording(u"top"_s, "%Cpu(s): 51.9 us,  5.3 sy,  0.0 ni, 42.7 id,  0.0 wa\n"));
+    }
+
+    /// The first test, because a thread that was made stays.
+    void readsAnAnswerWithoutAnotherThread() {
+        QCOMPARE(ProcessRunner::run({.executable = u"/bin/true"_s, .arguments = {}}).result().status, 0);
+        const NoThreads scarce;
+        QCOMPARE(resultOf(probe(serverAt(host_))).cpuPercent, 58.0);
     }
 
     void healthyHost() {
@@ -205,6 +234,8 @@ private Q_SLOTS:
         QCOMPARE(restarted, (QList{true, false}));
         QCOMPARE(tools.restarts(), (QStringList{u"9b1e77a0c2d5"_s, u"nosuch"_s}));
     }
+
+    void limitHoldsForReadingsThatHang() { QCOMPARE(reasonOf(resultOf(stuck_)), u"No answer within 30 seconds"_s); }
 };
 
 } // namespace tarnwick

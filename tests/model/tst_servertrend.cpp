@@ -57,8 +57,8 @@ private Q_SLOTS:
         QCOMPARE(text(trend.points(TrendFigure::cpu)), u"90 -, 7200 127.5"_s);
         trend.note(result(7229 + 7200, 1));
         QCOMPARE(text(trend.points(TrendFigure::cpu)), u"14400 1"_s);
-        trend.note(result(7200, 2)); // the clock was set back
-        QCOMPARE(text(trend.points(TrendFigure::cpu)), u"7200 2"_s);
+        trend.note(result(14'000, 2)); // the clock was set back
+        QCOMPARE(text(trend.points(TrendFigure::cpu)), u"13980 2"_s);
     }
 
     void spells() {

@@ -54,9 +54,12 @@ class PlasmaShell : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.kde.PlasmaShell.StrutManager")
 
 public Q_SLOTS:
-    QRect availableScreenRect(const QString& screenName) { // NOLINT(readability-convert-member-functions-to-static)
-        return screenName == QGuiApplication::primaryScreen()->name() ? QRect(0, 56, 1280, 744) : QRect();
+    QRect availableScreenRect(const QString& screenName) {
+        return screenName == QGuiApplication::primaryScreen()->name() ? free : QRect();
     }
+
+public:
+    QRect free{0, 56, 1280, 744};
 };
 
 /// Real mouse or keyboard actions on the X server.
@@ -143,6 +146,9 @@ private Q_SLOTS:
             QVERIFY(QTest::qWaitForWindowActive(window));
             QCOMPARE(lost.size(), losses);
         }
+        show();
+        Q_EMIT qGuiApp->focusWindowChanged(nullptr); // on the way from another window to this one
+        QCOMPARE(lost.size(), 1);
     }
 
     void closesFromInsideItsOwnHandler() {
@@ -207,6 +213,8 @@ private Q_SLOTS:
         QVERIFY(bus.registerObject(u"/StrutManager"_s, &shell, QDBusConnection::ExportAllSlots) &&
                 bus.registerService(u"org.kde.plasmashell"_s));
         row(u"KWin"_s, {}, {440, 62, 400, 560});
+        shell.free = {}; // it does not know the screen yet
+        row(u"KWin"_s, {});
 
         // The panel takes no focus, so that it is covered.
         const auto setWorkArea = [](const QString& numbers) {

@@ -5,6 +5,7 @@
 #include "StatusNotifierItem.h"
 
 #include <QDBusArgument>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingReply>
@@ -37,7 +38,7 @@ const StatusItemContent content{u"thermometer.medium"_s, u" 41°C • 2 OK"_s, u
 class Watcher : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
-    Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER hosted)
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered READ answer)
 
 public:
     explicit Watcher(const QDBusConnection& bus) : bus_(bus) {
@@ -46,7 +47,13 @@ public:
     }
     ~Watcher() override { bus_.unregisterService(watcherName); }
 
+    bool answer() {
+        ++asked;
+        return hosted;
+    }
+
     bool hosted = true;
+    int asked = 0;
     QStringList registered;
 
 public Q_SLOTS:
@@ -301,6 +308,22 @@ private Q_SLOTS:
         QCOMPARE(QGuiApplication::topLevelWindows().constFirst()->title(), u"41°C • 2 OK"_s);
     }
 
+    void hostThatReturnsSoonGetsNoStrip() {
+        Watcher watcher(host_.bus);
+        const DesktopStatusItem item(bus_, 200ms);
+        for (const bool hosted : {true, false, true}) {
+            watcher.hosted = hosted;
+            const int asked = watcher.asked;
+            Q_EMIT watcher.StatusNotifierHostRegistered();
+            QTRY_VERIFY(watcher.asked > asked);
+        }
+        QTimer after;
+        after.setSingleShot(true);
+        after.start(200ms);
+        QTRY_VERIFY(!after.isActive());
+        QVERIFY(!item.isFloating());
+    }
+
     void everythingReturnsWithTheBus() {
         const QTemporaryDir folder;
         const QString address = u"unix:path="_s + folder.filePath(u"bus"_s);
@@ -362,6 +385,7 @@ private:
         colors_.emplace(bus_);
         item_ = std::make_unique<StatusNotifierItem>(bus_, *colors_);
         item_->setContent(content);
+        bus_.connection().interface()->isServiceRegistered(watcherName); // what the item asked is answered before
     }
 
     Companion daemon_;

@@ -73,7 +73,7 @@ private Q_SLOTS:
         const Server web = server(u"web-1"_s, u"deploy"_s, u"192.0.2.10"_s);
         const Server withKey = server(u"web-1"_s, u"deploy"_s, u"192.0.2.10"_s, u"~/.ssh/id_ed25519"_s);
         // Nothing is validated: an empty user and an empty key are used as they are.
-        Server bare = server(u"Büro 2 (alt)"_s, u""_s, u"fe80::1%eth0"_s, u""_s);
+        Server bare = server(u"Büro 2 (alt!)"_s, u""_s, u"fe80::1%eth0"_s, u""_s);
         bare.port = 65535;
         Server here = withKey;
         here.isLocal = true;
