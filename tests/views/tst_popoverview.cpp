@@ -287,7 +287,7 @@ private Q_SLOTS:
         list->setProperty("contentY", list->property("contentY").toReal() + 150 * 44);
         QTRY_VERIFY(desk.item(u"c150"_s));
         QVERIFY(!desk.item(u"c0"_s) && desk.items(restart).size() < 40);
-        QTRY_COMPARE(qRound(desk.item(u"c150"_s)->mapToItem(desk.item(u"c151"_s), {}).y()), -44);
+        QTRY_COMPARE(qRound(desk.item(u"c150"_s)->mapToItem(desk.item(u"c151"_s), QPointF()).y()), -44);
         const auto sees = [&](const QString& name) {
             list->setProperty("contentY", list->property("contentY").toReal() + 200);
             return desk.item(name) != nullptr;
