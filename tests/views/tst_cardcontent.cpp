@@ -167,6 +167,23 @@ private Q_SLOTS:
         }
     }
 
+    void barsHaveTheirTrends() {
+        Server server = remote();
+        server.metrics = healthy(36);
+        server.metrics->latencyMs = 21;
+        ServerTrend trend;
+        for (const double seconds : {0.0, 60.0}) {
+            server.metrics->lastChecked = {seconds};
+            trend.note(*server.metrics);
+        }
+        const ServerCardContent card = serverCardContent(server, {}, macWords, &trend);
+        QStringList texts{card.latencyTrend.text};
+        for (const MetricBarContent& bar : card.bars)
+            texts += bar.trend.text;
+        const auto end = u" in the last minute"_s;
+        QCOMPARE(texts, (QStringList{u"21 ms"_s + end, u"25%"_s + end, u"40%"_s + end, u"30%"_s + end}));
+    }
+
     void trends() {
         QCOMPARE(figureTrend(nullptr, TrendFigure::cpu), TrendContent());
         ServerTrend trend;

@@ -63,6 +63,23 @@ private Q_SLOTS:
         }
     }
 
+    void loadsHaveTheirTrends() {
+        ServerTrend trend;
+        for (const double seconds : {0.0, 60.0}) {
+            ServerMetrics metrics;
+            metrics.cpuPercent = 10;
+            metrics.memoryUsedMB = 20;
+            metrics.memoryTotalMB = 100;
+            metrics.lastChecked = {seconds};
+            trend.note(metrics);
+        }
+        const MacInfoContent content = macInfoContent({}, {}, false, macWords, &trend);
+        QStringList texts;
+        for (const MacTile& tile : content.loads.tiles + content.thermals.tiles)
+            texts += tile.trend.text;
+        QCOMPARE(texts, (QStringList{u"10% in the last minute"_s, {}, u"20% in the last minute"_s, {}, {}, {}}));
+    }
+
     void fallsBack() {
         MacHardwareInfo info;
         for (const auto& [cpuCores, subtitle] :
