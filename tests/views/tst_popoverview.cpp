@@ -140,7 +140,8 @@ private Q_SLOTS:
             PopoverRig desk(StoreRig::fleet(u"a"));
             const QSize before = desk.view->size();
             for (int time = 0; time < 2; ++time) {
-                desk.click(button);
+                desk.item(button)->forceActiveFocus();
+                desk.press(Qt::Key_Space);
                 QVERIFY(desk.ui.property(flag).toBool());
                 QTRY_COMPARE(desk.view->size(), size);
                 // The page is out of sight, and as it was.
@@ -154,6 +155,7 @@ private Q_SLOTS:
                 desk.press(Qt::Key_Escape);
                 QTRY_VERIFY(!desk.ui.property(flag).toBool());
                 QTRY_COMPARE(desk.view->size(), before);
+                QTRY_COMPARE(desk.view->activeFocusItem(), desk.item(button));
                 QCOMPARE(desk.closings(), 0);
             }
             desk.press(Qt::Key_Escape);
