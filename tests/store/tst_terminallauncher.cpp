@@ -5,6 +5,9 @@
 
 #include <QProcess>
 
+#include <functional>
+#include <utility>
+
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
 
@@ -69,6 +72,28 @@ class TestTerminalLauncher : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void eachOpensATerminalWithItsLine() {
+        StandIns tools; // with a terminal that notes the line
+        QVERIFY(
+            tools.add(u"xdg-terminal-exec"_s,
+                      "#!/bin/sh\nfor line; do :; done\nprintf %s \"$line\" >\"$0.new\"; mv \"$0.new\" \"$0.line\"\n"));
+        const QString noted = tools.folder() + u"/xdg-terminal-exec.line"_s;
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", tools.searchPath().toLocal8Bit());
+        const Server web = server(u"web-1"_s, u"deploy"_s, u"192.0.2.10"_s);
+        using namespace TerminalLauncher;
+        const std::pair<std::function<void()>, QString> rows[] = {
+            {[] { openInTerminal(u"echo 'a b'"_s); }, u"echo 'a b'"_s},
+            {[&] { openServerSSH(web); }, serverCommandLine(web)},
+            {[&] { openDockerContainer(web, container(u"api"_s)); }, containerCommandLine(web, container(u"api"_s))}};
+        for (const auto& [open, line] : rows) {
+            QFile::remove(noted);
+            open();
+            QTRY_COMPARE(QString::fromUtf8(readFile(noted)), line);
+        }
+        qputenv("PATH", path);
+    }
+
     void harmlessValuesGiveThePlainLine() {
         const Server web = server(u"web-1"_s, u"deploy"_s, u"192.0.2.10"_s);
         const Server withKey = server(u"web-1"_s, u"deploy"_s, u"192.0.2.10"_s, u"~/.ssh/id_ed25519"_s);
