@@ -29,9 +29,12 @@ private Q_SLOTS:
         QCOMPARE(rig.files(), (QStringList{u"servers.json"_s, u"settings.json"_s}));
         ::umask(usual);
         QVERIFY(rig.probed.isEmpty()); // the first refresh waits for the event loop
-        for (const auto& [path, mode] :
-             {std::pair(u".."_s, 0x7000), {u"."_s, 0x7000}, {u"servers.json"_s, 0x6000}, {u"settings.json"_s, 0x6000}})
-            QCOMPARE(QFile::permissions(rig.path(path)).toInt() & 0x7077, mode); // the owner's and others'
+        const auto isPrivate = [&rig](const QString& path) {
+            const int access = QFile::permissions(rig.path(path)).toInt() & 0x7077; // the owner's and others'
+            return access == (path.endsWith(u"json") ? 0x6000 : 0x7000);
+        };
+        for (const QString& path : {u".."_s, u"."_s, u"servers.json"_s, u"settings.json"_s})
+            QVERIFY(isPrivate(path));
 
         QCOMPARE(rig.storedFleet(), rig.store->servers());
         QCOMPARE(rig.names(), (QStringList{u"Local Machine"_s, u"web"_s, u"db"_s}));
@@ -47,7 +50,10 @@ private Q_SLOTS:
         rig.store->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 77; });
         const QList<Server> servers = rig.store->servers();
         rig.store.reset();
+        for (const QString& path : {u"."_s, u"servers.json"_s})
+            QVERIFY(QFile::setPermissions(rig.path(path), QFile::permissions(rig.path(path)) | QFile::ReadOther));
         rig.start();
+        QVERIFY(isPrivate(u"."_s) && isPrivate(u"servers.json"_s));
         QCOMPARE(rig.store->servers(), servers);
         QCOMPARE(rig.store->settings().refreshIntervalSeconds, 77);
         rig.store.reset();
