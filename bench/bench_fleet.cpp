@@ -213,7 +213,7 @@ int large() {
     fleet.store.sshHosts = [] {
         return QList<SSHConfigHost>(1000);
     };
-    fleet.store.collect = [](const Server& server, ProcessRequest::Launch) {
+    fleet.store.collect = [](const Server& server, const ProbeManner&) {
         const QByteArray host = uuidString(server.id).left(8).toLatin1();
         QByteArray line = "{\"cpu\":12,\"mem_used\":512,\"mem_total\":2048,\"disk_used\":10.0,\"disk_total\":40.0,"
                           "\"load\":0.50,\"uptime\":\"14\",\"containers\":[";

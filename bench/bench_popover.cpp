@@ -88,7 +88,7 @@ public:
     explicit Fleet(int size) {
         qputenv("HOME", home.path().toLocal8Bit());
         store = std::make_unique<ServerStore>(StoreCollaborators{
-            .collect = [this](const Server&, ProcessRequest::Launch) { return readyFuture(answer()); },
+            .collect = [this](const Server&, const ProbeManner&) { return readyFuture(answer()); },
             .clock = [] { return Instant(); },
             .claim = [](const QString&, Instant) { return false; },
             .notify = {},

@@ -31,7 +31,7 @@ double refresh(const QList<Server>& servers) {
     const double start = figures::wallMilliseconds();
     QList<QFuture<ServerMetrics>> probes;
     for (const Server& server : servers)
-        probes.append(SSHMetricsCollector::collect(server, here.computer, ProcessRequest::Launch::paced));
+        probes.append(SSHMetricsCollector::collect(server, here.computer, {ProcessRequest::Launch::paced}));
     QEventLoop loop;
     QtFuture::whenAll(probes.begin(), probes.end()).then(&loop, [&loop](const auto&) { loop.quit(); });
     loop.exec();

@@ -3,12 +3,14 @@
 #include "BackgroundThreads.h"
 #include "ProbePayload.h"
 #include "ProbeScripts.h"
+#include "SharedConnection.h"
 #include "ShellWord.h"
 #include "ThisComputer.h"
 #include "TildeExpansion.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QFutureWatcher>
 #include <QPromise>
 #include <QStringDecoder>
@@ -120,10 +122,13 @@ class Probe : public QObject {
 public:
     Probe() : QObject(QCoreApplication::instance()) { promise_.start(); }
 
-    [[nodiscard]] QFuture<ServerMetrics> remote(const Server& server, ProcessRequest::Launch launch) {
-        ProcessRequest request = SSHMetricsCollector::remoteProbeRequest(server);
-        request.launch = launch;
-        follow(ProcessRunner::run(request), &SSHMetricsCollector::remoteMetrics);
+    [[nodiscard]] QFuture<ServerMetrics> remote(const Server& server, const ProbeManner& manner) {
+        const ProcessRequest request = SSHMetricsCollector::remoteProbeRequest(server, manner);
+        const QString shared = manner.sharedFor ? SharedConnection::path(server) : QString();
+        if (QFile::exists(shared))
+            tryShared(request, shared);
+        else
+            follow(ProcessRunner::run(request), &SSHMetricsCollector::remoteMetrics);
         return promise_.future();
     }
 
@@ -147,6 +152,22 @@ public:
     }
 
 private:
+    /// Over the connection at this socket; over a new one if that fails.
+    void tryShared(ProcessRequest request, const QString& socket) {
+        ProcessRequest attempt = request;
+        attempt.timeLimit = SharedConnection::patience;
+        request.timeLimit -= SharedConnection::patience;
+        await<ProcessOutcome>(ProcessRunner::run(attempt),
+                              [this, request, socket](const std::optional<ProcessOutcome>& outcome) {
+                                  if (!outcome)
+                                      return end(std::nullopt);
+                                  const bool isLost = SharedConnection::isLost(*outcome);
+                                  if (isLost)
+                                      SharedConnection::drop(socket);
+                                  follow(isLost ? ProcessRunner::run(request) : QtFuture::makeReadyFuture(*outcome),
+                                         &SSHMetricsCollector::remoteMetrics);
+                              });
+    }
     /// `done` gets no value when the future was cancelled.
     template <typename Value>
     void await(const QFuture<Value>& future, std::function<void(const std::optional<Value>&)> done) {
@@ -180,9 +201,9 @@ private:
 } // namespace
 
 QFuture<ServerMetrics> SSHMetricsCollector::collect(const Server& server, ThisComputer& computer,
-                                                    ProcessRequest::Launch launch) {
+                                                    const ProbeManner& manner) {
     auto* const probe = new Probe;
-    return server.isLocal ? probe->local(computer) : probe->remote(server, launch);
+    return server.isLocal ? probe->local(computer) : probe->remote(server, manner);
 }
 
 QFuture<bool> SSHMetricsCollector::restartContainer(const Server& server, const QString& containerId) {
@@ -191,19 +212,22 @@ QFuture<bool> SSHMetricsCollector::restartContainer(const Server& server, const 
     });
 }
 
-ProcessRequest SSHMetricsCollector::remoteProbeRequest(const Server& server) {
+ProcessRequest SSHMetricsCollector::remoteProbeRequest(const Server& server, const ProbeManner& manner) {
     // No prompts. Any host key is accepted, and none is recorded. No warnings, which would be taken for the reason.
     QStringList arguments{u"-o"_s, u"BatchMode=yes"_s,
                           u"-o"_s, u"ConnectTimeout=5"_s,
                           u"-o"_s, u"StrictHostKeyChecking=no"_s,
                           u"-o"_s, u"UserKnownHostsFile=/dev/null"_s,
                           u"-o"_s, u"LogLevel=ERROR"_s};
+    if (const QString shared = manner.sharedFor ? SharedConnection::path(server) : QString(); !shared.isEmpty())
+        arguments << SharedConnection::options(shared, *manner.sharedFor);
     arguments << connectionArguments(server) << ProbeScripts::remote();
     return {.executable = sshClient,
             .arguments = arguments,
             .timeLimit = probeTimeLimit,
             .standardOutputLimit = probeLineLimit,
-            .standardErrorKept = standardErrorKept};
+            .standardErrorKept = standardErrorKept,
+            .launch = manner.launch};
 }
 
 ProcessRequest SSHMetricsCollector::localProbeRequest(const ProbedFigures& figures) {

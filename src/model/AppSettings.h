@@ -3,6 +3,8 @@
 #include "Instant.h"
 #include "MenuBarItem.h"
 
+#include <optional>
+
 namespace tarnwick {
 
 /// The user's preferences. A plain value; the store owns the live copy.
@@ -16,8 +18,11 @@ struct AppSettings {
     bool launchAtLogin = false;               ///< whether the session starts the program, as last seen
     Instant firstLaunchDate = Instant::now(); ///< stored only
     bool hasCompletedOnboarding = false;      ///< whether the welcome tour was completed
+    /// Whether the connection to a server stays open for its next probe; absent until the user has chosen.
+    std::optional<bool> shareConnections = {};
 
     [[nodiscard]] bool isPinned(MenuBarItem item) const { return pinnedMenuBarItems.contains(item); }
+    [[nodiscard]] bool sharesConnections() const { return shareConnections.value_or(false); }
     /// Removes the item when pinned, else pins it. Unpinning the last one leaves an empty set.
     void togglePinned(MenuBarItem item) {
         if (pinnedMenuBarItems.erase(item) == 0)

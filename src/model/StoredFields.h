@@ -51,6 +51,7 @@ inline constexpr std::tuple settingsFields{
     optional(QLatin1StringView("launchAtLogin"), &AppSettings::launchAtLogin),
     optional(QLatin1StringView("firstLaunchDate"), &AppSettings::firstLaunchDate),
     optional(QLatin1StringView("hasCompletedOnboarding"), &AppSettings::hasCompletedOnboarding),
+    optional(QLatin1StringView("shareConnections"), &AppSettings::shareConnections),
 };
 
 } // namespace tarnwick

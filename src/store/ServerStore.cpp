@@ -15,6 +15,7 @@
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace tarnwick {
 
@@ -291,7 +292,15 @@ void ServerStore::probe(const Server& server, ProcessRequest::Launch launch,
         // A probe has no result when the application exits before it ends.
         done(watcher->future().resultCount() > 0 ? apply(id, watcher->result()) : nullptr);
     });
-    watcher->setFuture(collaborators_.collect(server, launch));
+    watcher->setFuture(collaborators_.collect(server, {launch, sharedFor()}));
+}
+
+std::optional<std::chrono::seconds> ServerStore::sharedFor() const {
+    if (!settings_.sharesConnections())
+        return std::nullopt;
+    // Longer than the next probe takes to come, as a cycle of many hosts lasts, but no longer than that is worth it.
+    constexpr std::chrono::seconds longest = 10min;
+    return std::min(2 * refreshInterval(), longest);
 }
 
 const Server* ServerStore::apply(const QUuid& id, const ServerMetrics& metrics) {

@@ -124,6 +124,8 @@ private:
                const std::function<void(const Server* applied)>& done);
     const Server* apply(const QUuid& id, const ServerMetrics& metrics);
     void setOffline(bool offline);
+    /// As ProbeManner has it.
+    [[nodiscard]] std::optional<std::chrono::seconds> sharedFor() const;
 
     StoreCollaborators collaborators_;
     QList<Server> servers_;

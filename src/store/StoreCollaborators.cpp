@@ -11,8 +11,8 @@ namespace tarnwick {
 StoreCollaborators StoreCollaborators::real(ThisComputer& computer, Role role) {
     return {
         .collect =
-            [&computer](const Server& server, ProcessRequest::Launch launch) {
-                return SSHMetricsCollector::collect(server, computer, launch);
+            [&computer](const Server& server, const ProbeManner& manner) {
+                return SSHMetricsCollector::collect(server, computer, manner);
             },
         .clock = Instant::now,
         .claim = NotificationService::claim,

@@ -2,7 +2,7 @@
 
 #include "AlertRules.h"
 #include "Instant.h"
-#include "ProcessRunner.h"
+#include "ProbeManner.h"
 #include "Role.h"
 #include "SSHConfigParser.h"
 #include "Server.h"
@@ -22,7 +22,7 @@ class ThisComputer;
 /// What the store needs of the world, so that tests can replace it. All are called on the main thread.
 struct StoreCollaborators {
     /// As SSHMetricsCollector::collect().
-    std::function<QFuture<ServerMetrics>(const Server&, ProcessRequest::Launch)> collect;
+    std::function<QFuture<ServerMetrics>(const Server&, const ProbeManner&)> collect;
     std::function<Instant()> clock;
     /// Monotonic.
     std::function<std::chrono::nanoseconds()> steadyTime = [] {

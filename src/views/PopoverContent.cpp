@@ -69,14 +69,16 @@ QString updatedText(const std::optional<Instant>& lastRefreshedAll, const QLocal
     return u"Updated "_s + locale.toString(lastRefreshedAll->toDateTime().toLocalTime().time(), timeFormat(locale));
 }
 
-QString slowText(std::chrono::nanoseconds cycleTime, std::chrono::seconds interval) {
+QString slowText(std::chrono::nanoseconds cycleTime, std::chrono::seconds interval, bool sharesConnections) {
     if (cycleTime <= interval)
         return {};
     const auto seconds = std::chrono::ceil<std::chrono::seconds>(cycleTime).count();
-    const QString help = static_cast<double>(seconds) > refreshIntervalRange.to
-                             ? u"Pausing servers would help."_s
-                             : u"A longer refresh interval would help."_s;
-    return u"A refresh takes %1 seconds. "_s.arg(seconds) + help;
+    const bool canWaitLonger = static_cast<double>(seconds) <= refreshIntervalRange.to;
+    const auto* const help = canWaitLonger
+                                 ? (sharesConnections ? "A longer interval" : "A longer interval or shared connections")
+                             : sharesConnections ? "Pausing servers"
+                                                 : "Shared connections";
+    return u"A refresh takes %1 seconds. %2 would help."_s.arg(QString::number(seconds), QLatin1StringView(help));
 }
 
 QList<FooterLink> footerLinks() {

@@ -129,7 +129,8 @@ public:
 /// "Updated " and the time of day, with seconds, in the locale's standard style; empty before the first refresh.
 [[nodiscard]] QString updatedText(const std::optional<Instant>& lastRefreshedAll, const QLocale& locale);
 /// Says that a full refresh takes longer than the interval, and what helps; empty when it does not.
-[[nodiscard]] QString slowText(std::chrono::nanoseconds cycleTime, std::chrono::seconds interval);
+[[nodiscard]] QString slowText(std::chrono::nanoseconds cycleTime, std::chrono::seconds interval,
+                               bool sharesConnections);
 [[nodiscard]] FleetCount fleetCountContent(FleetGroup group, int count, bool isChosen);
 /// Says what no server matches.
 [[nodiscard]] QString nothingFoundText(const FleetFilter& filter);

@@ -26,7 +26,7 @@ PopoverContent PopoverModel::publishedContent() const {
     content.isEmpty = servers_.fleetSize() == 0;
     content.isOffline = store_.isOffline();
     content.updatedText = updatedText(store_.lastRefreshedAll(), QLocale::system());
-    content.slowText = slowText(store_.latestCycleTime(), store_.refreshInterval());
+    content.slowText = slowText(store_.latestCycleTime(), store_.refreshInterval(), store_.settings().sharesConnections());
     const FleetFilter& filter = servers_.filter();
     if (servers_.isCounted())
         for (const FleetGroup group : fleetGroups)

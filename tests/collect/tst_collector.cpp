@@ -3,13 +3,17 @@
 #include "NoThreads.h"
 #include "OpenSshServer.h"
 #include "SSHMetricsCollector.h"
+#include "SharedConnection.h"
 #include "UserHome.h"
 
 #include <QDeadlineTimer>
 #include <QRegularExpression>
 #include <QTest>
 
+#include <csignal>
+#include <functional>
 #include <latch>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -54,7 +58,7 @@ const QByteArray containerRows = readFile(QStringLiteral(TARNWICK_FIXTURES "/doc
 /// One probe; the local server's is of the sample computer.
 QFuture<ServerMetrics> probe(const Server& server) {
     static SampleComputer sample;
-    return SSHMetricsCollector::collect(server, sample.computer, ProcessRequest::Launch::atOnce);
+    return SSHMetricsCollector::collect(server, sample.computer, {});
 }
 
 QString failureOf(const Server& server) {
@@ -84,7 +88,7 @@ private Q_SLOTS:
         ProcessRunner::raiseOpenFileLimit();
         Server here;
         here.isLocal = true;
-        stuck_ = SSHMetricsCollector::collect(here, stuckComputer_, ProcessRequest::Launch::paced);
+        stuck_ = SSHMetricsCollector::collect(here, stuckComputer_, {ProcessRequest::Launch::paced});
     }
     void cleanupTestCase() { stuckKernel_.mayAnswer.count_down(); }
     void init() {
@@ -201,6 +205,48 @@ private Q_SLOTS:
         QProcess::execute(u"/usr/bin/ssh"_s, {u"-q"_s, u"-O"_s, u"exit"_s, u"-p"_s, QString::number(server.port),
                                               server.user + u'@' + server.host});
         QTRY_VERIFY(!QFile::exists(master));
+    }
+
+    /// Whatever has become of a connection, the next probe has an answer, over another one.
+    void sharesItsOwnConnections() {
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(home_.folder()));
+        const Server server = serverAt(host_);
+        const QString socket = SharedConnection::path(server);
+        const auto failure = [&server] {
+            static SampleComputer sample;
+            return reasonOf(resultOf(SSHMetricsCollector::collect(server, sample.computer, {.sharedFor = 20s})));
+        };
+        const auto master = [&] { // its process
+            QProcess client;
+            client.setProcessChannelMode(QProcess::MergedChannels);
+            client.start(u"/usr/bin/ssh"_s, {u"-O"_s, u"check"_s, u"-o"_s, u"ControlPath="_s + socket, u"x"_s});
+            client.waitForFinished();
+            static const QRegularExpression number(u"pid=(\\d+)"_s);
+            return number.match(QString::fromUtf8(client.readAll())).captured(1).toInt();
+        };
+        QCOMPARE(failure(), u"(none)"_s);
+        int first = master();
+        QVERIFY(first > 0);
+        const auto end = [&first](int signal) {
+            return ::kill(first, signal) == 0;
+        };
+        const std::function<bool()> accidents[] = {
+            [&] { return end(SIGSTOP); },
+            [&] { return end(SIGKILL); },
+            [&] { return end(SIGKILL) && QFile::remove(socket) && writeFile(socket, "x"); },
+            [&] { return end(SIGKILL) && QFile::remove(socket) && QFile::link(u"/etc/passwd"_s, socket); },
+        };
+        for (const std::function<bool()>& accident : accidents) {
+            QCOMPARE(failure(), u"(none)"_s);
+            QCOMPARE(master(), first); // as nothing has happened
+            QVERIFY(accident());
+            QCOMPARE(failure(), u"(none)"_s);
+            const int next = master();
+            QVERIFY(next > 0 && next != first);
+            ::kill(std::exchange(first, next), SIGKILL);
+        }
+        ::kill(first, SIGTERM);
+        QVERIFY(!restart(server, u"id"_s)); // accepts known hosts only, and so no connection of a probe
     }
 
     void restartsContainers() {

@@ -3,6 +3,7 @@
 #include "ProbeScripts.h"
 #include "Rows.h"
 #include "SSHMetricsCollector.h"
+#include "SharedConnection.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -40,7 +41,11 @@ QString nested(int depth) {
 class ProbesTest : public QObject {
     Q_OBJECT
 
+    const QTemporaryDir runtime_;
+
 private Q_SLOTS:
+    void initTestCase() { qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime_.path())); }
+
     void argumentVectors_data() {
         QTest::addColumn<Server>("server");
         QTest::addColumn<QString>("connection"); // after the fixed options, separated by spaces
@@ -51,6 +56,28 @@ private Q_SLOTS:
             << serverAt(u"h"_s, 22, u"-oProxyCommand=x"_s, u"/k"_s) << u"-p 22 -i /k -- -oProxyCommand=x@h"_s;
         QTest::newRow("an option for a host") << serverAt(u"-v"_s, 22, {}) << u"-p 22 @-v"_s;
     }
+    /// The folder is for the user alone, and its path short enough for a socket.
+    void placesOfSharedConnections() {
+        const Server server = serverAt(u"h"_s, 22, u"u"_s, u"/k"_s);
+        QStringList paths{SharedConnection::path(server)};
+        for (const Server& other : {serverAt(u"h2"_s, 22, u"u"_s, u"/k"_s), serverAt(u"h"_s, 23, u"u"_s, u"/k"_s),
+                                    serverAt(u"h"_s, 22, u"v"_s, u"/k"_s), serverAt(u"h"_s, 22, u"u"_s, u"/l"_s),
+                                    serverAt(u"h"_s, 22, u"u"_s)})
+            paths += SharedConnection::path(other);
+        QCOMPARE(QSet(paths.begin(), paths.end()).size(), paths.size());
+        QCOMPARE(SharedConnection::path(server), paths.first());
+        QCOMPARE(QFile::permissions(QFileInfo(paths.first()).path()).toInt() & 0x7077, 0x7000);
+        for (const QString& name : {u"x"_s.repeated(80), u"a\"b"_s, u"a${HOME}"_s, u"a%h"_s}) {
+            const QString folder = runtime_.filePath(name);
+            QVERIFY(QDir().mkdir(folder) && QFile::setPermissions(folder, QFile::Permissions(0x7000)));
+            qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder));
+            QCOMPARE(SharedConnection::path(server), QString());
+            QCOMPARE(SSHMetricsCollector::remoteProbeRequest(server, {{}, 60s}).arguments,
+                     SSHMetricsCollector::remoteProbeRequest(server).arguments);
+        }
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime_.path()));
+    }
+
     void argumentVectors() {
         QFETCH(const Server, server);
         QFETCH(const QString, connection);
@@ -62,6 +89,13 @@ private Q_SLOTS:
         QVERIFY(probe.timeLimit == 30s);
         QCOMPARE(probe.standardOutputLimit, 8 << 20);
         QCOMPARE(probe.standardErrorKept, 64 << 10);
+
+        const ProbeManner shared{ProcessRequest::Launch::paced, 60s};
+        const QString sharing =
+            u"-o ControlMaster=auto -o ControlPath=\"%1\" -o ControlPersist=60 "
+            "-o ServerAliveInterval=30 -o ServerAliveCountMax=2 "_s.arg(SharedConnection::path(server));
+        QCOMPARE(SSHMetricsCollector::remoteProbeRequest(server, shared).arguments,
+                 (options + trusting + sharing + connection).split(u' ') << ProbeScripts::remote());
 
         const ProcessRequest restart = SSHMetricsCollector::restartRequest(server, u"abc123"_s);
         QCOMPARE(restart.executable, u"/usr/bin/ssh"_s);

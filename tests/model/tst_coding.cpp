@@ -138,6 +138,8 @@ private Q_SLOTS:
             QCOMPARE(QJsonDocument::fromJson(json).object().size(), 9);
             QCOMPARE(std::get<AppSettings>(decodeSettings(json)), settings);
         }
+        settings.shareConnections = false; // not stored before it is chosen
+        QCOMPARE(std::get<AppSettings>(decodeSettings(encodeSettings(settings).value())), settings);
         QVERIFY(encodeSettings(settings)->contains(R"("pinnedMenuBarItems":["socTemp","peakTemp","ssdTemp","cpuUsage",)"
                                                    R"("gpuUsage","ramUsage","serverStatus"])"));
     }

@@ -69,7 +69,7 @@ private:
             hosts.append({u"h%1"_s.arg(i), u"h"_s, u"u"_s, 22, {}});
         return {
             .collect =
-                [this](const Server& server, ProcessRequest::Launch) {
+                [this](const Server& server, const ProbeManner&) {
                     auto promise = std::make_shared<QPromise<ServerMetrics>>();
                     promise->start();
                     probes_.insert(server.id, promise);

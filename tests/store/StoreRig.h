@@ -40,6 +40,7 @@ public:
     QStringList probed;              ///< names, in the order of launch; with "!" where it is to be at once
     QStringList alerts;  ///< keys' suffixes, or title and text of one without a key, and whether with sound, as posted
     QStringList claimed; ///< keys of alerts that are not to be repeated
+    std::optional<std::chrono::seconds> sharedFor; ///< as the latest probe was told
     bool hasDefaultRoute = true;
     std::unique_ptr<ServerStore> store;
 
@@ -51,8 +52,9 @@ public:
     void start() {
         store = std::make_unique<ServerStore>(StoreCollaborators{
             .collect =
-                [this](const Server& server, ProcessRequest::Launch launch) {
-                    probed.append(launch == ProcessRequest::Launch::atOnce ? server.name + u'!' : server.name);
+                [this](const Server& server, const ProbeManner& manner) {
+                    sharedFor = manner.sharedFor;
+                    probed.append(manner.launch == ProcessRequest::Launch::atOnce ? server.name + u'!' : server.name);
                     Probe& probe = probes[server.name] = {server, QPromise<ServerMetrics>()};
                     probe.promise.start();
                     return probe.promise.future();

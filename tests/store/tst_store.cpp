@@ -240,9 +240,12 @@ private Q_SLOTS:
         store.refreshServer(servers.at(1));
         rig.probes.at(u"B"_s).answer(ServerMetrics::offline(u"x"_s));
         QCOMPARE(rig.alerts, QStringList{u"-offline"_s}); // without sound
+        QCOMPARE(rig.sharedFor, std::nullopt);
+        store.editSettings([](AppSettings& settings) { settings.shareConnections = true; });
         QCOMPARE(store.lastRefreshedAll(), stamp);
 
         store.refreshServer(servers.at(1));
+        QVERIFY(rig.sharedFor == 60s);
         store.removeServer(servers.at(1).id);
         QVERIFY(!rig.saves([&] { rig.probes.at(u"B"_s).answer(ServerMetrics()); }));
     }

@@ -283,12 +283,17 @@ private Q_SLOTS:
     }
 
     void slowRefresh() {
-        for (const auto& [cycle, interval, text] :
-             {std::tuple(30'000ms, 30s, u""),
-              {30'001ms, 30s, u"A refresh takes 31 seconds. A longer refresh interval would help."},
-              {120'000ms, 60s, u"A refresh takes 120 seconds. A longer refresh interval would help."},
-              {120'001ms, 60s, u"A refresh takes 121 seconds. Pausing servers would help."}})
-            QCOMPARE(slowText(cycle, interval), QString::fromUtf16(text));
+        for (const auto& [cycle, interval, text, sharing] :
+             {std::tuple(30'000ms, 30s, u"", u""),
+              {30'001ms, 30s, u"31 seconds. A longer interval or shared connections", u"31 seconds. A longer interval"},
+              {120'000ms, 60s, u"120 seconds. A longer interval or shared connections",
+               u"120 seconds. A longer interval"},
+              {120'001ms, 60s, u"121 seconds. Shared connections", u"121 seconds. Pausing servers"}})
+            for (const bool sharesConnections : {false, true}) {
+                const QString middle = QString::fromUtf16(sharesConnections ? sharing : text);
+                QCOMPARE(slowText(cycle, interval, sharesConnections),
+                         middle.isEmpty() ? middle : u"A refresh takes "_s + middle + u" would help."_s);
+            }
     }
 };
 

@@ -65,7 +65,7 @@ private Q_SLOTS:
         desk.click(u"Refresh All Servers"_s);
         desk.steadyTime += 64s;
         desk.probes[u"a"_s].answer(ServerMetrics());
-        const QString words = slowText(64s, 30s);
+        const QString words = slowText(64s, 30s, false);
         QTRY_VERIFY(desk.item(words));
         QTRY_VERIFY(desk.view->height() > height);
         desk.store->editSettings([](AppSettings& settings) { settings.refreshIntervalSeconds = 65; });

@@ -59,6 +59,9 @@ private Q_SLOTS:
         QCOMPARE(rig.savedPins(), MenuBarItemSet{MenuBarItem::serverStatus});
         rig.click(u"label"_s);
         QVERIFY(!rig.savedSettings().showMenuBarLabel);
+        rig.item(u"share"_s)->forceActiveFocus(); // scrolls to it
+        rig.click(u"share"_s);
+        QCOMPARE(rig.savedSettings().shareConnections, true);
     }
 
     void savesTheRestWhenDone() {
@@ -149,7 +152,8 @@ private Q_SLOTS:
         QStringList expected{u"done"_s, u"All"_s, u"Resources"_s, u"Reset"_s};
         for (const MenuBarItem item : allMenuBarItems)
             expected += titleOf(item);
-        expected += {u"label"_s, {}, {}, u"sound"_s, u"login"_s, u"tour"_s, u"donate"_s, u"web"_s, u"quit"_s};
+        expected +=
+            {u"label"_s, {}, {}, u"sound"_s, u"share"_s, u"login"_s, u"tour"_s, u"donate"_s, u"web"_s, u"quit"_s};
         QStringList visited;
         while (visited.size() < expected.size()) {
             rig.press(Qt::Key_Tab);

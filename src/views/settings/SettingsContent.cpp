@@ -22,6 +22,7 @@ SettingsContent settingsContent(const AppSettings& settings) {
             .diskThreshold = settings.alertDiskThresholdPercent,
             .diskThresholdText = fixedPoint(settings.alertDiskThresholdPercent, 0) + u'%',
             .soundAlerts = settings.soundAlerts,
+            .sharesConnections = settings.sharesConnections(),
             .startsAtLogin = settings.launchAtLogin};
 }
 

@@ -28,6 +28,8 @@ struct SettingsWords {
     Q_PROPERTY(QString refreshInterval MEMBER refreshInterval)
     Q_PROPERTY(QString diskThreshold MEMBER diskThreshold)
     Q_PROPERTY(QString sound MEMBER sound)
+    Q_PROPERTY(QString share MEMBER share)
+    Q_PROPERTY(QString shareGuide MEMBER shareGuide)
     Q_PROPERTY(QString startAtLogin MEMBER startAtLogin)
     Q_PROPERTY(QString tour MEMBER tour)
     Q_PROPERTY(QString support MEMBER support)
@@ -48,6 +50,8 @@ public:
     QString refreshInterval = QStringLiteral("Refresh Interval:");
     QString diskThreshold = QStringLiteral("Disk Full Alert Threshold:");
     QString sound = QStringLiteral("Sound effects on critical alert");
+    QString share = QStringLiteral("Share connections");
+    QString shareGuide = QStringLiteral("one to each server stays open");
     QString startAtLogin = QStringLiteral("Start at login");
     QString tour = QStringLiteral("Replay Welcome Tour & Demo...");
     QString support = QStringLiteral("Support Tarnwick");
@@ -72,6 +76,7 @@ struct SettingsContent {
     Q_PROPERTY(double diskThreshold MEMBER diskThreshold)
     Q_PROPERTY(QString diskThresholdText MEMBER diskThresholdText)
     Q_PROPERTY(bool soundAlerts MEMBER soundAlerts)
+    Q_PROPERTY(bool sharesConnections MEMBER sharesConnections)
     Q_PROPERTY(bool startsAtLogin MEMBER startsAtLogin)
 
 public:
@@ -81,6 +86,7 @@ public:
     double diskThreshold = 0;
     QString diskThresholdText;
     bool soundAlerts = true;
+    bool sharesConnections = false;
     bool startsAtLogin = false;
     friend bool operator==(const SettingsContent&, const SettingsContent&) = default;
 };

@@ -51,6 +51,10 @@ void SettingsModel::setSoundAlerts(bool sound) {
     store_.editSettings([sound](AppSettings& settings) { settings.soundAlerts = sound; }, ServerStore::Saving::later);
 }
 
+void SettingsModel::setSharesConnections(bool shares) {
+    store_.editSettings([shares](AppSettings& settings) { settings.shareConnections = shares; });
+}
+
 void SettingsModel::setStartsAtLogin(bool starts) {
     collaborators_.setStartsAtLogin(starts);
     followLoginItem(ServerStore::Saving::now);

@@ -42,6 +42,7 @@ public:
     Q_INVOKABLE void setRefreshInterval(double seconds);
     Q_INVOKABLE void setDiskThreshold(double percent);
     Q_INVOKABLE void setSoundAlerts(bool sound);
+    Q_INVOKABLE void setSharesConnections(bool shares);
     /// Afterwards the content says what has become of it.
     Q_INVOKABLE void setStartsAtLogin(bool starts);
     Q_INVOKABLE void save() { store_.save(); }

@@ -38,6 +38,15 @@ Block {
         onToggled: root.settings.setSoundAlerts(checked)
     }
     CheckRow {
+        objectName: "share"
+        width: parent.width
+        text: root.settings.words.share
+        detail: root.settings.words.shareGuide
+        Accessible.description: detail
+        checked: root.settings.content.sharesConnections
+        onToggled: root.settings.setSharesConnections(checked)
+    }
+    CheckRow {
         objectName: "login"
         width: parent.width
         text: root.settings.words.startAtLogin
