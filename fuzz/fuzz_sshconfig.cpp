@@ -2,6 +2,7 @@
 
 #include "Coding.h"
 #include "Fuzz.h"
+#include "SSHAlias.h"
 #include "SSHConfigParser.h"
 #include "SSHMetricsCollector.h"
 
@@ -39,6 +40,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const QString home = u"/home/user"_s;
     const QString text = QString::fromUtf8(bytesOf(data, size));
     const QList<SSHConfigHost> hosts = SSHConfigParser::parse(text, home);
+    const bool includes = SSHConfigParser::includes(text);
+    require(!includes || text.contains(u"include"_s, Qt::CaseInsensitive), "an included file is named");
+    require(SSHConfigParser::includes(text + u"\nInclude x"_s), "nothing hides a line of its own");
     QString again;
     for (const SSHConfigHost& host : hosts) {
         require(!host.alias.isEmpty() && !host.alias.contains(u'*'), "a pattern is no server");
@@ -52,6 +56,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         require(encodeServers({server}).has_value(), "every host can be saved");
         requireInPlace(SSHMetricsCollector::remoteProbeRequest(server).arguments, host);
         requireInPlace(SSHMetricsCollector::restartRequest(server, u"4f2a"_s).arguments, host);
+        const QString name = SSHAlias::name(host);
+        require(host.alias.contains(name) && !name.startsWith(u'-') && !name.contains(u'@') && !name.contains(u' '),
+                "the name for ssh is one word of the alias, and no option");
     }
     require(SSHConfigParser::parse(again, home) == hosts, "hosts that are written down read back as they were");
     return 0;

@@ -24,30 +24,38 @@ bool isBlank(QChar c) {
     return c == u' ' || c == u'\t';
 }
 
+/// Calls `apply` with each line's keyword, in lower case, and its value.
+template <typename Apply>
+void readLines(QStringView text, Apply apply) {
+    const auto isSeparator = [](QChar c) {
+        return c.isSpace() || c == u'=';
+    };
+    for (auto begin = text.begin(); begin != text.end();) {
+        const auto end = std::find_if(begin, text.end(), isLineBreak);
+        const QStringView line = SSHConfigParser::withoutBlanks(QStringView(begin, end));
+        begin = end == text.end() ? end : end + 1;
+        const qsizetype separator = std::find_if(line.begin(), line.end(), isSeparator) - line.begin();
+        if (!line.startsWith(u'#') && separator + 1 < line.size())
+            apply(line.first(separator).toString().toLower(),
+                  SSHConfigParser::withoutBlanks(line.sliced(separator + 1)));
+    }
+}
+
+/// The text of the user's file; empty where it is missing, unreadable or not UTF-8.
+QString userConfig() {
+    QFile file(expandingTilde(u"~/.ssh/config"_s));
+    // Only a regular file: opening a pipe would block until somebody writes to it.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray bytes = file.readAll();
+    return bytes.isValidUtf8() ? QString::fromUtf8(bytes) : QString();
+}
+
 /// The blocks that are complete, and the one that is being read.
 class HostBlocks {
 public:
     explicit HostBlocks(QString homeFolder) : homeFolder_(std::move(homeFolder)) {}
 
-    void readLine(QStringView line) {
-        line = SSHConfigParser::withoutBlanks(line);
-        if (line.startsWith(u'#'))
-            return;
-        const auto isSeparator = [](QChar c) {
-            return c.isSpace() || c == u'=';
-        };
-        const qsizetype separator = std::find_if(line.begin(), line.end(), isSeparator) - line.begin();
-        if (separator + 1 < line.size())
-            apply(line.first(separator).toString().toLower(),
-                  SSHConfigParser::withoutBlanks(line.sliced(separator + 1)));
-    }
-
-    QList<SSHConfigHost> take() {
-        close();
-        return std::exchange(hosts_, {});
-    }
-
-private:
     void apply(const QString& keyword, QStringView value) {
         if (keyword == "host"_L1) {
             close();
@@ -65,6 +73,12 @@ private:
         }
     }
 
+    QList<SSHConfigHost> take() {
+        close();
+        return std::exchange(hosts_, {});
+    }
+
+private:
     void close() {
         if (!current_ || current_->alias.contains(u'*')) // a pattern is no server
             return;
@@ -109,21 +123,22 @@ qint64 SSHConfigParser::port(QStringView text) {
 
 QList<SSHConfigHost> SSHConfigParser::parse(QStringView text, const QString& homeFolder) {
     HostBlocks blocks(homeFolder);
-    for (auto begin = text.begin(); begin != text.end();) {
-        const auto end = std::find_if(begin, text.end(), isLineBreak);
-        blocks.readLine(QStringView(begin, end));
-        begin = end == text.end() ? end : end + 1;
-    }
+    readLines(text, [&blocks](const QString& keyword, QStringView value) { blocks.apply(keyword, value); });
     return blocks.take();
 }
 
 QList<SSHConfigHost> SSHConfigParser::parseUserConfig() {
-    QFile file(expandingTilde(u"~/.ssh/config"_s));
-    // Only a regular file: opening a pipe would block until somebody writes to it.
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray bytes = file.readAll();
-    return bytes.isValidUtf8() ? parse(QString::fromUtf8(bytes), QDir::homePath()) : QList<SSHConfigHost>();
+    return parse(userConfig(), QDir::homePath());
+}
+
+bool SSHConfigParser::includes(QStringView text) {
+    bool isIncluding = false;
+    readLines(text, [&isIncluding](const QString& keyword, QStringView) { isIncluding |= keyword == "include"_L1; });
+    return isIncluding;
+}
+
+bool SSHConfigParser::userConfigIncludes() {
+    return includes(userConfig());
 }
 
 } // namespace tarnwick

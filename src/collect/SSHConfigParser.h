@@ -18,6 +18,9 @@ struct SSHConfigHost {
     qint64 port = 22;                    ///< not range-checked
     std::optional<QString> identityFile; ///< leading "~" expanded
     friend bool operator==(const SSHConfigHost&, const SSHConfigHost&) = default;
+    friend size_t qHash(const SSHConfigHost& host, size_t seed = 0) noexcept {
+        return qHashMulti(seed, host.alias, host.hostname, host.user, host.port);
+    }
 };
 
 namespace SSHConfigParser {
@@ -26,6 +29,9 @@ namespace SSHConfigParser {
 [[nodiscard]] QList<SSHConfigHost> parseUserConfig();
 /// The hosts in the text of such a file. `homeFolder` replaces a leading "~".
 [[nodiscard]] QList<SSHConfigHost> parse(QStringView text, const QString& homeFolder);
+/// Whether the user's file includes others, whose hosts are in no list.
+[[nodiscard]] bool userConfigIncludes();
+[[nodiscard]] bool includes(QStringView text);
 
 /// A new remote server with the host's name, address, user, port and key.
 [[nodiscard]] Server newServer(const SSHConfigHost& host);

@@ -2,6 +2,7 @@
 #include "Files.h"
 #include "NoThreads.h"
 #include "OpenSshServer.h"
+#include "SSHAlias.h"
 #include "SSHMetricsCollector.h"
 #include "SharedConnection.h"
 #include "UserHome.h"
@@ -190,6 +191,29 @@ private Q_SLOTS:
         agent.kill();
         agent.waitForFinished();
         QCOMPARE(readFile(askpass + u".asked"_s), QByteArray());
+    }
+
+    /// A host that a firewall hides: only the jump host is let in. An import by its address does not get there, its
+    /// alias does, and ssh says so beforehand.
+    void behindAJumpHost() {
+        OpenSshServer inner;
+        QCOMPARE(inner.start(), QString());
+        QVERIFY(writeFile(inner.keyPath() + u".pub"_s, "from=\"127.0.0.1\" " + readFile(inner.keyPath() + u".pub"_s)));
+        const auto block = [](const char* alias, const OpenSshServer& host, const QByteArray& more) {
+            return "Host "_ba + alias + "\nHostName 127.0.0.1\nUser " + host.user().toUtf8() + "\nPort " +
+                   QByteArray::number(host.port()) + "\nIdentityFile " + host.keyPath().toUtf8() + '\n' + more;
+        };
+        const QByteArray config = block("inner", inner, "ProxyJump jump\n") + block("jump", host_, {}) +
+                                  "Host 127.0.0.1 inner\nBindAddress 127.0.0.9\n"; // where this computer seems to be
+        const QByteArray known = host_.knownHostsLine();
+        QVERIFY(home_.writeSshFile(u"config"_s, config) && home_.writeSshFile(u"known_hosts"_s, known));
+        const SSHConfigHost host = SSHConfigParser::parse(QString::fromUtf8(config), home_.folder())[0];
+
+        const QString failure = failureOf(SSHConfigParser::newServer(host));
+        QVERIFY2(failure.contains(u"Permission denied"_s), qPrintable(failure));
+        const SSHAliasMeaning meaning = resultOf(SSHAlias::ask(host));
+        QCOMPARE(meaning.lost, SSHAliasMeaning::Lost::jumpHost);
+        QCOMPARE(failureOf(SSHConfigParser::newServer(meaning.host)), u"(none)"_s);
     }
 
     void sharedConnections() {

@@ -37,6 +37,13 @@ private Q_SLOTS:
         QTEST(described(SSHConfigParser::parse(text, u"/home/me"_s)), "expected");
     }
 
+    void noticesIncludes() {
+        for (const char16_t* text : {u"Include x", u"Host a\n\tINCLUDE=~/x y\nHost b"})
+            QVERIFY(SSHConfigParser::includes(QStringView(text)));
+        for (const char16_t* text : {u"", u"Include", u"#Include x", u"Host Include x", u"IncludeX y"})
+            QVERIFY(!SSHConfigParser::includes(QStringView(text)));
+    }
+
     void expandsTilde() {
         const passwd* root = ::getpwnam("root");
         QVERIFY(root != nullptr);
