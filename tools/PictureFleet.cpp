@@ -15,7 +15,7 @@ constexpr QByteArrayView jobs = "1be94c02d7aa\tqueue\trabbitmq:3\tUp 3 days\trun
                                 "9a7d3310cc02\tmailer\tregistry.example/mailer:1\tExited (1) 2 hours ago\texited\t\n";
 constexpr QByteArrayView tables = "1be94c02d7aa\tpostgres\tpostgres:16\tUp 3 weeks\trunning\t5432/tcp\n";
 
-/// What the import list offers: web-1 and staging are in the usual fleet.
+/// What the import list offers: web-1 and staging are in the usual fleet, and db-1 is behind a jump host.
 constexpr QStringView aliases = uR"(
 Host web-1
     HostName web-1.example
@@ -27,6 +27,7 @@ Host staging
 Host db-1
     HostName 192.0.2.21
     User deploy
+    ProxyJump gateway.example
     IdentityFile /home/user/.ssh/id_ed25519
 Host mail
     HostName mail.example
@@ -88,7 +89,7 @@ void PictureFleet::start(const UserHome& home) {
     database_.start();
     const QString configuration = web_.configuration() + worker_.configuration() + backup_.configuration() +
                                   database_.configuration() +
-                                  u"Match originalhost staging.example,*.staging.example\n    HostName 127.0.0.1\n"_s;
+                                  u"Match originalhost staging,staging.example,*.staging.example\n    HostName 127.0.0.1\n"_s;
     if (!home.writeSshFile(u"config"_s, configuration.toUtf8() + aliases.toUtf8()))
         throw std::runtime_error("Cannot write the ssh configuration");
 }

@@ -16,6 +16,8 @@ ViewCollaborators ViewCollaborators::real(ThisComputer& computer) {
         .openDockerContainer = TerminalLauncher::openDockerContainer,
         .openAddress = [](const QUrl& address) { QDesktopServices::openUrl(address); },
         .sshHosts = SSHConfigParser::parseUserConfig,
+        .sshConfigIncludes = SSHConfigParser::userConfigIncludes,
+        .askAlias = SSHAlias::ask,
         .startsAtLogin = LoginItem::isEnabled,
         .setStartsAtLogin = LoginItem::setEnabled,
     };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SSHConfigParser.h"
+#include "SSHAlias.h"
 #include "Server.h"
 #include "ThisComputer.h"
 
@@ -19,6 +19,9 @@ struct ViewCollaborators {
     std::function<void(const Server&, const ContainerInfo&)> openDockerContainer = {};
     std::function<void(const QUrl&)> openAddress = {};
     std::function<QList<SSHConfigHost>()> sshHosts = {};
+    /// Whether the ssh configuration includes files whose hosts are not listed.
+    std::function<bool()> sshConfigIncludes = {};
+    std::function<QFuture<SSHAliasMeaning>(const SSHConfigHost&)> askAlias = {};
     /// Whether the session starts the program.
     std::function<bool()> startsAtLogin = {};
     std::function<void(bool)> setStartsAtLogin = {};

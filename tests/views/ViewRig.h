@@ -34,6 +34,9 @@ public:
     SampleComputer sample;
     QStringList terminals; ///< opened: server, or server/container
     QStringList opened;    ///< addresses
+    bool sshConfigIncludes = false;
+    QHash<QString, SSHAliasMeaning> meanings; ///< by alias
+    QStringList asked;                        ///< aliases
     bool startsAtLogin = false;
     bool isLoginItemWritable = true;
     std::map<QString, QPromise<bool>> restarts;
@@ -52,6 +55,12 @@ public:
             },
         .openAddress = [this](const QUrl& address) { opened += address.toString(); },
         .sshHosts = [this] { return sshHosts; },
+        .sshConfigIncludes = [this] { return sshConfigIncludes; },
+        .askAlias =
+            [this](const SSHConfigHost& host) {
+                asked += host.alias;
+                return QtFuture::makeReadyFuture(meanings.value(host.alias));
+            },
         .startsAtLogin = [this] { return startsAtLogin; },
         .setStartsAtLogin = [this](bool starts) { startsAtLogin = starts && isLoginItemWritable; },
     };

@@ -163,6 +163,65 @@ private Q_SLOTS:
         QCOMPARE(rig.items(u"import"_s).size(), 2);
     }
 
+    void saysWhatAnImportLoses() {
+        using Lost = SSHAliasMeaning::Lost;
+        const SSHConfigHost db = host(u"db x"_s, u"10.0.0.5"_s);
+        SSHAliasMeaning meaning{Lost::nothing, {u"db x"_s, u"db"_s, u"you"_s, 2222, std::nullopt}};
+        QCOMPARE(detectedHost(db, false, meaning).description, u"me@10.0.0.5:2200"_s);
+        QSet<QString> hints;
+        for (const Lost lost :
+             {Lost::jumpHost, Lost::proxyCommand, Lost::address, Lost::login, Lost::keys, Lost::settings}) {
+            meaning.lost = lost;
+            const DetectedHost row = detectedHost(db, false, meaning);
+            QCOMPARE(row.addAlias, u"Add with \"db\" as the host"_s);
+            QCOMPARE(row.description, u"me@10.0.0.5:2200. "_s + row.hint);
+            hints += row.hint;
+        }
+        QCOMPARE(hints.size(), 6);
+        QVERIFY(hints.contains(u"For the alias, ssh logs in as you on port 2222."_s));
+        meaning.host.hostname = u"localhost"_s; // would be this computer
+        QCOMPARE(detectedHost(db, false, meaning), detectedHost(db, false));
+    }
+
+    void addsByAlias() {
+        AddServerRig rig({StoreRig::server(u"a"_s)});
+        rig.sshHosts = {host(u"a"_s, u"10.0.0.5"_s), host(u"b"_s, u"10.0.0.6"_s), host(u"c"_s, u"c"_s),
+                        host(u"d"_s, u"10.0.0.7"_s), host(u"?"_s, u"x"_s)};
+        for (const QString& alias : {u"a"_s, u"b"_s, u"c"_s})
+            rig.meanings[alias] = {SSHAliasMeaning::Lost::jumpHost, {alias, alias, u"you"_s, 2222, std::nullopt}};
+        auto* const server = rig.showAddServer();
+        const QAbstractItemModelTester tester(server->hosts());
+        QCOMPARE(rig.asked, QStringList()); // nobody looks yet
+        QVERIFY(rig.items(AddServerWords().includeGuide).isEmpty());
+        rig.sshConfigIncludes = true;
+        rig.ui.setAddServerTab(1);
+        QVERIFY(rig.item(AddServerWords().includeGuide));
+        QTRY_COMPARE(rig.items(u"addAlias"_s).size(), 3); // one that is in the fleet by its address, too
+        QCOMPARE(rig.asked, (QStringList{u"a"_s, u"b"_s, u"c"_s, u"d"_s}));
+
+        rig.click(u"addAlias"_s);
+        QCOMPARE(described(rig.store->servers().value(1)), u"a|a|you|2222|remote|docker|-"_s);
+        QCOMPARE(rig.items(u"addAlias"_s).size(), 2);
+        rig.item(u"hosts"_s)->forceActiveFocus();
+        rig.press(Qt::Key_Down);
+        rig.press(Qt::Key_Tab);
+        rig.press(Qt::Key_Down); // from the button to the next row
+        rig.press(Qt::Key_Tab);
+        rig.press(Qt::Key_Return);
+        QCOMPARE(rig.names(), (QStringList{u"a"_s, u"a"_s, u"c"_s}));
+        QCOMPARE(described(rig.store->servers()[2]), u"c|c|you|2222|remote|docker|-"_s);
+        QCOMPARE(rig.items(u"addAlias"_s).size(), 1);
+        server->importAlias(3); // which offers nothing of that kind
+        server->importAlias(-1);
+        QCOMPARE(rig.names().size(), 3);
+
+        rig.meanings.clear();
+        rig.ui.setAddServerTab(0);
+        rig.ui.setAddServerTab(1);
+        QTRY_COMPARE(rig.asked.mid(4), (QStringList{u"b"_s, u"d"_s})); // anew, but for what is reached by its alias
+        QVERIFY(rig.items(u"addAlias"_s).isEmpty());
+    }
+
     void readsTheConfigurationWithEachSheetAndChange() {
         AddServerRig rig;
         rig.ui.setAddServerTab(1);

@@ -16,13 +16,46 @@ bool isThisComputer(const QString& host) {
     return host == "localhost"_L1 || host == "127.0.0.1"_L1;
 }
 
+/// What ssh does with the alias alone.
+QString hint(const SSHAliasMeaning& meaning) {
+    if (isThisComputer(meaning.host.hostname))
+        return {}; // a server with that host would be this computer
+    switch (meaning.lost) {
+    case SSHAliasMeaning::Lost::nothing:
+        break;
+    case SSHAliasMeaning::Lost::jumpHost:
+        return u"Uses a jump host, which ssh takes for the alias alone."_s;
+    case SSHAliasMeaning::Lost::proxyCommand:
+        return u"Uses a proxy command, which ssh runs for the alias alone."_s;
+    case SSHAliasMeaning::Lost::address:
+        return u"For the alias, ssh connects to another address."_s;
+    case SSHAliasMeaning::Lost::login:
+        return u"For the alias, ssh logs in as %1 on port %2."_s.arg(meaning.host.user,
+                                                                     QString::number(meaning.host.port));
+    case SSHAliasMeaning::Lost::keys:
+        return u"Uses keys that ssh takes for the alias alone."_s;
+    case SSHAliasMeaning::Lost::settings:
+        return u"Has settings that ssh takes for the alias alone."_s;
+    }
+    return {};
+}
+
 } // namespace
 
-DetectedHost detectedHost(const SSHConfigHost& host, bool isAdded) {
-    return {.alias = displayText(host.alias),
-            .address = displayText(host.user + u'@' + host.hostname + u':' + QString::number(host.port)),
-            .keyText = host.identityFile ? displayText(u"Key: "_s + *host.identityFile) : QString(),
-            .isAdded = isAdded};
+DetectedHost detectedHost(const SSHConfigHost& host, bool isAdded, const SSHAliasMeaning& meaning) {
+    const QString address = host.user + u'@' + host.hostname + u':' + QString::number(host.port);
+    DetectedHost row{.alias = displayText(host.alias),
+                     .address = displayText(address),
+                     .keyText = host.identityFile ? displayText(u"Key: "_s + *host.identityFile) : QString(),
+                     .hint = displayText(hint(meaning)),
+                     .addAlias = {},
+                     .description = displayText(address),
+                     .isAdded = isAdded};
+    if (!row.hint.isEmpty()) {
+        row.addAlias = displayText(u"Add with \"%1\" as the host"_s.arg(meaning.host.hostname));
+        row.description += u". "_s + row.hint;
+    }
+    return row;
 }
 
 FleetIndex::FleetIndex(const QList<Server>& servers) {
@@ -36,6 +69,10 @@ FleetIndex::FleetIndex(const QList<Server>& servers) {
 
 bool FleetIndex::contains(const SSHConfigHost& host) const {
     return hosts_.contains(host.hostname) || names_.contains(host.alias);
+}
+
+bool FleetIndex::reachesByAlias(const SSHConfigHost& host) const {
+    return hosts_.contains(SSHAlias::name(host));
 }
 
 AddServerWords addServerWords(const SystemWords& words) {

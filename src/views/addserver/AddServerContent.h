@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SSHConfigParser.h"
+#include "SSHAlias.h"
 #include "Server.h"
 #include "SharedCaptions.h"
 #include "SystemWords.h"
@@ -20,18 +20,24 @@ struct DetectedHost {
     Q_PROPERTY(QString alias MEMBER alias)
     Q_PROPERTY(QString address MEMBER address)
     Q_PROPERTY(QString keyText MEMBER keyText)
+    Q_PROPERTY(QString hint MEMBER hint)
+    Q_PROPERTY(QString description MEMBER description)
+    Q_PROPERTY(QString addAlias MEMBER addAlias)
     Q_PROPERTY(bool isAdded MEMBER isAdded)
 
 public:
     QString alias;
-    QString address; ///< user, "@", host name, ":" and port
-    QString keyText; ///< empty when the host has no key file
+    QString address;     ///< user, "@", host name, ":" and port
+    QString keyText;     ///< empty when the host has no key file
+    QString hint;        ///< what an import by address loses; empty when that is nothing
+    QString addAlias;    ///< the button that adds the host by its alias instead; comes with the hint
+    QString description; ///< the address and the hint, for screen readers
     bool isAdded = false;
 
     friend bool operator==(const DetectedHost&, const DetectedHost&) = default;
 };
 
-[[nodiscard]] DetectedHost detectedHost(const SSHConfigHost& host, bool isAdded);
+[[nodiscard]] DetectedHost detectedHost(const SSHConfigHost& host, bool isAdded, const SSHAliasMeaning& meaning = {});
 
 /// The names and addresses of a fleet's servers, to find in constant time whether the fleet has a detected host.
 class FleetIndex {
@@ -39,6 +45,8 @@ public:
     explicit FleetIndex(const QList<Server>& servers);
     /// Whether a server has the host's address, or exactly its alias as a name.
     [[nodiscard]] bool contains(const SSHConfigHost& host) const;
+    /// Whether a server has the host's name for ssh as its address, so that all that ssh knows of it applies.
+    [[nodiscard]] bool reachesByAlias(const SSHConfigHost& host) const;
 
 private:
     QSet<QString> hosts_;
@@ -70,6 +78,7 @@ struct AddServerWords {
     Q_PROPERTY(QString cancel MEMBER cancel)
     Q_PROPERTY(QString save MEMBER save)
     Q_PROPERTY(QString importGuide MEMBER importGuide)
+    Q_PROPERTY(QString includeGuide MEMBER includeGuide)
     Q_PROPERTY(QString noHosts MEMBER noHosts)
     Q_PROPERTY(QString added MEMBER added)
     Q_PROPERTY(QString importHost MEMBER importHost)
@@ -97,6 +106,8 @@ public:
     QString cancel = QStringLiteral("Cancel");
     QString save = QStringLiteral("Save Server");
     QString importGuide = QStringLiteral("Select a host from your local ~/.ssh/config to import automatically:");
+    QString includeGuide =
+        QStringLiteral("Hosts of included files are not listed: add them by hand, with their alias as the host.");
     QString noHosts = QStringLiteral("No configured hosts found in ~/.ssh/config");
     QString added = QStringLiteral("Added");
     QString importHost = QStringLiteral("Import");

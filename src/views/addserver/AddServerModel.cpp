@@ -1,5 +1,7 @@
 #include "AddServerModel.h"
 
+#include <utility>
+
 namespace tarnwick {
 
 AddServerModel::AddServerModel(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators, QObject* parent)
@@ -8,13 +10,18 @@ AddServerModel::AddServerModel(ServerStore& store, UIState& ui, const ViewCollab
     , ui_(ui)
     , collaborators_(collaborators)
     , words_(addServerWords(collaborators.computer.words()))
+    , meanings_(collaborators.askAlias, this)
     , readHostsSoon_(this, [this] { readHosts(); })
     , canSave_(canSaveForm(ui)) {
     connect(&ui, &UIState::newServerNameChanged, this, &AddServerModel::updateCanSave);
     connect(&ui, &UIState::newServerHostChanged, this, &AddServerModel::updateCanSave);
     readHosts();
     connect(&store, &ServerStore::serversChanged, this, &AddServerModel::readHosts);
-    connect(&ui, &UIState::addServerTabChanged, this, &AddServerModel::readHosts);
+    connect(&ui, &UIState::addServerTabChanged, this, [this] {
+        meanings_.forget(); // the file may have changed
+        readHosts();
+    });
+    connect(&meanings_, &AliasMeanings::found, this, &AddServerModel::showHosts);
     // Probe results arrive in bursts.
     connect(&store, &ServerStore::serverChanged, this, [this] { readHostsSoon_.request(); });
 }
@@ -29,15 +36,23 @@ void AddServerModel::updateCanSave() {
 
 void AddServerModel::readHosts() {
     hosts_ = collaborators_.sshHosts();
+    const bool countChanges = hosts_.size() != rows_.rows().size();
+    showHosts();
+    if (countChanges)
+        Q_EMIT importCaptionChanged();
+    if (std::exchange(isIncluding_, collaborators_.sshConfigIncludes()) != isIncluding_)
+        Q_EMIT includeGuideChanged();
+}
+
+void AddServerModel::showHosts() {
     const FleetIndex fleet(store_.servers());
     QList<DetectedHost> rows;
     rows.reserve(hosts_.size());
-    for (const SSHConfigHost& host : hosts_)
-        rows += detectedHost(host, fleet.contains(host));
-    const bool countChanges = rows.size() != rows_.rows().size();
+    for (const SSHConfigHost& host : hosts_) {
+        const bool asks = ui_.addServerTab() == 1 && !fleet.reachesByAlias(host);
+        rows += detectedHost(host, fleet.contains(host), asks ? meanings_.meaning(host) : SSHAliasMeaning());
+    }
     rows_.setRows(rows);
-    if (countChanges)
-        Q_EMIT importCaptionChanged();
 }
 
 void AddServerModel::saveManual() {
@@ -50,6 +65,11 @@ void AddServerModel::saveManual() {
 void AddServerModel::importHost(int row) {
     if (row >= 0 && row < hosts_.size() && !rows_.rows()[row].isAdded)
         store_.addServer(serverFromHost(hosts_[row]));
+}
+
+void AddServerModel::importAlias(int row) {
+    if (row >= 0 && row < hosts_.size() && !rows_.rows()[row].addAlias.isEmpty())
+        store_.addServer(serverFromHost(meanings_.meaning(hosts_[row]).host));
 }
 
 } // namespace tarnwick

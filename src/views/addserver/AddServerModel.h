@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AddServerContent.h"
+#include "AliasMeanings.h"
 #include "OncePerTurn.h"
 #include "ServerStore.h"
 #include "UIState.h"
@@ -13,7 +14,8 @@
 namespace tarnwick {
 
 /// What the add-server sheet shows and can do. It reads the user's ssh configuration when it is made, and again when
-/// the fleet changes or the other tab is chosen. The form's fields are in the UI state.
+/// the fleet changes or the other tab is chosen. While the import tab is open it asks ssh what the hosts' aliases mean.
+/// The form's fields are in the UI state.
 class AddServerModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -22,6 +24,8 @@ class AddServerModel : public QObject {
     Q_PROPERTY(bool canSave READ canSave NOTIFY canSaveChanged)
     Q_PROPERTY(tarnwick::AddServerWords words READ words CONSTANT)
     Q_PROPERTY(QString importCaption READ importCaption NOTIFY importCaptionChanged)
+    /// What the list cannot show; empty where it shows all.
+    Q_PROPERTY(QString includeGuide READ includeGuide NOTIFY includeGuideChanged)
     /// The hosts of the ssh configuration, in the file's order; the fleet has some of them already.
     Q_PROPERTY(QAbstractItemModel* hosts READ hosts CONSTANT)
 
@@ -33,6 +37,7 @@ public:
     [[nodiscard]] bool canSave() const { return canSave_; }
     [[nodiscard]] const AddServerWords& words() const { return words_; }
     [[nodiscard]] QString importCaption() const { return tarnwick::importCaption(hosts_.size()); }
+    [[nodiscard]] QString includeGuide() const { return isIncluding_ ? words_.includeGuide : QString(); }
     [[nodiscard]] QAbstractItemModel* hosts() { return &rows_; }
 
     /// Adds the form's server and resets the form; the caller then closes the sheet. Does nothing while canSave is
@@ -42,14 +47,18 @@ public:
     Q_INVOKABLE void resetForm() { ui_.resetAddServerForm(); }
     /// Adds the host of that row, unless the fleet has it already.
     Q_INVOKABLE void importHost(int row);
+    /// Adds the host of that row with its alias as the address, where the row offers that.
+    Q_INVOKABLE void importAlias(int row);
 
 Q_SIGNALS:
     void canSaveChanged();
     void importCaptionChanged();
+    void includeGuideChanged();
 
 private:
     void updateCanSave();
     void readHosts();
+    void showHosts();
 
     ServerStore& store_;
     UIState& ui_;
@@ -57,8 +66,10 @@ private:
     const AddServerWords words_;
     QList<SSHConfigHost> hosts_;
     RowListModel<DetectedHost> rows_;
+    AliasMeanings meanings_;
     OncePerTurn readHostsSoon_;
     bool canSave_;
+    bool isIncluding_ = false;
 };
 
 } // namespace tarnwick

@@ -23,7 +23,8 @@ FocusScope {
 
         anchors.top: guide.bottom
         anchors.topMargin: 8
-        anchors.bottom: parent.bottom
+        anchors.bottom: includes.visible ? includes.top : parent.bottom
+        anchors.bottomMargin: includes.visible ? 8 : 0
         width: parent.width
         radius: Theme.radiusCard
         color: Theme.layer(0.03)
@@ -79,6 +80,7 @@ FocusScope {
                 isLast: index === list.count - 1
                 isCurrent: list.activeFocus && ListView.isCurrentItem
                 onImportRequested: index => root.server.importHost(index)
+                onAliasRequested: index => root.server.importAlias(index)
             }
         }
         ScrollFade {
@@ -89,5 +91,15 @@ FocusScope {
             area: list
             ground: Qt.tint(Theme.window, frame.color)
         }
+    }
+    PlainText {
+        id: includes
+
+        anchors.bottom: parent.bottom
+        width: parent.width
+        visible: text !== ""
+        text: root.server.includeGuide
+        size: 10
+        color: Theme.secondary
     }
 }

@@ -11,11 +11,14 @@ Item {
     property bool isCurrent: false
     property bool isLast: false
     signal importRequested(int index)
+    signal aliasRequested(int index)
 
     implicitHeight: Math.max(52, texts.height + 20)
     Accessible.role: Accessible.ListItem
     Accessible.name: content.alias
-    Accessible.description: content.address
+    Accessible.description: content.description
+    onIsCurrentChanged: if (!isCurrent)
+        addAlias.focus = false // the arrow keys go on from the list
 
     Rectangle {
         anchors.fill: parent
@@ -51,6 +54,30 @@ Item {
             text: root.content.keyText
             size: 9
             color: Theme.faint
+        }
+        PlainText {
+            width: parent.width
+            visible: text !== ""
+            topPadding: 2
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
+            text: root.content.hint
+            size: 10
+            color: Theme.secondary
+        }
+        // In the Tab order only in the row that the keyboard is at.
+        TextLink {
+            id: addAlias
+
+            objectName: "addAlias"
+            width: Math.min(implicitWidth, parent.width)
+            visible: text !== ""
+            text: root.content.addAlias
+            focusPolicy: Qt.TabFocus
+            activeFocusOnTab: root.isCurrent
+            Accessible.role: Accessible.Button
+            Accessible.description: root.content.hint
+            onClicked: root.aliasRequested(root.index)
         }
     }
     Item {

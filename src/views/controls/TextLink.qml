@@ -1,7 +1,7 @@
 import QtQuick
 import Tarnwick
 
-/// A text that opens a page on the web when it is pressed.
+/// A text to press, of less weight than a button: a link to a page on the web, say.
 Pressable {
     id: root
 
