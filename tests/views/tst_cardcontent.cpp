@@ -200,13 +200,13 @@ private Q_SLOTS:
         QCOMPARE(healthTrend(&trend, QLocale::c()), TrendContent());
         const std::tuple<int, int, QString, QString, QString> rows[] = {
             {1, 20, u"20% in the last minute"_s, u"20 ms in the last minute"_s, u"Healthy for the last minute"_s},
-            {5, -1, u"20% in the last 5 minutes"_s, u"20 ms in the last 5 minutes"_s, u"Offline since 12:05:00"_s},
+            {5, -1, u"20% in the last 5 minutes"_s, u"20 ms in the last 5 minutes"_s, u"Offline since 12:05"_s},
             {6, 70, u"20 to 70% in the last 6 minutes"_s, u"20 to 70 ms in the last 6 minutes"_s,
-             u"Healthy since 12:06:00|Offline 12:05:00 to 12:06:00"_s},
+             u"Healthy since 12:06|Offline 12:05 to 12:06"_s},
             {61, 5, u"5 to 70% in the last hour"_s, u"5 to 70 ms in the last hour"_s,
-             u"Healthy since 13:01:00|Offline 12:05:00 to 12:06:00"_s},
+             u"Healthy since 13:01|Offline 12:05 to 12:06"_s},
             {70, 5, u"5 to 70% in the last 1 h 10 min"_s, u"5 to 70 ms in the last 1 h 10 min"_s,
-             u"Healthy since 13:10:00|Offline 12:05:00 to 12:06:00"_s},
+             u"Healthy since 13:10|Offline 12:05 to 12:06"_s},
         };
         for (const auto& [minutes, cpu, percents, latency, health] : rows) {
             note(minutes, cpu);

@@ -24,15 +24,21 @@ Item {
         contentItem: Column {
             spacing: 6
 
-            Sparkline {
+            // Its ground shows the scale, and that there is nothing where the chart has a gap.
+            Rectangle {
                 id: chart
 
                 visible: root.tip.trend.text !== "" && root.tip.trend.text === root.tip.text
                 width: 200
                 height: root.tip.trend.isStepped ? 20 : 40
-                trend: root.tip.trend
-                color: Theme.blue
-                barColors: [Theme.green, Theme.orange, Theme.red, Theme.red]
+                color: Theme.layer(0.05)
+
+                Sparkline {
+                    anchors.fill: parent
+                    trend: root.tip.trend
+                    color: Theme.blue
+                    barColors: [Theme.green, Theme.orange, Theme.red, Theme.red]
+                }
             }
             PlainText {
                 width: Math.min(implicitWidth, 324)

@@ -84,8 +84,9 @@ TrendContent healthTrend(const ServerTrend* trend, const QLocale& locale) {
         content.points.append({x(spell.until), 0});
     }
 
-    const auto time = [&locale](Instant at) {
-        return locale.toString(at.toDateTime().toLocalTime().time(), QLocale::ShortFormat);
+    const QString clock = locale.timeFormat(QLocale::ShortFormat).remove(u":ss"_s); // which some locales have
+    const auto time = [&](Instant at) {
+        return locale.toString(at.toDateTime().toLocalTime().time(), clock);
     };
     const HealthSpell& now = spells.last();
     QStringList lines{titleOf(now.status) + (spells.size() > 1
