@@ -197,7 +197,7 @@ private Q_SLOTS:
         rig.ui.setAddServerTab(1);
         QVERIFY(rig.item(AddServerWords().includeGuide));
         QTRY_COMPARE(rig.items(u"addAlias"_s).size(), 3); // one that is in the fleet by its address, too
-        QCOMPARE(rig.asked, (QStringList{u"a"_s, u"b"_s, u"c"_s, u"d"_s}));
+        QTRY_COMPARE(rig.asked.size(), 4);
 
         rig.click(u"addAlias"_s);
         QCOMPARE(described(rig.store->servers().value(1)), u"a|a|you|2222|remote|docker|-"_s);
@@ -218,7 +218,7 @@ private Q_SLOTS:
         rig.meanings.clear();
         rig.ui.setAddServerTab(0);
         rig.ui.setAddServerTab(1);
-        QTRY_COMPARE(rig.asked.mid(4), (QStringList{u"b"_s, u"d"_s})); // anew, but for what is reached by its alias
+        QTRY_COMPARE(rig.asked.size(), 6); // anew, but for what is reached by its alias
         QVERIFY(rig.items(u"addAlias"_s).isEmpty());
     }
 
@@ -226,9 +226,13 @@ private Q_SLOTS:
         AddServerRig rig;
         rig.ui.setAddServerTab(1);
         for (const int count : {0, 5'000, 1}) {
-            rig.sshHosts = QList<SSHConfigHost>(count, host(u"h"_s, u"x"_s));
+            rig.sshHosts.clear();
+            for (int i = 0; i < count; ++i)
+                rig.sshHosts += host(u"h%1"_s.arg(i), u"x"_s);
             QCOMPARE(rig.showAddServer()->importCaption(), u"Import from ~/.ssh/config (%1)"_s.arg(count));
             QVERIFY(rig.items(u"import"_s).size() < 20); // rows out of sight are not built
+            QTRY_COMPARE(rig.asked.isEmpty(), count == 0);
+            QVERIFY(rig.asked.size() < 40); // nor is ssh asked about them
             QCOMPARE(rig.item(u"hosts"_s) == nullptr, count == 0);
             QCOMPARE(rig.item(AddServerWords().noHosts) != nullptr, count == 0);
         }

@@ -15,13 +15,18 @@ AddServerModel::AddServerModel(ServerStore& store, UIState& ui, const ViewCollab
     , canSave_(canSaveForm(ui)) {
     connect(&ui, &UIState::newServerNameChanged, this, &AddServerModel::updateCanSave);
     connect(&ui, &UIState::newServerHostChanged, this, &AddServerModel::updateCanSave);
+    rows_.isRead = [this](int row) {
+        if (ui_.addServerTab() == 1 && !fleet_.reachesByAlias(hosts_[row]))
+            meanings_.want(hosts_[row]);
+    };
     readHosts();
     connect(&store, &ServerStore::serversChanged, this, &AddServerModel::readHosts);
     connect(&ui, &UIState::addServerTabChanged, this, [this] {
-        meanings_.forget(); // the file may have changed
+        if (ui_.addServerTab() != 1)
+            meanings_.forget(); // the file may change until the hosts are seen again
         readHosts();
     });
-    connect(&meanings_, &AliasMeanings::found, this, &AddServerModel::showHosts);
+    connect(&meanings_, &AliasMeanings::found, this, &AddServerModel::showMeaning);
     // Probe results arrive in bursts.
     connect(&store, &ServerStore::serverChanged, this, [this] { readHostsSoon_.request(); });
 }
@@ -36,23 +41,28 @@ void AddServerModel::updateCanSave() {
 
 void AddServerModel::readHosts() {
     hosts_ = collaborators_.sshHosts();
-    const bool countChanges = hosts_.size() != rows_.rows().size();
-    showHosts();
+    fleet_ = FleetIndex(store_.servers());
+    QList<DetectedHost> rows;
+    rows.reserve(hosts_.size());
+    for (const SSHConfigHost& host : hosts_)
+        rows += shown(host);
+    const bool countChanges = rows.size() != rows_.rows().size();
+    rows_.setRows(rows);
     if (countChanges)
         Q_EMIT importCaptionChanged();
     if (std::exchange(isIncluding_, collaborators_.sshConfigIncludes()) != isIncluding_)
         Q_EMIT includeGuideChanged();
 }
 
-void AddServerModel::showHosts() {
-    const FleetIndex fleet(store_.servers());
-    QList<DetectedHost> rows;
-    rows.reserve(hosts_.size());
-    for (const SSHConfigHost& host : hosts_) {
-        const bool asks = ui_.addServerTab() == 1 && !fleet.reachesByAlias(host);
-        rows += detectedHost(host, fleet.contains(host), asks ? meanings_.meaning(host) : SSHAliasMeaning());
-    }
-    rows_.setRows(rows);
+DetectedHost AddServerModel::shown(const SSHConfigHost& host) const {
+    return detectedHost(host, fleet_.contains(host),
+                        fleet_.reachesByAlias(host) ? SSHAliasMeaning() : meanings_.meaning(host));
+}
+
+void AddServerModel::showMeaning(const SSHConfigHost& host) {
+    for (int row = 0; row < hosts_.size(); ++row)
+        if (hosts_[row] == host)
+            rows_.setRow(row, shown(host));
 }
 
 void AddServerModel::saveManual() {

@@ -11,11 +11,26 @@
 #include <QObject>
 #include <QtQmlIntegration>
 
+#include <functional>
+
 namespace tarnwick {
 
+/// The hosts, with word of each row that a view reads, which it does for those that are seen.
+class DetectedHostModel : public RowListModel<DetectedHost> {
+public:
+    std::function<void(int row)> isRead;
+
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+        QVariant content = RowListModel::data(index, role);
+        if (content.isValid())
+            isRead(index.row());
+        return content;
+    }
+};
+
 /// What the add-server sheet shows and can do. It reads the user's ssh configuration when it is made, and again when
-/// the fleet changes or the other tab is chosen. While the import tab is open it asks ssh what the hosts' aliases mean.
-/// The form's fields are in the UI state.
+/// the fleet changes or the other tab is chosen. In the import tab it asks ssh what the aliases mean of the hosts that
+/// are seen. The form's fields are in the UI state.
 class AddServerModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -58,14 +73,16 @@ Q_SIGNALS:
 private:
     void updateCanSave();
     void readHosts();
-    void showHosts();
+    [[nodiscard]] DetectedHost shown(const SSHConfigHost& host) const;
+    void showMeaning(const SSHConfigHost& host);
 
     ServerStore& store_;
     UIState& ui_;
     const ViewCollaborators& collaborators_;
     const AddServerWords words_;
     QList<SSHConfigHost> hosts_;
-    RowListModel<DetectedHost> rows_;
+    FleetIndex fleet_{{}};
+    DetectedHostModel rows_;
     AliasMeanings meanings_;
     OncePerTurn readHostsSoon_;
     bool canSave_;

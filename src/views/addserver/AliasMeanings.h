@@ -6,13 +6,13 @@
 #include <QHash>
 #include <QList>
 #include <QObject>
-#include <QTimer>
 
 #include <functional>
+#include <optional>
 
 namespace tarnwick {
 
-/// Asks ssh about one host after another, so that a long file costs one process at a time, and remembers its answers.
+/// Asks ssh about one host after another, so that there is one process at a time, and remembers its answers.
 class AliasMeanings : public QObject {
     Q_OBJECT
 
@@ -21,14 +21,15 @@ public:
 
     AliasMeanings(Ask ask, QObject* parent);
 
-    /// What is known of the host. Asks when nothing is, unless ssh has no name for it.
-    [[nodiscard]] SSHAliasMeaning meaning(const SSHConfigHost& host);
+    /// Asks about the host, before all that wait, unless that was done or ssh has no name for it.
+    void want(const SSHConfigHost& host);
+    /// Nothing is lost while there is no answer.
+    [[nodiscard]] SSHAliasMeaning meaning(const SSHConfigHost& host) const { return known_.value(host); }
     /// Drops all answers and questions, and the answer to come.
     void forget();
 
 Q_SIGNALS:
-    /// A while after some answers that say that something is lost.
-    void found();
+    void found(const tarnwick::SSHConfigHost& host);
 
 private:
     void askNext();
@@ -36,9 +37,9 @@ private:
 
     const Ask ask_;
     QHash<SSHConfigHost, SSHAliasMeaning> known_; ///< of those asked for, too: nothing yet
-    QList<SSHConfigHost> questions_;              ///< the first one is asked, the others wait
+    QList<SSHConfigHost> waiting_;                ///< the last one is asked next
+    std::optional<SSHConfigHost> asked_;
     QFutureWatcher<SSHAliasMeaning> answer_;
-    QTimer pause_; ///< so that the rows are made anew ten times a second at most
 };
 
 } // namespace tarnwick

@@ -59,7 +59,7 @@ FocusScope {
             focus: true
             activeFocusOnTab: count > 0
             clip: true
-            model: root.server.hosts
+            model: root.visible ? root.server.hosts : null // ssh is asked about what is shown
             reuseItems: true
             boundsBehavior: Flickable.StopAtBounds
             highlightMoveDuration: 0

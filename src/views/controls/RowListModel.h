@@ -24,12 +24,8 @@ public:
     void setRows(const QList<Content>& rows) {
         const auto before = static_cast<int>(rows_.size());
         const auto after = static_cast<int>(rows.size());
-        for (int row = 0; row < std::min(before, after); ++row) {
-            if (rows_[row] == rows[row])
-                continue;
-            rows_[row] = rows[row];
-            Q_EMIT dataChanged(index(row), index(row), {ContentRole});
-        }
+        for (int row = 0; row < std::min(before, after); ++row)
+            setRow(row, rows[row]);
         if (after > before) {
             beginInsertRows({}, before, after - 1);
             rows_ = rows;
@@ -39,6 +35,14 @@ public:
             rows_ = rows;
             endRemoveRows();
         }
+    }
+
+    /// Requires that there is such a row.
+    void setRow(int row, const Content& content) {
+        if (rows_[row] == content)
+            return;
+        rows_[row] = content;
+        Q_EMIT dataChanged(index(row), index(row), {ContentRole});
     }
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override {
