@@ -20,10 +20,11 @@ Pressable {
     Accessible.checked: tile.isPinned
 
     contentItem: Item {
+        // Behind the figure alone: smaller text stays clear of it.
         Sparkline {
-            y: 12
+            y: 22
             width: parent.width
-            height: 44
+            height: 24
             visible: root.tile.trend.text !== ""
             opacity: 0.22
             trend: root.tile.trend
