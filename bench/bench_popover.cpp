@@ -1,9 +1,10 @@
 // The popover and its sheets, drawn without a screen: how soon they appear, what a frame costs, and how much memory
 // stays.
 //
-//   bench_popover opening | typing | motion | rest | sheets | memory
+//   bench_popover opening | typing | motion | trends | rest | sheets | memory
 
 #include "Figures.h"
+#include "FleetTrends.h"
 #include "FreeMemory.h"
 #include "Popover.h"
 #include "PopoverView.h"
@@ -25,6 +26,8 @@
 #include <algorithm>
 #include <functional>
 #include <vector>
+
+#include <malloc.h>
 
 using namespace tarnwick;
 
@@ -89,7 +92,7 @@ public:
         qputenv("HOME", home.path().toLocal8Bit());
         store = std::make_unique<ServerStore>(StoreCollaborators{
             .collect = [this](const Server&, const ProbeManner&) { return readyFuture(answer()); },
-            .clock = [] { return Instant(); },
+            .clock = [this] { return now; },
             .claim = [](const QString&, Instant) { return false; },
             .notify = {},
             .hasDefaultRoute = [] { return true; },
@@ -120,6 +123,7 @@ public:
 
     QTemporaryDir home;
     UIState ui;
+    Instant now; ///< of all that is answered
     RealComputer here;
     std::unique_ptr<ServerStore> store;
 
@@ -127,6 +131,7 @@ private:
     ServerMetrics answer() {
         ServerMetrics metrics;
         metrics.cpuPercent = answers_++ * 7 % 60;
+        metrics.lastChecked = now;
         metrics.memoryUsedMB = 512 + answers_ % 512;
         metrics.memoryTotalMB = 2048;
         metrics.diskUsedGB = 10;
@@ -255,6 +260,67 @@ void motion() {
     }
 }
 
+/// The first visible item of a QML type below this one, or null.
+const QQuickItem* itemOf(const QQuickItem* root, const char* type) {
+    for (const QQuickItem* child : root->childItems()) {
+        if (!child->isVisible())
+            continue;
+        if (QByteArray(child->metaObject()->className()).contains(type))
+            return child;
+        if (const QQuickItem* found = itemOf(child, type))
+            return found;
+    }
+    return nullptr;
+}
+
+/// Two hours of a fleet: their memory, and the work of showing one of them.
+void trends() {
+    constexpr int results = static_cast<int>(ServerTrend::slotCount);
+    Fleet fleet(1000);
+    QList<Server> servers = fleet.store->servers();
+    const auto answer = [&](int number) {
+        fleet.now = {number * ServerTrend::slotSeconds};
+        for (Server& server : servers) {
+            server.metrics->cpuPercent = number * 7 % 60;
+            server.metrics->lastChecked = fleet.now;
+        }
+    };
+    {
+        const size_t before = mallinfo2().uordblks;
+        FleetTrends kept;
+        for (int number = 0; number < results; ++number) {
+            answer(number);
+            for (const Server& server : servers)
+                kept.note(server);
+        }
+        figures::report("1,000 servers: memory of their last two hours",
+                        static_cast<double>(mallinfo2().uordblks - before) / 1e6, "MB", 4);
+    }
+    for (int number = 0; number < results; ++number) {
+        answer(number);
+        fleet.store->setServers(servers);
+    }
+    const auto view = fleet.open();
+    waitFor(std::chrono::milliseconds(500));
+    std::vector<double> works;
+    for (int i = 0; i < 10; ++i) {
+        const QQuickItem* const bar = itemOf(view->contentItem(), "MetricBarView");
+        const QPointF outside(1, 1);
+        for (const QPointF place : {outside, bar->mapToScene({20, 10})}) {
+            QMouseEvent move(QEvent::MouseMove, place, place, Qt::NoButton, Qt::NoButton, {});
+            const double start = threadMilliseconds();
+            QCoreApplication::sendEvent(view.get(), &move);
+            waitFor(std::chrono::seconds(1)); // the bubble comes after 0.6 s
+            if ((itemOf(view->contentItem(), "Sparkline") != nullptr) != (place != outside))
+                qFatal("the chart does not follow the pointer");
+            if (place != outside)
+                works.push_back(threadMilliseconds() - start);
+        }
+    }
+    figures::report("1,000 servers: work of showing a bar's chart, median of 10", median(works), "ms", 16,
+                    QStringLiteral("(worst %1 ms)").arg(*std::ranges::max_element(works), 0, 'f', 1));
+}
+
 /// The share of a processor that this process uses while nothing happens, in percent.
 double cpuShare(std::chrono::milliseconds time) {
     const double cpu = figures::cpuMilliseconds();
@@ -377,6 +443,8 @@ int main(int argc, char* argv[]) {
         typing();
     } else if (what == u"motion") {
         motion();
+    } else if (what == u"trends") {
+        trends();
     } else if (what == u"rest") {
         rest();
     } else if (what == u"sheets") {
@@ -384,7 +452,7 @@ int main(int argc, char* argv[]) {
     } else if (what == u"memory") {
         memory();
     } else {
-        std::fprintf(stderr, "bench_popover opening | typing | motion | rest | sheets | memory\n");
+        std::fprintf(stderr, "bench_popover opening | typing | motion | trends | rest | sheets | memory\n");
         return 2;
     }
     return figures::exitStatus();
