@@ -87,9 +87,9 @@ void PictureFleet::start(const UserHome& home) {
     worker_.start();
     backup_.start(HostBehaviour::hangs);
     database_.start();
-    const QString configuration = web_.configuration() + worker_.configuration() + backup_.configuration() +
-                                  database_.configuration() +
-                                  u"Match originalhost staging,staging.example,*.staging.example\n    HostName 127.0.0.1\n"_s;
+    const QString configuration =
+        web_.configuration() + worker_.configuration() + backup_.configuration() + database_.configuration() +
+        u"Match originalhost staging,staging.example,*.staging.example\n    HostName 127.0.0.1\n"_s;
     if (!home.writeSshFile(u"config"_s, configuration.toUtf8() + aliases.toUtf8()))
         throw std::runtime_error("Cannot write the ssh configuration");
 }
@@ -110,6 +110,8 @@ Setting PictureFleet::setting(Scene scene) const {
         return {{paused()}, u"build"_s};
     case Scene::firstLaunch:
         return {{local()}, u"Tarnwick Tour"_s, true};
+    case Scene::playedHours:
+        return {{local(), web_.entry(), staging()}, u"CPU"_s};
     case Scene::playedMac:
         return {{local(u"a played Mac"_s), web_.entry(), staging()}, u"3 / 3 Containers"_s};
     case Scene::playedFirstLaunch:

@@ -9,7 +9,18 @@
 namespace tarnwick {
 
 /// The state in which the program starts for a picture; `same`: it continues where the previous picture left it.
-enum class Scene { same, usual, states, containers, fleet, paused, firstLaunch, playedMac, playedFirstLaunch };
+enum class Scene {
+    same,
+    usual,
+    states,
+    containers,
+    fleet,
+    paused,
+    firstLaunch,
+    playedHours,
+    playedMac,
+    playedFirstLaunch
+};
 
 /// A scene to start with.
 struct Setting {

@@ -51,8 +51,8 @@ shadow-offset-y = -%2;
 wintypes: { utility = { full-shadow = true; }; };
 )";
 
-/// What is done before the picture. `opens`: it presses, and scrolls to what that shows.
-enum class Hand { rests, presses, scrolls, types, opens };
+/// What is done before the picture. `opens`: it presses, and scrolls to what that shows. `points`: the pointer stays.
+enum class Hand { rests, presses, scrolls, types, opens, points };
 
 /// One picture, in each look.
 struct Picture {
@@ -62,6 +62,7 @@ struct Picture {
     QStringView element = {}; ///< what the mouse acts on, or what is typed
     QStringView shows = {};   ///< what is shown then
     bool isLarge = false;     ///< also at twice the scale
+    QPoint at = {};           ///< in the element, from its top left corner; null: its middle
 };
 constexpr std::array pictures{
     Picture{.name = u"popover", .scene = Scene::usual, .isLarge = true},
@@ -81,6 +82,14 @@ constexpr std::array pictures{
     Picture{u"tour-3", Scene::same, Hand::presses, u"Next", u"Hardware & Thermals"},
     Picture{u"tour-4", Scene::same, Hand::presses, u"Next", u"Custom Panel Multi-Pinning"},
     Picture{u"tour-5", Scene::same, Hand::presses, u"Next", u"You're All Set!"},
+};
+
+/// After two hours that are played, because nobody waits for those.
+constexpr std::array hourPictures{
+    Picture{u"trend", Scene::playedHours, Hand::points, u"CPU", {}, true},
+    Picture{u"trend-state", Scene::same, Hand::points, u"staging", {}, true, {37, 26}},
+    Picture{u"trend-computer", Scene::playedHours, Hand::presses, u"Hardware Specs & Thermals", u"Refresh Sensors",
+            true},
 };
 
 /// The same program in the words of macOS, on a Mac that is played; in one look.
@@ -179,6 +188,8 @@ public:
             start(fleet.setting(picture.scene));
         if (picture.hand == Hand::types)
             type(picture.element.toString());
+        else if (picture.hand == Hand::points)
+            point(picture.element.toString(), picture.at);
         else if (picture.hand != Hand::rests)
             act(picture.hand, picture.element.toString());
         if (!picture.shows.isEmpty())
@@ -239,18 +250,35 @@ private:
             fail(u"The pointer does not obey"_s);
     }
 
+    /// Points at the topmost element of that name, where it is in the picture. From elsewhere, or nothing would move.
+    void point(const QString& element, QPoint at) const {
+        QRect place;
+        waitFor(element + u" on the stage"_s, [&] {
+            moveToStage(); // more than once: a window that becomes larger goes back to its own place
+            QThread::msleep(500);
+            const QRect now = desktop_.restingPlace(ScreenReader(), element);
+            return std::exchange(place, now) == now && now.isValid();
+        });
+        const QPoint target = at.isNull() ? place.center() : place.topLeft() + at;
+        if (!desktop_.moveTo(QPoint(8, 8)) || !desktop_.moveTo(target * look_.scale))
+            fail(u"The pointer does not obey"_s);
+        QThread::msleep(1000); // longer than a help bubble's delay
+    }
+
+    void moveToStage() const {
+        const QString window = QString::fromLatin1(desktop_.windows().value(0, "none"));
+        if (!desktop_.xdotool(u"windowmove %1 %2 %3"_s.arg(window).arg(placeOnStage.x()).arg(placeOnStage.y())))
+            fail(u"The window does not move"_s);
+    }
+
     /// Saves a picture of the program's window and its shadow once nothing moves in it. While a probe runs it does not;
     /// then after 6 s.
     void save(const QString& path) const {
         const QByteArray window = desktop_.windows().value(0, "none");
-        const QString move =
-            u"windowmove %1 %2 %3"_s.arg(QString::fromLatin1(window)).arg(placeOnStage.x()).arg(placeOnStage.y());
         const int around = margin * look_.scale;
         QImage image;
         for (const QDeadlineTimer deadline(6s); !deadline.hasExpired();) {
-            // Each time: a window that becomes larger goes back to its own place.
-            if (!desktop_.xdotool(move))
-                fail(u"The window does not move"_s);
+            moveToStage();        // each time: a window that becomes larger goes back to its own place
             QThread::msleep(500); // longer than any animation's pause
             const QImage screen = desktop_.picture();
             const QRect place(placeOnStage, desktop_.picture(window).size());
@@ -289,6 +317,11 @@ void takeAll(const QString& folder) {
         for (const Picture& picture : pictures)
             if (look.scale == 1 || picture.isLarge)
                 photographer.take(picture, fleet);
+    }
+    for (const Look& look : looks) {
+        Photographer photographer(home, desktop, folder, look, QStringLiteral(PLAYED_HOURS));
+        for (const Picture& picture : hourPictures)
+            photographer.take(picture, fleet);
     }
     Photographer photographer(home, desktop, folder, looks[1], QStringLiteral(PLAYED_MAC));
     for (const Picture& picture : macPictures)
