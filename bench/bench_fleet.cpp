@@ -2,6 +2,7 @@
 //
 //   bench_fleet pace N     N hosts in one cycle: who answers, how soon beside xargs, the main thread's worst lateness
 //   bench_fleet hanging    how much a hundred hosts that hang delay 200 others
+//   bench_fleet cost N own|shared   the processor time of a cycle, here and on the hosts, and memory
 //   bench_fleet hour       120 cycles of 10 hosts, fast-forwarded: resident memory, and whether it grows
 //   bench_fleet large      a fleet of 1,000 hosts of 20 containers: resident memory
 
@@ -17,13 +18,18 @@
 #include "Xargs.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <limits>
+
+#include <sys/resource.h>
+#include <unistd.h>
 
 using namespace tarnwick;
 
@@ -185,6 +191,130 @@ int hanging(const OpenSshServer& host) {
     return figures::exitStatus();
 }
 
+QByteArray processFile(const QString& process, const char* name) {
+    QFile file(QStringLiteral("/proc/%1/%2").arg(process, QLatin1StringView(name)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Memory, what is shared with other processes in proportion.
+double proportionalMegabytes(const QString& process) {
+    for (const QByteArray& line : processFile(process, "smaps_rollup").split('\n'))
+        if (line.startsWith("Pss:"))
+            return line.mid(4).trimmed().split(' ').first().toDouble() * 1024 / 1e6;
+    return 0;
+}
+
+/// What processes have used so far; times in ms.
+struct Use {
+    double ours = 0;        ///< this program, and the clients that have ended
+    double connections = 0; ///< the clients that keep connections open
+    double hosts = 0;       ///< the server, its sessions and what these ran
+    int connectionCount = 0;
+    double connectionMegabytes = 0;
+    double hostMegabytes = 0;
+
+    Use(const OpenSshServer& host, const QByteArray& socketFolder) {
+        rusage ended{};
+        ::getrusage(RUSAGE_CHILDREN, &ended);
+        ours = figures::cpuMilliseconds() + milliseconds(ended.ru_utime) + milliseconds(ended.ru_stime);
+        const QByteArray hostFolder = QFileInfo(host.keyPath()).path().toUtf8();
+        const double tick = 1e3 / static_cast<double>(::sysconf(_SC_CLK_TCK));
+        for (const QString& process : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
+            const QByteArray command = processFile(process, "cmdline");
+            // The accounting of ticks would lose most of a process that rarely runs.
+            const double running = processFile(process, "schedstat").split(' ').first().toDouble() / 1e6;
+            if (command.startsWith("ssh: " + socketFolder)) {
+                connections += running;
+                connectionMegabytes += proportionalMegabytes(process);
+                ++connectionCount;
+            } else if (command.contains(hostFolder) && command.startsWith("sshd: ")) {
+                const QByteArray stat = processFile(process, "stat");
+                listener_ = process.toLatin1();
+                const QByteArrayList fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+                hosts += running + (fields.value(13).toDouble() + fields.value(14).toDouble()) * tick;
+            }
+        }
+        addSessions(listener_, tick);
+    }
+
+private:
+    static double milliseconds(const timeval& time) {
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
+    }
+    void addSessions(const QByteArray& parent, double tick) {
+        const QByteArray list = processFile(QString::fromLatin1(parent + "/task/" + parent), "children");
+        for (const QByteArray& child : list.simplified().split(' ')) {
+            if (child.isEmpty())
+                continue;
+            const QString process = QString::fromLatin1(child);
+            const QByteArray stat = processFile(process, "stat");
+            const QByteArrayList fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+            hosts += processFile(process, "schedstat").split(' ').first().toDouble() / 1e6 +
+                     (fields.value(13).toDouble() + fields.value(14).toDouble()) * tick;
+            hostMegabytes += proportionalMegabytes(process);
+            addSessions(child, tick);
+        }
+    }
+
+    QByteArray listener_;
+};
+
+int cost(const OpenSshServer& host, int count, bool isShared) {
+    const QTemporaryDir folder;
+    const QByteArray runtime = QFile::encodeName(folder.path());
+    qputenv("XDG_RUNTIME_DIR", runtime);
+    QList<SSHConfigHost> hosts = hostsOn(host, count);
+    for (SSHConfigHost& each : hosts) { // who has another key has another connection
+        each.identityFile = folder.filePath(each.alias);
+        QFile::link(host.keyPath(), *each.identityFile);
+    }
+    AppDelegate delegate(surroundings(folder.path(), hosts));
+    delegate.applicationDidFinishLaunching();
+    ServerStore& store = *delegate.store();
+    store.editSettings([isShared](AppSettings& settings) { settings.shareConnections = isShared; });
+    int answers = 0;
+    QObject::connect(&store, &ServerStore::serverChanged, &store, [&](const QUuid& id) {
+        answers += !store.server(id)->isLocal && !store.server(id)->metrics->errorMessage ? 1 : 0;
+    });
+    const int cycles = isShared ? 2 : 1;
+    if (isShared) { // the connections are made; from the next on the cycles are as far apart as the timer has them
+        waitForCycle(store);
+        waitForCycle(store);
+    }
+    answers = 0;
+    const Use before(host, runtime);
+    const double start = figures::wallMilliseconds();
+    double cycleTime = 0;
+    for (int cycle = 0; cycle < cycles; ++cycle) {
+        waitForCycle(store);
+        cycleTime += std::chrono::duration<double>(store.latestCycleTime()).count();
+    }
+    const double elapsed = figures::wallMilliseconds() - start;
+    const Use after(host, runtime);
+
+    constexpr double any = std::numeric_limits<double>::infinity();
+    const double connections = (after.connections - before.connections) / cycles;
+    const double here = (after.ours - before.ours) / cycles + connections;
+    const double interval = std::chrono::duration<double, std::milli>(store.refreshInterval()).count();
+    const QByteArray fleet = QByteArray::number(count) + (isShared ? " hosts, shared: " : " hosts: ");
+    figures::report(fleet + "without an answer", static_cast<double>(count * cycles - answers), "", 0);
+    figures::report(fleet + "a cycle", cycleTime / cycles, "s", any);
+    figures::report(fleet + "processor time here", here / 1e3, "s", any,
+                    QStringLiteral("(the program alone and its clients; open connections %1 s of it)")
+                        .arg(connections / 1e3, 0, 'f', 2));
+    figures::report(fleet + "processor time on the hosts", (after.hosts - before.hosts) / cycles / 1e3, "s", any);
+    figures::report(fleet + "here, share of a core", here / interval * 100, "%", isShared && count == 300 ? 3 : any);
+    figures::report(fleet + "resident memory", figures::statusMegabytes("VmRSS"), "MB", any);
+    if (isShared && after.connectionCount > 0)
+        figures::report(fleet + "memory of an open connection", after.connectionMegabytes / after.connectionCount, "MB",
+                        any,
+                        QStringLiteral("(%1 of them, %2 MB each on the host; a cycle every %3 s)")
+                            .arg(after.connectionCount)
+                            .arg(after.hostMegabytes / after.connectionCount, 0, 'f', 2)
+                            .arg(elapsed / cycles / 1e3, 0, 'f', 1));
+    return figures::exitStatus();
+}
+
 int hour(const OpenSshServer& host) {
     const QTemporaryDir folder;
     AppDelegate delegate(surroundings(folder.path(), hostsOn(host, 10)));
@@ -257,10 +387,13 @@ int main(int argc, char* argv[]) {
     host.yieldProcessor();
     if (what == u"pace")
         return pace(host, QCoreApplication::arguments().value(2).toInt());
+    if (what == u"cost")
+        return cost(host, QCoreApplication::arguments().value(2).toInt(),
+                    QCoreApplication::arguments().value(3) == u"shared");
     if (what == u"hanging")
         return hanging(host);
     if (what == u"hour")
         return hour(host);
-    std::fprintf(stderr, "bench_fleet pace N | hanging | hour | large\n");
+    std::fprintf(stderr, "bench_fleet pace N | cost N own|shared | hanging | hour | large\n");
     return 2;
 }
