@@ -55,7 +55,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         const Server server = SSHConfigParser::newServer(host);
         require(encodeServers({server}).has_value(), "every host can be saved");
         requireInPlace(SSHMetricsCollector::remoteProbeRequest(server).arguments, host);
-        requireInPlace(SSHMetricsCollector::restartRequest(server, u"4f2a"_s).arguments, host);
+        requireInPlace(SSHMetricsCollector::actionRequest(server, u"4f2a"_s, ContainerAction::restart).arguments, host);
         const QString name = SSHAlias::name(host);
         require(host.alias.contains(name) && !name.startsWith(u'-') && !name.contains(u'@') && !name.contains(u' '),
                 "the name for ssh is one word of the alias, and no option");

@@ -109,27 +109,35 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const QString target = texts[4].isEmpty() ? texts[5] : texts[4];
     const QByteArray exec =
         words(QStringList{u"docker"_s, u"exec"_s, u"-it"_s} + operand(target) + QStringList{u"sh"_s, u"-c"_s, enter});
-    const QByteArray restart = words(QStringList{u"docker"_s, u"restart"_s} + operand(texts[5]));
+    const QByteArray logs = words(QStringList{u"docker"_s, u"logs"_s, u"--tail"_s, u"200"_s} + operand(target));
+    const QByteArray stop = words(QStringList{u"docker"_s, u"stop"_s} + operand(texts[5]));
     const QStringList login{u"-i"_s, texts[3], u"-p"_s, u"22"_s, texts[2] + u'@' + texts[1]};
-    const auto greeting = [](const QString& text) {
-        return (u"Tarnwick: Connecting to "_s + text + u"...\n"_s).toUtf8();
+    const auto greeting = [](const QString& text, const QString& act = u"Connecting to "_s) {
+        return (u"Tarnwick: "_s + act + text + u"...\n"_s).toUtf8();
     };
+    const QString reading = u"Last 200 log lines of "_s;
     const QString there = u"container ["_s + target + u']';
 
     using namespace TerminalLauncher;
     QByteArray script = standIns;
     for (const QString& line :
-         {serverCommandLine(remote), containerCommandLine(local, container), containerCommandLine(remote, container)}) {
+         {serverCommandLine(remote), containerCommandLine(local, container), containerCommandLine(remote, container),
+          containerLogCommandLine(local, container), containerLogCommandLine(remote, container)}) {
         require(!hasControls(line), "a line has no characters that act as keys");
         script += line.toUtf8() + '\n';
     }
     for (const Server& server : {remote, local})
-        script += SSHMetricsCollector::restartRequest(server, container.id).arguments.last().toUtf8() + '\n';
+        script +=
+            SSHMetricsCollector::actionRequest(server, container.id, ContainerAction::stop).arguments.last().toUtf8() +
+            '\n';
     const QByteArray expected = greeting(texts[0]) + words(QStringList{u"ssh"_s} + login + QStringList{u"1"_s}) + //
                                 greeting(there) + exec +                                                          //
                                 greeting(there + u" on "_s + texts[0]) +
                                 words(QStringList{u"ssh"_s, u"-t"_s} + login + QStringList{u"2"_s}) + exec + //
-                                restart + restart;
+                                greeting(there, reading) + logs +                                            //
+                                greeting(there + u" on "_s + texts[0], reading) +
+                                words(QStringList{u"ssh"_s} + login + QStringList{u"2"_s}) + logs + //
+                                stop + stop;
     const QByteArray printed = printedBy(script);
     if (printed != expected)
         std::fprintf(stderr, "Expected: %s\nPrinted:  %s\n", escaped(expected).constData(),

@@ -31,8 +31,9 @@ namespace {
 
 constexpr QLatin1StringView sshClient = "/usr/bin/ssh"_L1;
 constexpr QLatin1StringView localShell = "/bin/sh"_L1;
+constexpr QLatin1StringView secondClient = "/.orbstack/bin/docker"_L1;
 constexpr std::chrono::seconds probeTimeLimit = 30s;
-constexpr std::chrono::seconds restartTimeLimit = 120s;
+constexpr std::chrono::seconds actionTimeLimit = 120s;
 constexpr qint64 probeLineLimit = 8LL * 1024 * 1024;
 constexpr qint64 standardErrorKept = 64LL * 1024;
 
@@ -47,17 +48,18 @@ QStringList connectionArguments(const Server& server) {
     return arguments << target;
 }
 
-QString noAnswer() {
-    return u"No answer within %1 seconds"_s.arg(probeTimeLimit.count());
+QString noAnswer(std::chrono::seconds timeLimit = probeTimeLimit) {
+    return u"No answer within %1 seconds"_s.arg(timeLimit.count());
 }
 
 /// Why the process did not run to its end; absent when it did.
-std::optional<QString> runFailure(const ProcessOutcome& outcome, QLatin1StringView executable) {
+std::optional<QString> runFailure(const ProcessOutcome& outcome, QLatin1StringView executable,
+                                  std::chrono::seconds timeLimit = probeTimeLimit) {
     switch (outcome.end) {
     case ProcessOutcome::End::failedToStart:
         return u"Cannot start %1: %2"_s.arg(executable, outcome.launchError);
     case ProcessOutcome::End::timedOut:
-        return noAnswer();
+        return noAnswer(timeLimit);
     case ProcessOutcome::End::outputTooLarge:
         return u"Response too large"_s;
     case ProcessOutcome::End::exited:
@@ -83,14 +85,46 @@ QByteArray withoutCutCharacter(QByteArray text) {
     return text;
 }
 
-QString reasonOfFailedClient(const ProcessOutcome& outcome) {
+/// What the client complained about; absent when that is not UTF-8.
+std::optional<QString> complaint(const ProcessOutcome& outcome) {
     const bool isCut = outcome.standardError.size() >= standardErrorKept;
-    const std::optional<QString> text =
-        decodedUtf8(isCut ? withoutCutCharacter(outcome.standardError) : outcome.standardError);
+    return decodedUtf8(isCut ? withoutCutCharacter(outcome.standardError) : outcome.standardError);
+}
+
+QString reasonOfFailedClient(const ProcessOutcome& outcome) {
+    const std::optional<QString> text = complaint(outcome);
     if (!text)
         return u"SSH exited with code %1"_s.arg(outcome.status);
     const QString reason = text->trimmed();
     return reason.isEmpty() ? u"Connection refused / timeout"_s : reason;
+}
+
+/// The line that says why: docker's first error, or else the last one, as warnings and greetings come before it. That
+/// the second client, which is tried on this computer, is not there is no reason.
+QString tellingLine(const QString& complaint) {
+    QString last;
+    for (const QString& line : complaint.split(u'\n')) {
+        const QString text = line.trimmed();
+        if (text.isEmpty() || text.contains(secondClient))
+            continue;
+        if (text.startsWith(u"Error"_s))
+            return text;
+        last = text;
+    }
+    return last;
+}
+
+/// The word on docker's command line.
+QString verb(ContainerAction action) {
+    switch (action) {
+    case ContainerAction::start:
+        return u"start"_s;
+    case ContainerAction::stop:
+        return u"stop"_s;
+    case ContainerAction::restart:
+        return u"restart"_s;
+    }
+    Q_UNREACHABLE();
 }
 
 qint64 wholeMilliseconds(std::chrono::nanoseconds duration) {
@@ -206,9 +240,10 @@ QFuture<ServerMetrics> SSHMetricsCollector::collect(const Server& server, ThisCo
     return server.isLocal ? probe->local(computer) : probe->remote(server, manner);
 }
 
-QFuture<bool> SSHMetricsCollector::restartContainer(const Server& server, const QString& containerId) {
-    return ProcessRunner::run(restartRequest(server, containerId)).then([](const ProcessOutcome& outcome) {
-        return outcome.succeeded();
+QFuture<std::optional<QString>> SSHMetricsCollector::changeContainer(const Server& server, const QString& containerId,
+                                                                     ContainerAction action) {
+    return ProcessRunner::run(actionRequest(server, containerId, action)).then([server](const ProcessOutcome& outcome) {
+        return actionFailure(outcome, server);
     });
 }
 
@@ -239,15 +274,24 @@ ProcessRequest SSHMetricsCollector::localProbeRequest(const ProbedFigures& figur
             .standardOutputLimit = probeLineLimit};
 }
 
-ProcessRequest SSHMetricsCollector::restartRequest(const Server& server, const QString& containerId) {
-    const QString command = u"docker restart "_s + ShellWord::operand(containerId);
-    if (server.isLocal)
-        return {.executable = localShell,
-                .arguments = {u"-c"_s, command + u" 2>/dev/null || ~/.orbstack/bin/"_s + command},
-                .timeLimit = restartTimeLimit};
+ProcessRequest SSHMetricsCollector::actionRequest(const Server& server, const QString& containerId,
+                                                  ContainerAction action) {
+    const QString operation = u' ' + verb(action) + u' ' + ShellWord::operand(containerId);
+    const QString command = u"docker"_s + operation;
+    QString executable = sshClient;
     QStringList arguments{u"-o"_s, u"BatchMode=yes"_s, u"-o"_s, u"ConnectTimeout=5"_s};
-    arguments << connectionArguments(server) << command;
-    return {.executable = sshClient, .arguments = arguments, .timeLimit = restartTimeLimit};
+    if (server.isLocal) {
+        // The complaints of start and stop are wanted even where there is no second client.
+        const QString first = action == ContainerAction::restart ? command + u" 2>/dev/null"_s : command;
+        executable = localShell;
+        arguments = {u"-c"_s, first + u" || ~"_s + secondClient + operation};
+    } else {
+        arguments << connectionArguments(server) << command;
+    }
+    return {.executable = executable,
+            .arguments = arguments,
+            .timeLimit = actionTimeLimit,
+            .standardErrorKept = standardErrorKept};
 }
 
 ServerMetrics SSHMetricsCollector::remoteMetrics(const ProcessOutcome& outcome) {
@@ -266,6 +310,15 @@ ServerMetrics SSHMetricsCollector::localMetrics(const ProcessOutcome& outcome, s
         return ServerMetrics::offline(*failure);
     // The exit status does not matter when the shell printed a probe line.
     return parseMetrics(outcome.standardOutput, wholeMilliseconds(beforeLaunch + outcome.elapsed));
+}
+
+std::optional<QString> SSHMetricsCollector::actionFailure(const ProcessOutcome& outcome, const Server& server) {
+    if (outcome.succeeded())
+        return std::nullopt;
+    if (const auto failure = runFailure(outcome, server.isLocal ? localShell : sshClient, actionTimeLimit))
+        return failure;
+    const QString line = tellingLine(complaint(outcome).value_or(QString()));
+    return line.isEmpty() ? u"docker failed without a reason"_s : line;
 }
 
 } // namespace tarnwick

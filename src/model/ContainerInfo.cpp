@@ -29,6 +29,11 @@ bool ContainerInfo::isRunning() const {
     return state.compare(u"running", Qt::CaseInsensitive) == 0;
 }
 
+bool ContainerInfo::canBeStopped() const {
+    return isRunning() || state.compare(u"paused", Qt::CaseInsensitive) == 0 ||
+           state.compare(u"restarting", Qt::CaseInsensitive) == 0;
+}
+
 size_t qHash(const ContainerInfo& container, size_t seed) noexcept {
     return qHashMulti(seed, container.id, container.name, container.image, container.status, container.state,
                       container.ports);

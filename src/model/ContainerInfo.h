@@ -22,6 +22,9 @@ struct ContainerInfo {
     /// `state` is "running", in any letter case.
     [[nodiscard]] bool isRunning() const;
 
+    /// Whether there is something to stop: `state` is "running", "paused" or "restarting", in any letter case.
+    [[nodiscard]] bool canBeStopped() const;
+
     friend bool operator==(const ContainerInfo&, const ContainerInfo&) = default;
 };
 

@@ -25,6 +25,22 @@ QString sshOperands(const Server& server) {
     return key + u"-p "_s + QString::number(server.port) + u' ' + operand(server.user + u'@' + server.host);
 }
 
+const QString& targetOf(const ContainerInfo& container) {
+    return container.name.isEmpty() ? container.id : container.name;
+}
+
+QString placeOf(const Server& server, const QString& target) {
+    return u"container ["_s + target + u']' + (server.isLocal ? QString() : u" on "_s + server.name);
+}
+
+/// Runs a command of docker, which names the target, where the container is.
+QString dockerLine(const Server& server, const QString& ssh, const QString& target, const QString& command) {
+    if (server.isLocal)
+        return command;
+    // Some characters are special even in double quotes, so those are only for a plain target.
+    return ssh + sshOperands(server) + u' ' + (isPlain(target) ? u'"' + command + u'"' : quoted(command));
+}
+
 } // namespace
 
 QString serverCommandLine(const Server& server) {
@@ -34,15 +50,16 @@ QString serverCommandLine(const Server& server) {
 }
 
 QString containerCommandLine(const Server& server, const ContainerInfo& container) {
-    const QString& target = container.name.isEmpty() ? container.id : container.name;
-    const QString place = server.isLocal ? QString() : u" on "_s + server.name;
-    const QString hello = greeting(u"Tarnwick: Connecting to container ["_s + target + u']' + place + u"..."_s);
-    const QString enter = u"docker exec -it "_s + operand(target) + u' ' + containerShell.toString();
-    if (server.isLocal)
-        return hello + u"; "_s + enter;
-    // Some characters are special even in double quotes, so those are only for a plain target.
-    const QString remoteCommand = isPlain(target) ? u'"' + enter + u'"' : quoted(enter);
-    return hello + u"; ssh -t "_s + sshOperands(server) + u' ' + remoteCommand;
+    const QString target = targetOf(container);
+    return greeting(u"Tarnwick: Connecting to "_s + placeOf(server, target) + u"..."_s) + u"; "_s +
+           dockerLine(server, u"ssh -t "_s, target,
+                      u"docker exec -it "_s + operand(target) + u' ' + containerShell.toString());
+}
+
+QString containerLogCommandLine(const Server& server, const ContainerInfo& container) {
+    const QString target = targetOf(container);
+    return greeting(u"Tarnwick: Last 200 log lines of "_s + placeOf(server, target) + u"..."_s) + u"; "_s +
+           dockerLine(server, u"ssh "_s, target, u"docker logs --tail 200 "_s + operand(target));
 }
 
 void openInTerminal(const QString& command) {
@@ -55,6 +72,10 @@ void openServerSSH(const Server& server) {
 
 void openDockerContainer(const Server& server, const ContainerInfo& container) {
     openInTerminal(containerCommandLine(server, container));
+}
+
+void openContainerLog(const Server& server, const ContainerInfo& container) {
+    openInTerminal(containerLogCommandLine(server, container));
 }
 
 } // namespace tarnwick::TerminalLauncher

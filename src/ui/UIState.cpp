@@ -79,6 +79,30 @@ void UIState::setRestartingContainerId(const std::optional<QString>& id) {
     assign(restartingContainerId_, id, &UIState::restartingContainerIdChanged);
 }
 
+void UIState::setAskedContainer(const std::optional<std::pair<QUuid, QString>>& container) {
+    assign(askedContainer_, container, &UIState::askedContainerChanged);
+}
+
+void UIState::setContainerFailure(const QUuid& serverId, const QString& containerId,
+                                  const std::optional<QString>& reason) {
+    QHash<QUuid, QHash<QString, QString>> failures = containerFailures_;
+    QHash<QString, QString>& ofServer = failures[serverId];
+    if (reason)
+        ofServer.insert(containerId, *reason);
+    else
+        ofServer.remove(containerId);
+    if (ofServer.isEmpty())
+        failures.remove(serverId);
+    assign(containerFailures_, failures, &UIState::containerFailuresChanged);
+}
+
+ContainerMarks UIState::containerMarks(const QUuid& serverId) const {
+    ContainerMarks marks{.busyId = restartingContainerId_, .failures = containerFailures_.value(serverId)};
+    if (askedContainer_ && askedContainer_->first == serverId)
+        marks.askedId = askedContainer_->second;
+    return marks;
+}
+
 void UIState::setDraggedServerId(const std::optional<QUuid>& id) {
     assign(draggedServerId_, id, &UIState::draggedServerIdChanged);
 }

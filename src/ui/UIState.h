@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ContainerMarks.h"
 #include "MacHardwareCollector.h"
 
 #include <QObject>
@@ -8,6 +9,7 @@
 #include <QUuid>
 
 #include <optional>
+#include <utility>
 
 namespace tarnwick {
 
@@ -48,8 +50,12 @@ public:
     [[nodiscard]] const QString& newServerKey() const { return newServerKey_; }
     [[nodiscard]] bool newServerDocker() const { return newServerDocker_; }
     [[nodiscard]] const QSet<QUuid>& expandedServers() const { return expandedServers_; }
-    /// The container whose restart is in flight: one at a time across the whole popover.
+    /// The container that is being started, stopped or restarted: one at a time across the whole popover.
     [[nodiscard]] const std::optional<QString>& restartingContainerId() const { return restartingContainerId_; }
+    /// The server and the container whose row asks whether to stop it: one at a time.
+    [[nodiscard]] const std::optional<std::pair<QUuid, QString>>& askedContainer() const { return askedContainer_; }
+    /// All of that for one server, and why actions on its containers failed.
+    [[nodiscard]] ContainerMarks containerMarks(const QUuid& serverId) const;
     [[nodiscard]] const std::optional<QUuid>& draggedServerId() const { return draggedServerId_; }
 
     void setShowingAddServer(bool showing);
@@ -69,6 +75,9 @@ public:
     void setNewServerDocker(bool docker);
     void setExpandedServers(const QSet<QUuid>& ids);
     void setRestartingContainerId(const std::optional<QString>& id);
+    void setAskedContainer(const std::optional<std::pair<QUuid, QString>>& container);
+    /// Without a reason an earlier failure is forgotten.
+    void setContainerFailure(const QUuid& serverId, const QString& containerId, const std::optional<QString>& reason);
     void setDraggedServerId(const std::optional<QUuid>& id);
 
     /// Clears the add-server form and its tab, but does not hide the sheet.
@@ -94,6 +103,8 @@ Q_SIGNALS:
     void newServerDockerChanged();
     void expandedServersChanged();
     void restartingContainerIdChanged();
+    void askedContainerChanged();
+    void containerFailuresChanged();
     void draggedServerIdChanged();
 
 private:
@@ -116,6 +127,8 @@ private:
     bool newServerDocker_ = true;
     QSet<QUuid> expandedServers_;
     std::optional<QString> restartingContainerId_;
+    std::optional<std::pair<QUuid, QString>> askedContainer_;
+    QHash<QUuid, QHash<QString, QString>> containerFailures_;
     std::optional<QUuid> draggedServerId_;
 };
 

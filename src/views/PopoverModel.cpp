@@ -26,7 +26,8 @@ PopoverContent PopoverModel::publishedContent() const {
     content.isEmpty = servers_.fleetSize() == 0;
     content.isOffline = store_.isOffline();
     content.updatedText = updatedText(store_.lastRefreshedAll(), QLocale::system());
-    content.slowText = slowText(store_.latestCycleTime(), store_.refreshInterval(), store_.settings().sharesConnections());
+    content.slowText =
+        slowText(store_.latestCycleTime(), store_.refreshInterval(), store_.settings().sharesConnections());
     const FleetFilter& filter = servers_.filter();
     if (servers_.isCounted())
         for (const FleetGroup group : fleetGroups)
@@ -81,6 +82,13 @@ void PopoverModel::showAll() {
 void PopoverModel::openFound() {
     if (!servers_.filter().isEmpty() && servers_.rowCount() == 1)
         cardActions_.openSSH(servers_.id(0));
+}
+
+void PopoverModel::close() {
+    if (ui_.askedContainer())
+        cardActions_.cancelStop();
+    else
+        Q_EMIT closeRequested();
 }
 
 void PopoverModel::refreshAll() {

@@ -50,8 +50,8 @@ public:
 
     Q_INVOKABLE void refreshAll();
     Q_INVOKABLE void open(const QUrl& address);
-    /// Asks for the view to be closed.
-    Q_INVOKABLE void close() { Q_EMIT closeRequested(); }
+    /// Escape: takes back an open question, or else asks for the view to be closed.
+    Q_INVOKABLE void close();
 
 Q_SIGNALS:
     void contentChanged();

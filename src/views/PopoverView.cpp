@@ -39,7 +39,7 @@ void PopoverView::keyPressEvent(QKeyEvent* event) {
     QQuickView::keyPressEvent(event);
     // Also when nothing has the focus, as after a menu has closed.
     if (event->key() == Qt::Key_Escape && (!activeFocusItem() || !event->isAccepted()))
-        Q_EMIT closeRequested();
+        model_.close();
 }
 
 void PopoverView::orderCards() {

@@ -77,7 +77,7 @@ QList<ServerListModel::Row> ServerListModel::publishedRows() const {
 CardState ServerListModel::stateOf(const Server& server) const {
     CardState state{.isExpanded = ui_.isExpanded(server.id), .isDragged = ui_.draggedServerId() == server.id};
     if (server.metrics && !server.metrics->containers.isEmpty())
-        state.restartingContainerId = ui_.restartingContainerId();
+        state.containers = ui_.containerMarks(server.id);
     if (server.isLocal) {
         state.avgSoc = computer_.socTemperature().value_or(0);
         if (server.metrics)

@@ -1,7 +1,6 @@
 #include "ViewCollaborators.h"
 
 #include "LoginItem.h"
-#include "SSHMetricsCollector.h"
 #include "TerminalLauncher.h"
 
 #include <QDesktopServices>
@@ -11,9 +10,10 @@ namespace tarnwick {
 ViewCollaborators ViewCollaborators::real(ThisComputer& computer) {
     return {
         .computer = computer,
-        .restartContainer = SSHMetricsCollector::restartContainer,
+        .changeContainer = SSHMetricsCollector::changeContainer,
         .openServerSSH = TerminalLauncher::openServerSSH,
         .openDockerContainer = TerminalLauncher::openDockerContainer,
+        .openContainerLog = TerminalLauncher::openContainerLog,
         .openAddress = [](const QUrl& address) { QDesktopServices::openUrl(address); },
         .sshHosts = SSHConfigParser::parseUserConfig,
         .sshConfigIncludes = SSHConfigParser::userConfigIncludes,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SSHAlias.h"
+#include "SSHMetricsCollector.h"
 #include "Server.h"
 #include "ThisComputer.h"
 
@@ -14,9 +15,11 @@ namespace tarnwick {
 /// What the views work with besides the store and the UI state.
 struct ViewCollaborators {
     ThisComputer& computer;
-    std::function<QFuture<bool>(const Server&, const QString& containerId)> restartContainer = {};
+    std::function<QFuture<std::optional<QString>>(const Server&, const QString& containerId, ContainerAction)>
+        changeContainer = {};
     std::function<void(const Server&)> openServerSSH = {};
     std::function<void(const Server&, const ContainerInfo&)> openDockerContainer = {};
+    std::function<void(const Server&, const ContainerInfo&)> openContainerLog = {};
     std::function<void(const QUrl&)> openAddress = {};
     std::function<QList<SSHConfigHost>()> sshHosts = {};
     /// Whether the ssh configuration includes files whose hosts are not listed.

@@ -66,8 +66,10 @@ QString failureOf(const Server& server) {
     return reasonOf(resultOf(probe(server)));
 }
 
-bool restart(const Server& server, const QString& container) {
-    return resultOf(SSHMetricsCollector::restartContainer(server, container));
+/// Why it failed, or "".
+QString change(const Server& server, const QString& container, ContainerAction action) {
+    const QFuture<std::optional<QString>> changed = SSHMetricsCollector::changeContainer(server, container, action);
+    return resultOf(changed).value_or(changed.resultCount() == 1 ? QString() : u"no result"_s);
 }
 
 } // namespace
@@ -155,7 +157,7 @@ private Q_SLOTS:
         Server unspeakable = serverAt(host_);
         unspeakable.host = u"a\0b"_s; // no argument of a process can hold this
         QVERIFY(failureOf(unspeakable).startsWith(u"Cannot start /usr/bin/ssh: "));
-        QVERIFY(!restart(unspeakable, u"id"_s));
+        QVERIFY(change(unspeakable, u"id"_s, ContainerAction::stop).startsWith(u"Cannot start /usr/bin/ssh: "));
     }
 
     void asksNobody() {
@@ -180,7 +182,7 @@ private Q_SLOTS:
         QVERIFY2(failureOf(server).endsWith(u"Permission denied (publickey)."), qPrintable(failureOf(server)));
         server.host = u"behind"_s; // the jump host's key is not known, and its client is not in batch mode
         QVERIFY2(failureOf(server).startsWith(u"Host key verification failed."), qPrintable(failureOf(server)));
-        QVERIFY(!restart(server, u"id"_s));
+        QVERIFY(!change(server, u"id"_s, ContainerAction::restart).isEmpty());
         qputenv("SSH_AUTH_SOCK", QFile::encodeName(socket));
         QCOMPARE(QProcess::execute(u"/usr/bin/ssh-add"_s, {u"-q"_s, u"-c"_s, host_.keyPath()}), 0);
         server = serverAt(host_);
@@ -270,17 +272,25 @@ private Q_SLOTS:
             ::kill(std::exchange(first, next), SIGKILL);
         }
         ::kill(first, SIGTERM);
-        QVERIFY(!restart(server, u"id"_s)); // accepts known hosts only, and so no connection of a probe
+        QVERIFY(!change(server, u"id"_s, ContainerAction::restart)
+                     .isEmpty()); // accepts known hosts only, and so no connection of a probe
     }
 
-    void restartsContainers() {
+    void changesContainers() {
         const Server server = serverAt(host_);
         const QString id = u"3f2a9c1d7b44"_s;
         QCOMPARE(failureOf(server), u"(none)"_s); // a probe accepts any host key
-        QVERIFY(!restart(server, id));            // a restart accepts known ones only
-        QVERIFY(home_.writeSshFile(u"known_hosts"_s, host_.knownHostsLine()) && restart(server, id));
-        QVERIFY(!restart(server, u"nosuch"_s));
-        QCOMPARE(host_.standIns().restarts(), (QStringList{id, u"nosuch"_s}));
+        using enum ContainerAction;
+        QVERIFY(change(server, id, restart).endsWith(u"verification failed.")); // this accepts known ones only
+        QVERIFY(home_.writeSshFile(u"known_hosts"_s, host_.knownHostsLine()));
+        for (const auto& [action, isRunning] : {std::pair(stop, false), {start, true}, {restart, true}}) {
+            QCOMPARE(change(server, id, action), QString());
+            QCOMPARE(resultOf(probe(server)).containers[0].isRunning(), isRunning);
+            QCOMPARE(change(server, u"nosuch"_s, action), u"Error response from daemon: No such container: nosuch"_s);
+        }
+        QCOMPARE(host_.standIns().dockerActions(),
+                 (QStringList{u"stop "_s + id, u"stop nosuch"_s, u"start "_s + id, u"start nosuch"_s,
+                              u"restart "_s + id, u"restart nosuch"_s}));
     }
 
     void thisComputer() {
@@ -291,7 +301,9 @@ private Q_SLOTS:
         const QByteArray before = qgetenv("PATH");
         qputenv("PATH", tools.searchPath().toLocal8Bit());
         const ServerMetrics metrics = resultOf(probe(here));
-        const QList<bool> restarted{restart(here, u"9b1e77a0c2d5"_s), restart(here, u"nosuch"_s)};
+        const QString id = u"9b1e77a0c2d5"_s;
+        const QStringList failures{change(here, id, ContainerAction::restart),
+                                   change(here, u"nosuch"_s, ContainerAction::stop)};
         qputenv("PATH", before);
 
         QCOMPARE(reasonOf(metrics), u"(none)"_s);
@@ -301,8 +313,8 @@ private Q_SLOTS:
         QCOMPARE(std::tuple(metrics.diskUsedGB, metrics.diskTotalGB), std::tuple(120.3, 460.4));
         QVERIFY(metrics.loadAvg1m >= 0 && metrics.latencyMs >= 0);
         QCOMPARE(metrics.containers.size(), 6);
-        QCOMPARE(restarted, (QList{true, false}));
-        QCOMPARE(tools.restarts(), (QStringList{u"9b1e77a0c2d5"_s, u"nosuch"_s}));
+        QCOMPARE(failures, (QStringList{{}, u"Error response from daemon: No such container: nosuch"_s}));
+        QCOMPARE(tools.dockerActions(), (QStringList{u"restart "_s + id, u"stop nosuch"_s}));
     }
 
     void limitHoldsForReadingsThatHang() {

@@ -97,15 +97,17 @@ private Q_SLOTS:
         QCOMPARE(SSHMetricsCollector::remoteProbeRequest(server, shared).arguments,
                  (options + trusting + sharing + connection).split(u' ') << ProbeScripts::remote());
 
-        const ProcessRequest restart = SSHMetricsCollector::restartRequest(server, u"abc123"_s);
+        const ProcessRequest restart =
+            SSHMetricsCollector::actionRequest(server, u"abc123"_s, ContainerAction::restart);
         QCOMPARE(restart.executable, u"/usr/bin/ssh"_s);
         QCOMPARE(restart.arguments, (options + connection).split(u' ') << u"docker restart abc123"_s);
         QVERIFY(restart.timeLimit == 120s);
-        QCOMPARE(restart.standardOutputLimit + restart.standardErrorKept, 0);
+        QCOMPARE(std::pair(restart.standardOutputLimit, restart.standardErrorKept),
+                 std::pair(qint64(0), qint64(64 << 10)));
 
         Server here;
         here.isLocal = true;
-        const ProcessRequest local = SSHMetricsCollector::restartRequest(here, u"abc123"_s);
+        const ProcessRequest local = SSHMetricsCollector::actionRequest(here, u"abc123"_s, ContainerAction::restart);
         const QString command = u"docker restart abc123 2>/dev/null || ~/.orbstack/bin/docker restart abc123"_s;
         QCOMPARE(QStringList(local.executable) + local.arguments, (QStringList{u"/bin/sh"_s, u"-c"_s, command}));
     }
@@ -131,6 +133,23 @@ private Q_SLOTS:
         QVERIFY2(reasonOf(metrics).startsWith(reason), qPrintable(reasonOf(metrics)));
         QTEST(failureAdvice(reasonOf(metrics)), "advice");
         QCOMPARE(metrics.latencyMs, metrics.errorMessage ? 0 : 12); // truncated
+    }
+
+    void actionFailures() {
+        const Server remote;
+        for (const auto& [outcome, reason] :
+             {std::pair(outcomeOf(End::exited, 1, {}, "Warning: x\n\n Error: no  such \nError: failed\n"),
+                        u"Error: no  such"_s),
+              {outcomeOf(End::exited, 127, {}, "Welcome!\nsh: 1: docker: not found\n\n"),
+               u"sh: 1: docker: not found"_s},
+              {outcomeOf(End::exited, 127, {}, "no socket\nsh: 1: /root/.orbstack/bin/docker: not found\n"),
+               u"no socket"_s},
+              {outcomeOf(End::exited, 0, {}, "Warning: x\n"), QString()},
+              {outcomeOf(End::signalled, 9, {}, " \n"), u"docker failed without a reason"_s},
+              {outcomeOf(End::exited, 1, {}, "\xff"), u"docker failed without a reason"_s},
+              {outcomeOf(End::failedToStart, 0, {}), u"Cannot start /usr/bin/ssh: No such file"_s},
+              {outcomeOf(End::timedOut, 9, {}), u"No answer within 120 seconds"_s}})
+            QCOMPARE(SSHMetricsCollector::actionFailure(outcome, remote).value_or(QString()), reason);
     }
 
     void localOutcomes() {

@@ -92,7 +92,7 @@ private Q_SLOTS:
 
         DESKTOP_PRESS(rig, u"1 / 2 Containers"_s);
         DESKTOP_PRESS(rig, u"Restart container"_s);
-        DESKTOP_COMPARE(server.standIns().restarts(), QStringList{u"4f1c2a9b7d10"_s});
+        DESKTOP_COMPARE(server.standIns().dockerActions(), QStringList{u"restart 4f1c2a9b7d10"_s});
         DESKTOP_PRESS(rig, u"Enter container shell (docker exec)"_s);
         DESKTOP_COMPARE(readFile(lines).count("docker exec -it shop"), 1);
         DESKTOP_PRESS(rig, u"1 / 2 Containers"_s);

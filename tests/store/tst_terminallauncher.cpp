@@ -103,9 +103,14 @@ private Q_SLOTS:
         Server here = withKey;
         here.isLocal = true;
         using namespace TerminalLauncher;
-        const QStringList lines{serverCommandLine(web),  containerCommandLine(withKey, container(u"api"_s)),
-                                serverCommandLine(bare), containerCommandLine(here, container(u""_s)),
-                                serverCommandLine(here), serverCommandLine(withKey)};
+        const QStringList lines{serverCommandLine(web),
+                                containerCommandLine(withKey, container(u"api"_s)),
+                                serverCommandLine(bare),
+                                containerCommandLine(here, container(u""_s)),
+                                serverCommandLine(here),
+                                serverCommandLine(withKey),
+                                containerLogCommandLine(withKey, container(u"api"_s)),
+                                containerLogCommandLine(here, container(u""_s))};
         const QByteArray expected = readFile(QStringLiteral(TARNWICK_FIXTURES "/terminal-lines.txt"));
         QCOMPARE(lines, QString::fromUtf8(expected.trimmed()).split(u'\n'));
     }
@@ -127,25 +132,31 @@ private Q_SLOTS:
             QStringList{u"-i"_s, seen, u"-p"_s, u"2222"_s} + endOfOptions + QStringList{seen + u'@' + seen};
         const QStringList exec =
             QStringList{u"exec"_s, u"-it"_s} + endOfOptions + QStringList{seen, u"sh"_s, u"-c"_s, enter, u""_s};
-        const QStringList restart = QStringList{u"restart"_s} + endOfOptions + QStringList{seen, u""_s};
+        const QStringList logs =
+            QStringList{u"logs"_s, u"--tail"_s, u"200"_s} + endOfOptions + QStringList{seen, u""_s};
+        const QStringList stop = QStringList{u"stop"_s} + endOfOptions + QStringList{seen, u""_s};
+        const QString connecting = u"Connecting to "_s;
+        const QString reading = u"Last 200 log lines of "_s;
 
         using namespace TerminalLauncher;
+        using SSHMetricsCollector::actionRequest;
         const QStringList none{QString()};
         const QList<std::tuple<QString, QString, QStringList, QStringList>> cases{
             // the line, what it prints, how the arguments of ssh begin, and those of docker
-            {serverCommandLine(remote), u"%1"_s, login + none, none},
-            {containerCommandLine(remote, container(value)), u"container [%1] on %1"_s, QStringList{u"-t"_s} + login,
-             exec},
-            {containerCommandLine(local, container(value)), u"container [%1]"_s, none, exec},
-            {SSHMetricsCollector::restartRequest(remote, value).arguments.last(), {}, none, restart},
-            {SSHMetricsCollector::restartRequest(local, value).arguments.last(), {}, none, restart}};
+            {serverCommandLine(remote), connecting + u"%1"_s, login + none, none},
+            {containerCommandLine(remote, container(value)), connecting + u"container [%1] on %1"_s,
+             QStringList{u"-t"_s} + login, exec},
+            {containerCommandLine(local, container(value)), connecting + u"container [%1]"_s, none, exec},
+            {containerLogCommandLine(remote, container(value)), reading + u"container [%1] on %1"_s, login, logs},
+            {containerLogCommandLine(local, container(value)), reading + u"container [%1]"_s, none, logs},
+            {actionRequest(remote, value, ContainerAction::stop).arguments.last(), {}, none, stop},
+            {actionRequest(local, value, ContainerAction::stop).arguments.last(), {}, none, stop}};
         const QList<QStringList> shells{
             {u"dash"_s}, {u"bash"_s}, {u"busybox"_s, u"sh"_s}, {u"bash"_s, u"--norc"_s, u"--noprofile"_s, u"-i"_s}};
         for (const QStringList& shell : shells)
             for (const auto& [line, printed, ssh, docker] : cases) {
                 const Bench bench;
-                const QString greeting =
-                    u"Tarnwick: Connecting to "_s + QString(printed).replace(u"%1"_s, seen) + u"...\n"_s;
+                const QString greeting = u"Tarnwick: "_s + QString(printed).replace(u"%1"_s, seen) + u"...\n"_s;
                 QCOMPARE(bench.run(shell, line), printed.isEmpty() ? QString() : greeting);
                 QCOMPARE(bench.called(u"ssh"_s).mid(0, ssh.size()), ssh);
                 QCOMPARE(bench.called(u"docker"_s), docker);

@@ -44,8 +44,8 @@ bool StandIns::install(const QString& name, const QString& file, const QByteArra
            (QFile::exists(path) || QFile::copy(QStringLiteral(TARNWICK_STAND_INS "/") + name, path));
 }
 
-QStringList StandIns::restarts() const {
-    return QString::fromUtf8(readFile(folder_.filePath(u"restarts.txt"_s))).split(u'\n', Qt::SkipEmptyParts);
+QStringList StandIns::dockerActions() const {
+    return QString::fromUtf8(readFile(folder_.filePath(u"actions.txt"_s))).split(u'\n', Qt::SkipEmptyParts);
 }
 
 } // namespace tarnwick

@@ -22,15 +22,15 @@ public:
     /// An executable that prints a recorded output, whatever it is asked.
     [[nodiscard]] bool addRecording(const QString& name, const QByteArray& output);
     /// A `docker` whose containers are `rows`, one a line: id, names, image, status, state and ports, separated by
-    /// tabs. `ps --format` fills its template with them. `restart` records its arguments and starts the container, or
-    /// fails when there is no such row.
+    /// tabs. `ps --format` fills its template with them. `start`, `stop` and `restart` record their arguments and
+    /// change the container's state, or fail when there is no such row.
     [[nodiscard]] bool addDocker(const QByteArray& rows);
     /// A `df` that shows one disk: its size in GiB, and how many percent of it are used.
     [[nodiscard]] bool addDisk(int gibibytes, int percent);
     /// A `top` that shows this idle time of the processor, in percent: "94.0".
     [[nodiscard]] bool addProcessor(const QByteArray& idle);
-    /// One entry for each `docker restart`, oldest first.
-    [[nodiscard]] QStringList restarts() const;
+    /// One entry for each of those calls of docker, oldest first: "restart abc123".
+    [[nodiscard]] QStringList dockerActions() const;
 
 private:
     /// Copies the stand-in of that name, and writes the file that it reads.

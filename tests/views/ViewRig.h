@@ -39,12 +39,13 @@ public:
     QStringList asked;                        ///< aliases
     bool startsAtLogin = false;
     bool isLoginItemWritable = true;
-    std::map<QString, QPromise<bool>> restarts;
+    std::map<QString, QPromise<std::optional<QString>>> actions; ///< on containers, such as "stop c1"
     const ViewCollaborators collaborators{
         .computer = sample.computer,
-        .restartContainer =
-            [this](const Server&, const QString& id) {
-                QPromise<bool>& promise = restarts[id] = QPromise<bool>();
+        .changeContainer =
+            [this](const Server& server, const QString& id, ContainerAction action) {
+                const QString command = SSHMetricsCollector::actionRequest(server, id, action).arguments.last();
+                auto& promise = actions[command.section(u' ', 1, 2)] = QPromise<std::optional<QString>>();
                 promise.start();
                 return promise.future();
             },
@@ -52,6 +53,10 @@ public:
         .openDockerContainer =
             [this](const Server& server, const ContainerInfo& container) {
                 terminals += server.name + u'/' + container.name;
+            },
+        .openContainerLog =
+            [this](const Server& server, const ContainerInfo& container) {
+                terminals += server.name + u'/' + container.name + QStringLiteral(" log");
             },
         .openAddress = [this](const QUrl& address) { opened += address.toString(); },
         .sshHosts = [this] { return sshHosts; },

@@ -249,7 +249,7 @@ private Q_SLOTS:
         QCOMPARE(desk.store->servers(), listed);
         QCOMPARE(desk.probed, QStringList({u"demo!"_s}));
         QCOMPARE(desk.terminals, QStringList({u"demo"_s, u"demo/c"_s}));
-        QCOMPARE(desk.restarts.size(), 1);
+        QCOMPARE(desk.actions.size(), 1);
     }
 
     void containers() {
@@ -304,9 +304,9 @@ private Q_SLOTS:
             server.metrics = metricsWith({container(server.name + u'1', u"exited"_s)});
         PopoverRig desk(servers);
         desk.ui.setExpandedServers({servers[0].id, servers[1].id});
-        const auto finish = [&desk](const QString& id, bool succeeded) {
-            desk.restarts[id].addResult(succeeded);
-            desk.restarts[id].finish();
+        const auto finish = [&desk](const QString& id, const std::optional<QString>& failure) {
+            desk.actions[u"restart "_s + id].addResult(failure);
+            desk.actions[u"restart "_s + id].finish();
         };
         const QString restart = u"Restart container"_s;
         const auto button = [&](int which) {
@@ -317,22 +317,65 @@ private Q_SLOTS:
         QTRY_VERIFY(button(1)->property("busy").toBool());
         QVERIFY(!button(0)->isEnabled() && !button(0)->property("busy").toBool());
         desk.click(restart, 0);
-        QCOMPARE(desk.restarts.size(), 1);
-        finish(u"b1"_s, false);
+        QCOMPARE(desk.actions.size(), 1);
+        finish(u"b1"_s, u"no"_s);
         QTRY_VERIFY(button(0)->isEnabled());
         desk.click(restart, 1);
-        desk.restarts.clear(); // cancelled
+        desk.actions.clear(); // cancelled
         QTRY_VERIFY(button(0)->isEnabled());
         QVERIFY(desk.probed.isEmpty());
 
         // A restart outlives the view.
         desk.click(restart, 0);
         desk.view.reset();
-        finish(u"a1"_s, true);
+        finish(u"a1"_s, {});
         QTRY_COMPARE(desk.probed, QStringList({u"a!"_s}));
         QCOMPARE(desk.ui.restartingContainerId(), u"a1"_s); // until the refresh has ended, too
         desk.probes[u"a"_s].answer(metricsWith());
         QTRY_VERIFY(!desk.ui.restartingContainerId());
+    }
+
+    void containerMenu() {
+        Server server = StoreRig::server(u"a"_s);
+        server.metrics = metricsWith({container(u"c"_s, u"running"_s), container(u"d"_s, u"exited"_s)});
+        PopoverRig desk({server});
+        desk.ui.setExpandedServers({server.id});
+        const auto* const list = desk.view->rootObject()->findChild<QQuickItem*>(u"serverList"_s);
+        QTRY_VERIFY(list->property("contentHeight").toReal() > 268); // it has unfolded
+        const auto choose = [&desk](const QString& row, const QString& line) {
+            QTRY_VERIFY(desk.item(row));
+            desk.click(row, 0, Qt::RightButton);
+            QTRY_VERIFY(desk.item(line));
+            QVERIFY(!desk.item(u"Delete Server"_s)); // the card has another menu
+            desk.click(line);
+            QTRY_VERIFY(!desk.item(u"Show Last 200 Log Lines"_s));
+        };
+        choose(u"c"_s, u"Show Last 200 Log Lines"_s);
+        desk.click(u"d"_s, 0, Qt::RightButton);
+        QTRY_VERIFY(desk.item(u"Enter Shell"_s));
+        desk.click(u"Enter Shell"_s); // disabled: it does not run
+        desk.press(Qt::Key_Escape);
+        QTRY_VERIFY(!desk.item(u"Enter Shell"_s));
+        QCOMPARE(desk.terminals, QStringList{u"a/c log"_s});
+
+        choose(u"d"_s, u"Start"_s);
+        QCOMPARE(desk.actions.size(), 1);
+        desk.actions[u"start d"_s].addResult(u"Error: no such image"_s);
+        desk.actions[u"start d"_s].finish();
+        QTRY_VERIFY(desk.item(u"Error: no such image"_s));
+
+        choose(u"c"_s, u"Stop"_s);
+        QTRY_VERIFY(desk.item(u"Stop c?"_s));
+        desk.press(Qt::Key_Escape);
+        QTRY_VERIFY(!desk.item(u"Stop c?"_s));
+        QCOMPARE(desk.actions.size(), 1);
+        QCOMPARE(desk.closings(), 0);
+        choose(u"c"_s, u"Stop"_s);
+        desk.click(u"Stop"_s);
+        QCOMPARE(desk.actions.size(), 2);
+        desk.actions[u"stop c"_s].addResult(std::nullopt);
+        desk.actions[u"stop c"_s].finish();
+        QTRY_COMPARE(desk.probed, QStringList{u"a!"_s});
     }
 
     void menuCommands() {

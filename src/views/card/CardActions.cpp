@@ -27,18 +27,56 @@ void whenFinished(const QFuture<Result>& future, QObject& owner, std::function<v
     watcher->setFuture(future);
 }
 
+const ContainerInfo* containerOf(const Server& server, const QString& id) {
+    if (!server.metrics)
+        return nullptr;
+    const QList<ContainerInfo>& containers = server.metrics->containers;
+    const auto found = std::ranges::find(containers, id, &ContainerInfo::id);
+    return found == containers.cend() ? nullptr : &*found;
+}
+
+/// Shows the failure until the container is found in another state, or not at all.
+void keepFailure(ServerStore& store, UIState& ui, const QUuid& serverId, const QString& containerId,
+                 const QString& reason) {
+    const auto state = [&store, serverId, containerId]() -> std::optional<QString> {
+        const Server* const server = store.server(serverId);
+        if (server && server->metrics && server->metrics->errorMessage)
+            return std::nullopt; // it did not answer, which says nothing of its containers
+        const ContainerInfo* const container = server ? containerOf(*server, containerId) : nullptr;
+        return container ? container->state : QString();
+    };
+    ui.setContainerFailure(serverId, containerId, reason);
+    auto* const watch = new QObject(&ui);
+    const auto look = [&ui, watch, serverId, containerId, state, before = state(), reason] {
+        const bool isShown = ui.containerMarks(serverId).failures.value(containerId) == reason;
+        const std::optional<QString> now = state();
+        if (isShown && (!now || !before || now->compare(*before, Qt::CaseInsensitive) == 0))
+            return;
+        if (isShown)
+            ui.setContainerFailure(serverId, containerId, std::nullopt);
+        watch->deleteLater();
+    };
+    QObject::connect(&store, &ServerStore::serverChanged, watch, look);
+    QObject::connect(&store, &ServerStore::serversChanged, watch, look);
+}
+
 /// The UI state owns the wait, since it outlives every view.
-void followRestart(const QFuture<bool>& restarted, QPointer<ServerStore> store, UIState& ui, const Server& server) {
+void followAction(const QFuture<std::optional<QString>>& changed, QPointer<ServerStore> store, UIState& ui,
+                  const Server& server, const QString& containerId) {
     const auto finish = [&ui] {
         ui.setRestartingContainerId(std::nullopt);
     };
-    whenFinished<bool>(restarted, ui, [store = std::move(store), &ui, server, finish](const QFuture<bool>& ended) {
-        const bool succeeded = ended.resultCount() > 0 && ended.result();
-        if (succeeded && store)
-            whenFinished<void>(store->refreshServer(server), ui, [finish](const QFuture<void>&) { finish(); });
-        else
-            finish();
-    });
+    using Failure = std::optional<QString>;
+    const auto follow = [store = std::move(store), &ui, server, containerId, finish](const QFuture<Failure>& ended) {
+        if (!store || ended.resultCount() == 0)
+            return finish();
+        if (const Failure failure = ended.result()) {
+            keepFailure(*store, ui, server.id, containerId, *failure);
+            return finish();
+        }
+        whenFinished<void>(store->refreshServer(server), ui, [finish](const QFuture<void>&) { finish(); });
+    };
+    whenFinished<Failure>(changed, ui, follow);
 }
 
 /// What a dragged card offers.
@@ -59,7 +97,14 @@ void dragText(const QString& text) {
 
 CardActions::CardActions(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators,
                          std::optional<Server> unlisted, QObject* parent)
-    : QObject(parent), store_(store), ui_(ui), collaborators_(collaborators), unlisted_(std::move(unlisted)) {}
+    : QObject(parent), store_(store), ui_(ui), collaborators_(collaborators), unlisted_(std::move(unlisted)) {
+    connect(&store, &ServerStore::serverChanged, this, &CardActions::dropOldQuestion);
+    connect(&store, &ServerStore::serversChanged, this, &CardActions::dropOldQuestion);
+}
+
+CardActions::~CardActions() {
+    cancelStop();
+}
 
 std::optional<Server> CardActions::server(const QUuid& id) const {
     if (const Server* listed = store_.server(id))
@@ -98,25 +143,58 @@ void CardActions::showHardware() {
 
 void CardActions::openShell(const QUuid& serverId, const QString& containerId) {
     const auto shown = server(serverId);
-    if (!shown || !shown->metrics)
-        return;
-    const QList<ContainerInfo>& containers = shown->metrics->containers;
-    const auto container = std::ranges::find(containers, containerId, &ContainerInfo::id);
-    if (container != containers.cend())
+    if (const ContainerInfo* const container = shown ? containerOf(*shown, containerId) : nullptr)
         collaborators_.openDockerContainer(*shown, *container);
 }
 
+void CardActions::openLog(const QUuid& serverId, const QString& containerId) {
+    const auto shown = server(serverId);
+    if (const ContainerInfo* const container = shown ? containerOf(*shown, containerId) : nullptr)
+        collaborators_.openContainerLog(*shown, *container);
+}
+
 void CardActions::restart(const QUuid& serverId, const QString& containerId) {
+    change(serverId, containerId, ContainerAction::restart);
+}
+
+void CardActions::stop(const QUuid& serverId, const QString& containerId) {
+    change(serverId, containerId, ContainerAction::stop);
+}
+
+void CardActions::cancelStop() {
+    ui_.setAskedContainer(std::nullopt);
+}
+
+void CardActions::change(const QUuid& serverId, const QString& containerId, ContainerAction action) {
+    cancelStop();
     const auto shown = server(serverId);
     if (!shown || ui_.restartingContainerId())
         return;
+    ui_.setContainerFailure(serverId, containerId, std::nullopt);
     ui_.setRestartingContainerId(containerId);
-    followRestart(collaborators_.restartContainer(*shown, containerId), &store_, ui_, *shown);
+    followAction(collaborators_.changeContainer(*shown, containerId, action), &store_, ui_, *shown, containerId);
+}
+
+void CardActions::dropOldQuestion() {
+    const auto asked = ui_.askedContainer();
+    const auto shown = asked ? server(asked->first) : std::nullopt;
+    if (!shown)
+        return;
+    const ContainerInfo* const container = containerOf(*shown, asked->second);
+    if (!container || !container->canBeStopped())
+        cancelStop();
 }
 
 QList<CardMenuEntry> CardActions::menu(const QUuid& serverId) const {
     const auto shown = server(serverId);
     return shown ? cardMenu(*shown, store_.servers(), collaborators_.computer.words()) : QList<CardMenuEntry>();
+}
+
+QList<CardMenuEntry> CardActions::containerMenu(const QUuid& serverId, const QString& containerId) const {
+    const auto shown = server(serverId);
+    const ContainerInfo* const container = shown ? containerOf(*shown, containerId) : nullptr;
+    return container ? tarnwick::containerMenu(*container, ui_.restartingContainerId().has_value())
+                     : QList<CardMenuEntry>();
 }
 
 QList<CardMenuEntry> CardActions::pinMenu() const {
@@ -146,6 +224,16 @@ void CardActions::choose(const QUuid& serverId, const CardMenuEntry& entry) {
         return store_.editSettings([&entry](AppSettings& settings) { settings.togglePinned(*entry.pin); });
     case CardCommand::assignPins:
         return store_.editSettings([&entry](AppSettings& settings) { settings.pinnedMenuBarItems = entry.pins; });
+    case CardCommand::startContainer:
+        return change(serverId, entry.containerId, ContainerAction::start);
+    case CardCommand::askToStopContainer:
+        return ui_.setAskedContainer({{serverId, entry.containerId}});
+    case CardCommand::restartContainer:
+        return restart(serverId, entry.containerId);
+    case CardCommand::openShell:
+        return openShell(serverId, entry.containerId);
+    case CardCommand::openLog:
+        return openLog(serverId, entry.containerId);
     }
 }
 

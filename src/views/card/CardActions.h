@@ -28,6 +28,10 @@ public:
     CardActions(ServerStore& store, UIState& ui, const ViewCollaborators& collaborators,
                 std::optional<Server> unlisted = std::nullopt, QObject* parent = nullptr);
 
+    /// The question whether to stop a container goes with the view.
+    ~CardActions() override;
+    Q_DISABLE_COPY_MOVE(CardActions)
+
     [[nodiscard]] CardWords words() const { return cardWords(collaborators_.computer.words()); }
 
     Q_INVOKABLE void togglePause(const QUuid& serverId);
@@ -38,10 +42,18 @@ public:
     Q_INVOKABLE void showHardware();
 
     Q_INVOKABLE void openShell(const QUuid& serverId, const QString& containerId);
-    /// Does nothing while another restart runs. Continues when the view is closed, and refreshes the server afterwards.
+    Q_INVOKABLE void openLog(const QUuid& serverId, const QString& containerId);
+    /// Does nothing while another restart, start or stop runs. Continues when the view is closed, and refreshes the
+    /// server afterwards. Why it failed is kept in the UI state until the next one of that container, or until it is
+    /// found in another state.
     Q_INVOKABLE void restart(const QUuid& serverId, const QString& containerId);
+    /// The same, once the question has been answered.
+    Q_INVOKABLE void stop(const QUuid& serverId, const QString& containerId);
+    Q_INVOKABLE void cancelStop();
 
     Q_INVOKABLE [[nodiscard]] QList<tarnwick::CardMenuEntry> menu(const QUuid& serverId) const;
+    Q_INVOKABLE [[nodiscard]] QList<tarnwick::CardMenuEntry> containerMenu(const QUuid& serverId,
+                                                                           const QString& containerId) const;
     Q_INVOKABLE [[nodiscard]] QList<tarnwick::CardMenuEntry> pinMenu() const;
     Q_INVOKABLE void choose(const QUuid& serverId, const tarnwick::CardMenuEntry& entry);
 
@@ -57,6 +69,9 @@ public:
 
 private:
     [[nodiscard]] std::optional<Server> server(const QUuid& id) const;
+    void change(const QUuid& serverId, const QString& containerId, ContainerAction action);
+    /// A container that runs no longer cannot be stopped.
+    void dropOldQuestion();
 
     ServerStore& store_;
     UIState& ui_;

@@ -43,6 +43,30 @@ QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet, 
     return menu;
 }
 
+QList<CardMenuEntry> containerMenu(const ContainerInfo& container, bool isBusy) {
+    const bool stops = container.canBeStopped();
+    return {{.text = stops ? u"Stop"_s : u"Start"_s,
+             .symbol = stops ? u"stop.circle"_s : u"play.circle"_s,
+             .command = stops ? CardCommand::askToStopContainer : CardCommand::startContainer,
+             .isEnabled = !isBusy,
+             .containerId = container.id},
+            {.text = u"Restart"_s,
+             .symbol = u"arrow.clockwise"_s,
+             .command = CardCommand::restartContainer,
+             .isEnabled = !isBusy,
+             .containerId = container.id},
+            {},
+            {.text = u"Enter Shell"_s,
+             .symbol = u"terminal"_s,
+             .command = CardCommand::openShell,
+             .isEnabled = container.isRunning(),
+             .containerId = container.id},
+            {.text = u"Show Last 200 Log Lines"_s,
+             .symbol = u"doc.text"_s,
+             .command = CardCommand::openLog,
+             .containerId = container.id}};
+}
+
 QList<CardMenuEntry> pinMenu(const MenuBarItemSet& pinned, const SystemWords& words) {
     QList<CardMenuEntry> menu;
     for (const MenuBarItem item : allMenuBarItems) {

@@ -24,9 +24,14 @@ enum class CardCommand {
     remove,
     togglePin,
     assignPins,
+    startContainer,
+    askToStopContainer,
+    restartContainer,
+    openShell,
+    openLog,
 };
 
-/// One line of a card's context menu or of its pin submenu; a divider when it has no text.
+/// One line of a context menu, a card's or a container's, or of the pin submenu; a divider when it has no text.
 struct CardMenuEntry {
     Q_GADGET
     QML_VALUE_TYPE(cardMenuEntry)
@@ -46,6 +51,7 @@ public:
     bool isDestructive = false;
     std::optional<MenuBarItem> pin = {}; ///< for togglePin
     MenuBarItemSet pins = {};            ///< for assignPins
+    QString containerId = {};            ///< for what is done with a container
 
     [[nodiscard]] bool isDivider() const { return text.isEmpty(); }
     [[nodiscard]] bool canBeChosen() const { return isEnabled && !isDivider(); }
@@ -54,6 +60,8 @@ public:
 
 /// The context menu of a server's card. The first and the last id of `fleet` decide which moves are disabled.
 [[nodiscard]] QList<CardMenuEntry> cardMenu(const Server& server, const QList<Server>& fleet, const SystemWords& words);
+/// The context menu of a container's row. `isBusy`: an action on some container runs, so that no other can begin.
+[[nodiscard]] QList<CardMenuEntry> containerMenu(const ContainerInfo& container, bool isBusy);
 /// The pin submenu of the local card: a line to toggle each item, then the presets.
 [[nodiscard]] QList<CardMenuEntry> pinMenu(const MenuBarItemSet& pinned, const SystemWords& words);
 

@@ -2,11 +2,14 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick
 
-/// The context menu of a card, and beside it the submenu of the pins. It has the keyboard while its windows show the
-/// entries: arrows move, Return chooses, Right opens the submenu, Left closes it, Escape closes all.
+/// The context menu of a card or of a container in it, and beside it the submenu of the pins. It has the keyboard while its
+/// windows show the entries: arrows move, Return chooses, Right opens the submenu, Left closes it, Escape closes all.
 T.Popup {
     id: root
 
+    required property list<cardMenuEntry> entries
+    required property string name
+    /// Gets the id of the card's server with the entry.
     required property serverCardContent card
     required property CardActions actions
     property bool showsPins: false
@@ -66,8 +69,8 @@ T.Popup {
 
         transientParent: root.parent.Window.window
         visible: root.visible
-        entries: root.visible ? root.actions.menu(root.card.id) : []
-        name: root.card.name
+        entries: root.entries
+        name: root.name
         area: root.area
         corner: root.parent.mapToGlobal(root.x, root.y)
         onChosen: entry => root.choose(entry)

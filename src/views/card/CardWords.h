@@ -19,6 +19,8 @@ struct CardWords {
     Q_PROPERTY(QString refresh MEMBER refresh)
     Q_PROPERTY(QString remove MEMBER remove)
     Q_PROPERTY(QString restart MEMBER restart)
+    Q_PROPERTY(QString stop MEMBER stop)
+    Q_PROPERTY(QString cancel MEMBER cancel)
     Q_PROPERTY(QString pinMenu MEMBER pinMenu)
 
 public:
@@ -30,6 +32,8 @@ public:
     QString refresh = QStringLiteral("Refresh this server");
     QString remove = QStringLiteral("Remove server from Tarnwick");
     QString restart = QStringLiteral("Restart container");
+    QString stop = QStringLiteral("Stop");
+    QString cancel = QStringLiteral("Cancel");
     QString pinMenu;
 };
 

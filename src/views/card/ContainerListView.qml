@@ -37,11 +37,34 @@ Item {
             rows: root.card.containers
         }
         delegate: ContainerRow {
+            id: row
+
             width: root.width
             height: list.rowHeight
-            restartHelp: root.actions.words.restart
+            words: root.actions.words
             onShellRequested: root.actions.openShell(root.card.id, content.id)
             onRestartRequested: root.actions.restart(root.card.id, content.id)
+            onStopConfirmed: root.actions.stop(root.card.id, content.id)
+            onStopCancelled: root.actions.cancelStop()
+            onMenuRequested: position => {
+                const popup = menu.createObject(row, {
+                    "x": position.x,
+                    "y": position.y,
+                    "entries": root.actions.containerMenu(root.card.id, content.id),
+                    "name": content.name
+                }) as CardMenuPopup;
+                popup.open();
+            }
+        }
+    }
+
+    Component {
+        id: menu
+
+        CardMenuPopup {
+            card: root.card
+            actions: root.actions
+            onClosed: destroy()
         }
     }
 }

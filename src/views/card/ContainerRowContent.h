@@ -1,13 +1,12 @@
 #pragma once
 
 #include "ContainerInfo.h"
+#include "ContainerMarks.h"
 #include "controls/ColorRole.h"
 
 #include <QList>
 #include <QString>
 #include <QtQmlIntegration>
-
-#include <optional>
 
 namespace tarnwick {
 
@@ -23,6 +22,8 @@ struct ContainerRowContent {
     Q_PROPERTY(tarnwick::ColorRole::Role dotRole MEMBER dotRole)
     Q_PROPERTY(bool shellEnabled MEMBER shellEnabled)
     Q_PROPERTY(QString shellHelp MEMBER shellHelp)
+    Q_PROPERTY(QString failure MEMBER failure)
+    Q_PROPERTY(QString question MEMBER question)
     Q_PROPERTY(bool restarting MEMBER restarting)
     Q_PROPERTY(bool restartEnabled MEMBER restartEnabled)
 
@@ -35,14 +36,14 @@ public:
     ColorRole::Role dotRole = ColorRole::Role::Red;
     bool shellEnabled = false;
     QString shellHelp;
+    QString failure;         ///< why the latest action on it failed, in place of the image
+    QString question;        ///< asked by the row, in place of all else
     bool restarting = false; ///< a progress indicator takes the restart button's place
     bool restartEnabled = true;
 
     friend bool operator==(const ContainerRowContent&, const ContainerRowContent&) = default;
 };
 
-/// `restartingContainerId` is the one container, of any server, whose restart runs.
-[[nodiscard]] ContainerRowContent containerRowContent(const ContainerInfo& container,
-                                                      const std::optional<QString>& restartingContainerId);
+[[nodiscard]] ContainerRowContent containerRowContent(const ContainerInfo& container, const ContainerMarks& marks);
 
 } // namespace tarnwick

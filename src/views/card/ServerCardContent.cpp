@@ -84,7 +84,7 @@ void fillContainers(ServerCardContent& card, const QList<ContainerInfo>& contain
     card.expandSymbol = state.isExpanded ? u"chevron.up.circle.fill"_s : u"chevron.down.circle.fill"_s;
     card.containers.reserve(containers.size());
     for (const ContainerInfo& container : containers)
-        card.containers += containerRowContent(container, state.restartingContainerId);
+        card.containers += containerRowContent(container, state.containers);
 }
 
 } // namespace

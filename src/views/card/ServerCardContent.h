@@ -19,9 +19,9 @@ namespace tarnwick {
 struct CardState {
     bool isExpanded = false;
     bool isDragged = false;
-    std::optional<QString> restartingContainerId = {}; ///< of the one restart that runs anywhere
-    double avgSoc = 0;                                 ///< °C, for the local server; 0: no reading
-    std::optional<double> gpuPercent = {};             ///< of this computer, for the local server
+    ContainerMarks containers = {};
+    double avgSoc = 0;                     ///< °C, for the local server; 0: no reading
+    std::optional<double> gpuPercent = {}; ///< of this computer, for the local server
 
     friend bool operator==(const CardState&, const CardState&) = default;
 };

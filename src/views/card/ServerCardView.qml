@@ -16,7 +16,12 @@ Item {
     signal dragEnded
 
     function openMenu(position: point) {
-        const popup = menu.createObject(root, { "x": position.x, "y": position.y }) as CardMenuPopup;
+        const popup = menu.createObject(root, {
+            "x": position.x,
+            "y": position.y,
+            "entries": actions.menu(content.id),
+            "name": content.name
+        }) as CardMenuPopup;
         popup.open();
     }
 

@@ -17,6 +17,8 @@ OnboardingModel::OnboardingModel(ServerStore& store, UIState& ui, const ViewColl
 
     connect(&ui, &UIState::expandedServersChanged, this, &OnboardingModel::demoCardChanged);
     connect(&ui, &UIState::restartingContainerIdChanged, this, &OnboardingModel::demoCardChanged);
+    connect(&ui, &UIState::askedContainerChanged, this, &OnboardingModel::demoCardChanged);
+    connect(&ui, &UIState::containerFailuresChanged, this, &OnboardingModel::demoCardChanged);
     connect(&ui, &UIState::draggedServerIdChanged, this, &OnboardingModel::demoCardChanged);
     connect(&ui, &UIState::onboardingStepChanged, this, &OnboardingModel::update);
     connect(&ui, &UIState::macInfoChanged, this, &OnboardingModel::update);
@@ -40,7 +42,7 @@ ServerCardContent OnboardingModel::demoCard() const {
     return serverCardContent(demoServer_,
                              {.isExpanded = ui_.isExpanded(demoServer_.id),
                               .isDragged = ui_.draggedServerId() == demoServer_.id,
-                              .restartingContainerId = ui_.restartingContainerId()},
+                              .containers = ui_.containerMarks(demoServer_.id)},
                              collaborators_.computer.words());
 }
 
