@@ -150,6 +150,7 @@ private Q_SLOTS:
         QTRY_COMPARE(icon.size(), 1);
         QCOMPARE(isLight(), u"yes"_s);
         announce(u"accent-color"_s, 0);
+        announce(u"color-scheme"_s, 1);
         announce(u"color-scheme"_s, 2);
         QTRY_COMPARE(icon.size(), 2);
         QCOMPARE(isLight(), u"no"_s);
@@ -158,6 +159,7 @@ private Q_SLOTS:
         QTRY_VERIFY(colors.isDark());
         announce(u"color-scheme"_s, 0); // as the toolkit has it
         QTRY_VERIFY(!colors.isDark());
+        QCOMPARE(icon.size(), 2);
         QGuiApplication::setFont(QFont(u"Sans"_s));
         const InterfaceFont font(bus_);
         QTRY_COMPARE(QGuiApplication::font().family(), u"Inter"_s);
@@ -376,6 +378,10 @@ private Q_SLOTS:
         QTest::mousePress(strip, Qt::LeftButton, {}, {5, 5});
         QTest::mouseRelease(strip, Qt::LeftButton, {}, {5, 90});
         QCOMPARE(clicked.size(), 2); // released elsewhere
+        QTest::mousePress(strip, Qt::LeftButton, {}, {5, 5});
+        QTest::mouseMove(strip, {45, 8});
+        QTest::mouseRelease(strip, Qt::LeftButton, {}, {5, 5});
+        QCOMPARE(clicked.size(), 2); // moved to another place
     }
 
 private:

@@ -26,6 +26,8 @@ private Q_SLOTS:
             {u"xterm x-terminal-emulator konsole"_s, u"/opt/x-terminal-emulator -e"_s},      // the system's choice
             {u"xterm gnome-terminal"_s, u"/opt/gnome-terminal --"_s},
             {u"wezterm"_s, u"/opt/wezterm start --"_s},
+            {u"kgx alacritty foot"_s, u"/opt/kgx --"_s},
+            {u"alacritty foot"_s, u"/opt/alacritty -e"_s},
         };
         for (const auto& row : rows) {
             const QStringList installed = row.first.split(u' ');

@@ -1,3 +1,4 @@
+#include "FleetTrends.h"
 #include "StoreRig.h"
 
 #include <QSignalSpy>
@@ -220,6 +221,29 @@ private Q_SLOTS:
         rig.store->refreshServer(servers[1]);
         rig.probes.at(u"B"_s).answer({});
         QVERIFY(!rig.store->isOffline());
+    }
+
+    /// Before it has heard of it, a process that takes the lead has what the last leader saved.
+    void takesTheLeadOfTheLatestList() {
+        StoreRig rig;
+        rig.role = Role::follower;
+        rig.start();
+        rig.write(u"servers.json"_s, encodeServers(StoreRig::fleet(u"AB")).value());
+        rig.store->setRole(Role::leader);
+        QCOMPARE(rig.names(), (QStringList{u"A"_s, u"B"_s}));
+    }
+
+    void trendOfAnIdIsItsFirstRows() {
+        QList<Server> servers = StoreRig::fleet(u"AB");
+        servers[1].id = servers[0].id;
+        for (Server& server : servers) {
+            server.metrics.emplace();
+            server.metrics->cpuPercent = server.name == u"A" ? 10 : 20;
+            server.metrics->lastChecked = {60};
+        }
+        FleetTrends trends;
+        trends.follow(servers);
+        QCOMPARE(trends.trend(servers[0].id)->points(TrendFigure::cpu).constFirst().value, 10.0);
     }
 
     void singleRefresh() {

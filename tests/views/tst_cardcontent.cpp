@@ -177,6 +177,7 @@ private Q_SLOTS:
             trend.note(*server.metrics);
         }
         const ServerCardContent card = serverCardContent(server, {}, macWords, &trend);
+        QCOMPARE(card.latencyTrend.points.last(), QPointF(1, 1)); // of the longest
         QStringList texts{card.latencyTrend.text};
         for (const MetricBarContent& bar : card.bars)
             texts += bar.trend.text;

@@ -1,6 +1,9 @@
 #include "Fixture.h"
 #include "ViewRig.h"
 #include "computer/MacInfoModel.h"
+#include "controls/Sparkline.h"
+
+#include <QPainter>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -78,6 +81,20 @@ private Q_SLOTS:
         for (const MacTile& tile : content.loads.tiles + content.thermals.tiles)
             texts += tile.trend.text;
         QCOMPARE(texts, (QStringList{u"10% in the last minute"_s, {}, u"20% in the last minute"_s, {}, {}, {}}));
+    }
+
+    /// Height and colour say the state.
+    void drawsTheStatesStrip() {
+        Sparkline strip;
+        strip.setSize({100, 20});
+        strip.setBarColors({Qt::green, Qt::yellow, Qt::magenta, Qt::red});
+        strip.setTrend({.points = {{0, 0.25}, {0.5, 0}, {0.5, 1}, {1, 0}}, .isStepped = true});
+        QImage drawn(100, 20, QImage::Format_RGB32);
+        drawn.fill(Qt::white);
+        QPainter painter(&drawn);
+        strip.paint(&painter);
+        const QList<QColor> seen{drawn.pixelColor(25, 2), drawn.pixelColor(25, 17), drawn.pixelColor(75, 2)};
+        QCOMPARE(seen, (QList<QColor>{Qt::white, Qt::green, Qt::red}));
     }
 
     void fallsBack() {
