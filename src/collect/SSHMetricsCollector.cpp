@@ -104,7 +104,7 @@ QString reasonOfFailedClient(const ProcessOutcome& outcome) {
 QString tellingLine(const QString& complaint) {
     QString last;
     for (const QString& line : complaint.split(u'\n')) {
-        const QString text = line.trimmed();
+        QString text = line.trimmed();
         if (text.isEmpty() || text.contains(secondClient))
             continue;
         if (text.startsWith(u"Error"_s))
@@ -315,7 +315,7 @@ ServerMetrics SSHMetricsCollector::localMetrics(const ProcessOutcome& outcome, s
 std::optional<QString> SSHMetricsCollector::actionFailure(const ProcessOutcome& outcome, const Server& server) {
     if (outcome.succeeded())
         return std::nullopt;
-    if (const auto failure = runFailure(outcome, server.isLocal ? localShell : sshClient, actionTimeLimit))
+    if (auto failure = runFailure(outcome, server.isLocal ? localShell : sshClient, actionTimeLimit))
         return failure;
     const QString line = tellingLine(complaint(outcome).value_or(QString()));
     return line.isEmpty() ? u"docker failed without a reason"_s : line;

@@ -30,8 +30,8 @@ private Q_SLOTS:
         ::umask(usual);
         QVERIFY(rig.probed.isEmpty()); // the first refresh waits for the event loop
         const auto isPrivate = [&rig](const QString& path) {
-            const int access = QFile::permissions(rig.path(path)).toInt() & 0x7077; // the owner's and others'
-            return access == (path.endsWith(u"json") ? 0x6000 : 0x7000);
+            const auto access = QFile::permissions(rig.path(path)).toInt() & 0x7077; // the owner's and others'
+            return access == (path.endsWith(u"json") ? 0x6000U : 0x7000U);
         };
         for (const QString& path : {u".."_s, u"."_s, u"servers.json"_s, u"settings.json"_s})
             QVERIFY(isPrivate(path));
